@@ -1,0 +1,71 @@
+# What all targets of the house share, said once.
+
+option(KESTRUN_WERROR "Treat compiler warnings as errors" ON)
+set(KESTRUN_SANITIZER "" CACHE STRING "Sanitizers of the whole build: empty, address or thread")
+set_property(CACHE KESTRUN_SANITIZER PROPERTY STRINGS "" address thread)
+
+add_library(kestrun_settings INTERFACE)
+target_include_directories(kestrun_settings INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(kestrun_settings INTERFACE -Wall -Wextra -Wpedantic -fvisibility=hidden -fvisibility-inlines-hidden)
+if(KESTRUN_WERROR)
+  target_compile_options(kestrun_settings INTERFACE -Werror)
+endif()
+if(KESTRUN_SANITIZER STREQUAL "address")
+  # Type identity across modules is checked by vptr, which cannot see Qt's own hidden classes.
+  target_compile_options(kestrun_settings INTERFACE -fsanitize=address,undefined -fno-sanitize=vptr
+    -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(kestrun_settings INTERFACE -fsanitize=address,undefined)
+elseif(KESTRUN_SANITIZER STREQUAL "thread")
+  target_compile_options(kestrun_settings INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+  target_link_options(kestrun_settings INTERFACE -fsanitize=thread)
+endif()
+
+add_library(kestrun_qt_settings INTERFACE)
+target_link_libraries(kestrun_qt_settings INTERFACE kestrun_settings)
+target_compile_definitions(kestrun_qt_settings INTERFACE
+  QT_DISABLE_DEPRECATED_BEFORE=0x050c00
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+  QT_USE_QSTRINGBUILDER)
+
+# kestrun_library(NAME SHARED|STATIC [EXPORT MACRO] SOURCES ... LINK ...)
+# Sources are listed with their headers. EXPORT names the macro of a shared library's visible classes:
+# while the library itself is compiled, MACRO_BUILD is defined.
+function(kestrun_library name kind)
+  cmake_parse_arguments(ARG "" "EXPORT" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  add_library(${name} ${kind} ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC kestrun_qt_settings ${ARG_LINK} PRIVATE ${ARG_PRIVATE_LINK})
+  if(ARG_EXPORT)
+    target_compile_definitions(${name} PRIVATE ${ARG_EXPORT}_BUILD)
+  endif()
+endfunction()
+
+# kestrun_test(NAME LABEL folder [SOURCES ...] LINK ...)
+# One executable per class, NAME.cpp in the calling folder unless SOURCES say more. Windows stay off the screen.
+function(kestrun_test name)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINK" ${ARGN})
+  if(NOT ARG_SOURCES)
+    set(ARG_SOURCES ${name}.cpp)
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE kestrun_qt_settings Qt5::Test ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    LABELS ${ARG_LABEL}
+    TIMEOUT ${ARG_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
+endfunction()
+
+# kestrun_bench(NAME LINK ...): a program that prints what it measured beside its floor and the ratio of both.
+function(kestrun_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  if(NOT ARG_SOURCES)
+    set(ARG_SOURCES ${name}.cpp)
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE kestrun_qt_settings ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+endfunction()

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#if defined(KESTRUN_COMPONENTS_BUILD)
+#define KESTRUN_COMPONENTS_EXPORT Q_DECL_EXPORT
+#else
+#define KESTRUN_COMPONENTS_EXPORT Q_DECL_IMPORT
+#endif

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#if defined(KESTRUN_LANGUAGECORE_BUILD)
+#define KESTRUN_LANGUAGECORE_EXPORT Q_DECL_EXPORT
+#else
+#define KESTRUN_LANGUAGECORE_EXPORT Q_DECL_IMPORT
+#endif

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "host/projectmodel/ModelObject.h"
+
+#include <QMap>
+#include <QString>
+
+class AxisModel;
+
+/// One axis of a project: a flat map of text keys to text values, a name and a stable id. The keys are those of
+/// sdk/AxisDefaults.h; any other key is accepted too. Owned by its AxisModel. Main thread only.
+class KESTRUN_PROJECTMODEL_EXPORT AxisTable : public ModelObject {
+    Q_OBJECT
+
+public:
+    ~AxisTable() override;
+
+    quint32 objectId() const override;
+    bool save() override;
+    bool load() override;
+
+    /// The value of the key, else the fallback.
+    QString property(const QString& key, const QString& fallback) const;
+    /// Stores the text in memory and raises dataChanged; an equal text changes nothing. Always true.
+    bool setProperty(const QString& key, const QString& value);
+
+    /// A second map, which names controls of the editor for find. Stored with the record.
+    QString getViewInfo(const QString& key, const QString& fallback) const;
+    void setViewInfo(const QString& key, const QString& value);
+
+    quint32 id() const;
+    QString name() const;
+
+    /// What compares between two projects: all keys but "Row", "AxisID", "AxisNo" and "Version", and the name under
+    /// "Name".
+    QMap<QString, QString> getCompareData() const;
+
+    /// Set by the editor while it builds its pages. What is written meanwhile is no change of the user's and does not
+    /// set the modified flag; the save that follows stores it.
+    bool pageBuild = false;
+
+private:
+    friend class AxisModel;
+    friend class AxisRecordStore;
+    AxisTable(quint32 id, const QString& name, AxisModel* model);
+
+    quint32 m_id;
+    QString m_name;
+    QMap<QString, QString> m_properties;
+    QMap<QString, QString> m_viewInfo;
+    AxisModel* m_model;
+};

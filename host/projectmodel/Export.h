@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#if defined(KESTRUN_PROJECTMODEL_BUILD)
+#define KESTRUN_PROJECTMODEL_EXPORT Q_DECL_EXPORT
+#else
+#define KESTRUN_PROJECTMODEL_EXPORT Q_DECL_IMPORT
+#endif
