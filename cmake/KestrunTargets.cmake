@@ -51,6 +51,9 @@ function(kestrun_test name)
   endif()
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE kestrun_qt_settings Qt5::Test ${ARG_LINK})
+  target_compile_definitions(${name} PRIVATE
+    KESTRUN_CONTROLLER_DIR="${CMAKE_SOURCE_DIR}/examples/controllers"
+    KESTRUN_SOURCE_DIR="${CMAKE_SOURCE_DIR}" KESTRUN_BUILD_DIR="${CMAKE_BINARY_DIR}")
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
