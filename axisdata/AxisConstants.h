@@ -25,7 +25,7 @@ inline const QString AxisTrue = QStringLiteral("TRUE");
 inline const QString AxisFalse = QStringLiteral("FALSE");
 
 /// Cycle times of the motion control task in microseconds, by their decimal text.
-inline const QMap<QString, quint16> CycleTimeChoices {
+inline const QMap<QString, quint16> CycleTimeChoices{
     { QStringLiteral("4000"), 4000 },
     { QStringLiteral("2000"), 2000 },
     { QStringLiteral("1000"), 1000 },
@@ -34,13 +34,13 @@ inline const QMap<QString, quint16> CycleTimeChoices {
 };
 
 /// Controller models of the NV2 family; names compare exactly.
-inline const QSet<QString> NV2ModelSet {
+inline const QSet<QString> NV2ModelSet{
     QStringLiteral("NV2_H48Q6E"),
     QStringLiteral("NV2_H48Q8E"),
 };
 
 /// Controller models of the NV3T family; names compare exactly.
-inline const QSet<QString> NV3TModelSet {
+inline const QSet<QString> NV3TModelSet{
     QStringLiteral("NV3T_50Q4"),
     QStringLiteral("NV3T_50Q4E"),
     QStringLiteral("NV3T_50Q6"),

@@ -3,8 +3,7 @@
 #include "axisdata/AxisConstants.h"
 
 ProjectAxes::ProjectAxes(const QString& projectName)
-    : m_guard(projectName)
-    , m_model(m_guard ? qobject_cast<AxisModel*>(m_guard->subModel(axisSubModelName)) : nullptr)
+    : m_guard(projectName), m_model(m_guard ? qobject_cast<AxisModel*>(m_guard->subModel(axisSubModelName)) : nullptr)
 {
 }
 
@@ -15,8 +14,7 @@ QStringList ProjectAxes::list(const QString& group) const
 }
 
 AxisRecord::AxisRecord(const QString& projectName, quint32 axisId)
-    : m_axes(projectName)
-    , m_table(m_axes ? m_axes->axisTable(axisId) : nullptr)
+    : m_axes(projectName), m_table(m_axes ? m_axes->axisTable(axisId) : nullptr)
 {
 }
 

@@ -1,7 +1,6 @@
 #include "axisdata/DoubleValidator.h"
 
-DoubleValidator::DoubleValidator(int decimals, QObject* parent)
-    : QDoubleValidator(parent)
+DoubleValidator::DoubleValidator(int decimals, QObject* parent) : QDoubleValidator(parent)
 {
     setDecimals(decimals);
     setNotation(QDoubleValidator::StandardNotation);

@@ -5,15 +5,9 @@
 
 #include <QLineEdit>
 
-NumberBound::NumberBound(int number)
-    : fixed(number)
-{
-}
+NumberBound::NumberBound(int number) : fixed(number) { }
 
-NumberBound::NumberBound(double number)
-    : fixed(number)
-{
-}
+NumberBound::NumberBound(double number) : fixed(number) { }
 
 NumberBound NumberBound::stored(const QString& key, bool excluded)
 {
@@ -43,7 +37,7 @@ QVariant boundValue(const NumberBound& bound, const NumberStore& store)
     return bound.key.isEmpty() ? bound.fixed : QVariant(store.bound(bound.key).toDouble());
 }
 
-}
+} // namespace
 
 QString realText(double value)
 {
@@ -56,8 +50,8 @@ CommitResult commitNumber(QLineEdit& field, const NumberRule& rule, const Number
         return CommitResult::StillEditing;
     QString text = field.text();
     const QVariant value = parsed(rule.kind, text);
-    const bool valid = DataVerification::getInstance().isValidNumber(text, value, boundValue(rule.low, store),
-        boundValue(rule.high, store), rule.low.excluded, rule.high.excluded);
+    const bool valid = DataVerification::getInstance().isValidNumber(
+        text, value, boundValue(rule.low, store), boundValue(rule.high, store), rule.low.excluded, rule.high.excluded);
     if (!valid) {
         field.setText(store.read());
         return CommitResult::Refused;

@@ -14,7 +14,7 @@ using AxisDefaultGroup = QMap<QString, QString>;
 constexpr int axisRecordVersion = 3;
 
 /// Identity and type of the axis.
-inline const AxisDefaultGroup AxisBaseDefaults {
+inline const AxisDefaultGroup AxisBaseDefaults{
     { QStringLiteral("Version"), QString::number(axisRecordVersion, 10) },
     { QStringLiteral("AxisID"), QStringLiteral("0") },
     { QStringLiteral("AxisNo"), QStringLiteral("0") },
@@ -26,7 +26,7 @@ inline const AxisDefaultGroup AxisBaseDefaults {
 };
 
 /// Unit conversion between pulses and user units.
-inline const AxisDefaultGroup AxisUnitDefaults {
+inline const AxisDefaultGroup AxisUnitDefaults{
     { QStringLiteral("ReverseEnable"), QStringLiteral("FALSE") },
     { QStringLiteral("PulseCountDecOrHex"), QStringLiteral("TRUE") },
     { QStringLiteral("PulseCountPerCircle"), QStringLiteral("10000") },
@@ -38,7 +38,7 @@ inline const AxisDefaultGroup AxisUnitDefaults {
 };
 
 /// Mode, limits, dynamics, inputs and outputs.
-inline const AxisDefaultGroup AxisModeDefaults {
+inline const AxisDefaultGroup AxisModeDefaults{
     { QStringLiteral("EncoderMode"), QStringLiteral("FALSE") },
     { QStringLiteral("ModeSet"), QStringLiteral("FALSE") },
     { QStringLiteral("SoftLimitEnable"), QStringLiteral("FALSE") },
@@ -75,7 +75,7 @@ inline const AxisDefaultGroup AxisModeDefaults {
 };
 
 /// Homing and its signals.
-inline const AxisDefaultGroup AxisHomeDefaults {
+inline const AxisDefaultGroup AxisHomeDefaults{
     { QStringLiteral("HomeSpeed"), QStringLiteral("10") },
     { QStringLiteral("HomeAcc"), QStringLiteral("100") },
     { QStringLiteral("HomeCloseSpeed"), QStringLiteral("1") },

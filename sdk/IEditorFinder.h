@@ -7,11 +7,7 @@
 #include <QVector>
 
 /// Flags of IEditorFinder::setFindFlags. Bits that are not named are ignored.
-enum FindFlag {
-    FindWholeWord = 2,
-    FindCaseSensitive = 4,
-    FindBackwards = 16
-};
+enum FindFlag { FindWholeWord = 2, FindCaseSensitive = 4, FindBackwards = 16 };
 
 /// Searches the texts of one object. Order of use: bindNode, setFindFlags, setStartPosition, setEndPosition, then
 /// findNext and result until result().atEnd. The caller owns the finder. Main thread only.

@@ -7,11 +7,7 @@
 #include <string>
 
 /// Levels of a log line.
-enum LogLevel {
-    LogInfo = 0,
-    LogWarning = 1,
-    LogError = 2
-};
+enum LogLevel { LogInfo = 0, LogWarning = 1, LogError = 2 };
 
 /// Writes lines into the host's output panel. Owned by the log manager.
 class KESTRUN_SDK_EXPORT ILogger {

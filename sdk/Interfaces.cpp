@@ -30,143 +30,83 @@
 // Constructors and destructors of the contract's classes stand here, so that each class's run-time type information has
 // one home that host and plug-ins share: casts across modules rest on it.
 
-IObject::IObject(QObject* parent)
-    : QObject(parent)
-{
-}
+IObject::IObject(QObject* parent) : QObject(parent) { }
 
 IObject::~IObject() = default;
 
-IManager::IManager(QObject* parent)
-    : QObject(parent)
-{
-}
+IManager::IManager(QObject* parent) : QObject(parent) { }
 
 IManager::~IManager() = default;
 
-IApplication::IApplication(QObject* parent)
-    : IObject(parent)
-{
-}
+IApplication::IApplication(QObject* parent) : IObject(parent) { }
 
 IApplication::~IApplication() = default;
 
-IConfiguration::IConfiguration(QObject* parent)
-    : QObject(parent)
-{
-}
+IConfiguration::IConfiguration(QObject* parent) : QObject(parent) { }
 
 IConfiguration::~IConfiguration() = default;
 
-IView::IView(QObject* parent)
-    : IObject(parent)
-{
-}
+IView::IView(QObject* parent) : IObject(parent) { }
 
 IView::~IView() = default;
 
-IEditor::IEditor(QObject* parent)
-    : IView(parent)
-{
-}
+IEditor::IEditor(QObject* parent) : IView(parent) { }
 
 IEditor::~IEditor() = default;
 
-IEditorFactory::IEditorFactory(QObject* parent)
-    : QObject(parent)
-{
-}
+IEditorFactory::IEditorFactory(QObject* parent) : QObject(parent) { }
 
 IEditorFactory::~IEditorFactory() = default;
 
-IEditorManager::IEditorManager(QObject* parent)
-    : IManager(parent)
-{
-}
+IEditorManager::IEditorManager(QObject* parent) : IManager(parent) { }
 
 IEditorManager::~IEditorManager() = default;
 
-ILogManager::ILogManager(QObject* parent)
-    : QObject(parent)
-{
-}
+ILogManager::ILogManager(QObject* parent) : QObject(parent) { }
 
 ILogManager::~ILogManager() = default;
 
-Transfer::Transfer(QObject* parent)
-    : QObject(parent)
-{
-}
+Transfer::Transfer(QObject* parent) : QObject(parent) { }
 
 Transfer::~Transfer() = default;
 
-IComparatorMan::IComparatorMan(QObject* parent)
-    : QObject(parent)
-{
-}
+IComparatorMan::IComparatorMan(QObject* parent) : QObject(parent) { }
 
 IComparatorMan::~IComparatorMan() = default;
 
-Transaction::Transaction(QObject* parent)
-    : QObject(parent)
-{
-}
+Transaction::Transaction(QObject* parent) : QObject(parent) { }
 
 Transaction::~Transaction() = default;
 
-IBackgroundTransaction::IBackgroundTransaction(QObject* parent)
-    : QObject(parent)
-{
-}
+IBackgroundTransaction::IBackgroundTransaction(QObject* parent) : QObject(parent) { }
 
 IBackgroundTransaction::~IBackgroundTransaction() = default;
 
-IVarMonitor::IVarMonitor(QObject* parent)
-    : QObject(parent)
-{
-}
+IVarMonitor::IVarMonitor(QObject* parent) : QObject(parent) { }
 
 IVarMonitor::~IVarMonitor() = default;
 
-MotionControlDebug::MotionControlDebug(QObject* parent)
-    : QObject(parent)
-{
-}
+MotionControlDebug::MotionControlDebug(QObject* parent) : QObject(parent) { }
 
 MotionControlDebug::~MotionControlDebug() = default;
 
-PluginInterface::PluginInterface(QObject* parent)
-    : QObject(parent)
-{
-}
+PluginInterface::PluginInterface(QObject* parent) : QObject(parent) { }
 
 PluginInterface::~PluginInterface() = default;
 
-IOptionManager::IOptionManager(QObject* parent)
-    : IManager(parent)
-{
-}
+IOptionManager::IOptionManager(QObject* parent) : IManager(parent) { }
 
 IOptionManager::~IOptionManager() = default;
 
-IToolWindowManager::IToolWindowManager(QObject* parent)
-    : IManager(parent)
-{
-}
+IToolWindowManager::IToolWindowManager(QObject* parent) : IManager(parent) { }
 
 IToolWindowManager::~IToolWindowManager() = default;
 
-IActionManager::IActionManager(QObject* parent)
-    : IManager(parent)
-{
-}
+IActionManager::IActionManager(QObject* parent) : IManager(parent) { }
 
 IActionManager::~IActionManager() = default;
 
-IAppIdleTimer::IAppIdleTimer(QObject* parent)
-    : QObject(parent)
-{
-}
+IAppIdleTimer::IAppIdleTimer(QObject* parent) : QObject(parent) { }
 
 IAppIdleTimer::~IAppIdleTimer() = default;
 
@@ -192,9 +132,7 @@ QString IEditor::locationText()
     return {};
 }
 
-void IEditor::modifiedHook()
-{
-}
+void IEditor::modifiedHook() { }
 
 bool IEditor::closeCheck()
 {
@@ -256,24 +194,16 @@ void IEditorManager::closeEditor()
     closeEditor(currentEditor());
 }
 
-void Transaction::execute()
-{
-}
+void Transaction::execute() { }
 
 namespace Solution {
 
-View::View(QObject* parent)
-    : QObject(parent)
-{
-}
+View::View(QObject* parent) : QObject(parent) { }
 
 View::~View() = default;
 
-ViewHelper::ViewHelper(QObject* parent)
-    : QObject(parent)
-{
-}
+ViewHelper::ViewHelper(QObject* parent) : QObject(parent) { }
 
 ViewHelper::~ViewHelper() = default;
 
-}
+} // namespace Solution

@@ -45,4 +45,4 @@ IEditorManager* editorManager(IApplication* application)
     return application ? qobject_cast<IEditorManager*>(application->manager(ManagerName::editor())) : nullptr;
 }
 
-}
+} // namespace Solution

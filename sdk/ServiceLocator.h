@@ -45,4 +45,4 @@ Service* serviceAs(IApplication* application, const QString& key)
     return qobject_cast<Service*>(service(application, key));
 }
 
-}
+} // namespace Solution

@@ -75,7 +75,7 @@ struct NodeDescription {
     QMap<QString, QVariant> properties;
 };
 
-}
+} // namespace Solution
 
 Q_DECLARE_METATYPE(Solution::NodeEvent)
 Q_DECLARE_METATYPE(Solution::DataEvent)

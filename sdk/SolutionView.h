@@ -47,4 +47,4 @@ signals:
     void aboutToBeDestroyed();
 };
 
-}
+} // namespace Solution

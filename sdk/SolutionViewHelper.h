@@ -28,4 +28,4 @@ signals:
     void commandExecuted(QString type, QString subModel, QString path, QString param);
 };
 
-}
+} // namespace Solution

@@ -15,10 +15,7 @@ class KESTRUN_COMPONENTS_EXPORT TypeAssistant : public QDialog {
 
 public:
     /// Modes of the picker.
-    enum Mode : char {
-        AllVariables = 1,
-        BooleanVariables = 2
-    };
+    enum Mode : char { AllVariables = 1, BooleanVariables = 2 };
 
     /// The preset is the path to start on, or empty.
     TypeAssistant(const QString& projectName, char mode, const QString& preset, QWidget* parent);

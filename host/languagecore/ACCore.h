@@ -82,4 +82,4 @@ private:
     std::unique_ptr<Private> d;
 };
 
-}
+} // namespace ac

@@ -21,4 +21,4 @@ private:
     const ACCore& m_core;
 };
 
-}
+} // namespace ac

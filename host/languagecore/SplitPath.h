@@ -16,4 +16,4 @@ public:
     static bool isPrefixPath(const std::string& prefix, const std::string& path);
 };
 
-}
+} // namespace ac

@@ -57,4 +57,4 @@ private:
     std::string m_typeName;
 };
 
-}
+} // namespace ac

@@ -65,6 +65,6 @@ struct LogicSymInfo {
     int column = 0;
 };
 
-}
+} // namespace Language
 
-}
+} // namespace ac
