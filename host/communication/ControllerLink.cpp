@@ -1,0 +1,37 @@
+#include "host/communication/ControllerLink.h"
+
+#include <mutex>
+#include <utility>
+
+namespace {
+struct ActiveLink {
+    std::mutex mutex;
+    std::shared_ptr<ControllerLink> link;
+};
+
+ActiveLink& activeLink()
+{
+    static ActiveLink instance;
+    return instance;
+}
+} // namespace
+
+ControllerLink::ControllerLink() = default;
+ControllerLink::~ControllerLink() = default;
+
+std::shared_ptr<ControllerLink> ControllerLink::active()
+{
+    ActiveLink& slot = activeLink();
+    const std::lock_guard<std::mutex> lock(slot.mutex);
+    return slot.link;
+}
+
+void ControllerLink::setActive(std::shared_ptr<ControllerLink> link)
+{
+    ActiveLink& slot = activeLink();
+    {
+        const std::lock_guard<std::mutex> lock(slot.mutex);
+        slot.link.swap(link);
+    }
+    // The former link goes here, outside the lock: its end may wait for threads that ask for the active one.
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/communication/AxisRequest.h"
+#include "host/communication/Export.h"
+
+#include <chrono>
+#include <memory>
+
+/// What carries debug requests to a controller. The connection makes the real one; a test can put another in its place.
+///
+/// The active link is shared by all RpcCmdSend of the program. All operations may be called from any thread.
+class KESTRUN_COMMUNICATION_EXPORT ControllerLink {
+public:
+    ControllerLink();
+    virtual ~ControllerLink();
+    ControllerLink(const ControllerLink&) = delete;
+    ControllerLink& operator=(const ControllerLink&) = delete;
+
+    /// Carries the request out and waits for the answer, at most until the deadline. Never throws; a failure is a
+    /// result.
+    virtual AxisReply request(const AxisRequest& request, std::chrono::milliseconds deadline) = 0;
+    /// Ends the requests that are under way with the result "not connected"; further ones are as before.
+    virtual void cancelInFlight() = 0;
+
+    /// The link in use, null while there is none.
+    static std::shared_ptr<ControllerLink> active();
+    /// Puts a link in use, or none. Requests that are under way keep the one that they started with.
+    static void setActive(std::shared_ptr<ControllerLink> link);
+};

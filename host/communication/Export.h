@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#if defined(KESTRUN_COMMUNICATION_BUILD)
+#define KESTRUN_COMMUNICATION_EXPORT Q_DECL_EXPORT
+#else
+#define KESTRUN_COMMUNICATION_EXPORT Q_DECL_IMPORT
+#endif
