@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/projectmodel/AbstractProjectModel.h"
 #include "host/projectmodel/AxisModel.h"
 #include "host/projectmodel/AxisTable.h"
 #include "host/projectmodel/SafeProjectModel.h"
