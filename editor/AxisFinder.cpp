@@ -25,11 +25,11 @@ struct SearchablePin {
     const char* label;
 };
 
-const SearchablePin positivePin { QStringLiteral("PosLimitEnable"), QStringLiteral("PosLimitPin"),
+const SearchablePin positivePin{ QStringLiteral("PosLimitEnable"), QStringLiteral("PosLimitPin"),
     QStringLiteral("LineEditPosObjectName"), QT_TRANSLATE_NOOP("AxisFinder", "Positive limit:") };
-const SearchablePin negativePin { QStringLiteral("NegsLimitEnable"), QStringLiteral("NegLimitPin"),
+const SearchablePin negativePin{ QStringLiteral("NegsLimitEnable"), QStringLiteral("NegLimitPin"),
     QStringLiteral("LineEditNegObjectName"), QT_TRANSLATE_NOOP("AxisFinder", "Negative limit:") };
-const SearchablePin originPin { QStringLiteral("OrgSignalEnable"), QStringLiteral("OrgSignalPin"),
+const SearchablePin originPin{ QStringLiteral("OrgSignalEnable"), QStringLiteral("OrgSignalPin"),
     QStringLiteral("LineEditOrgObjectName"), QT_TRANSLATE_NOOP("AxisFinder", "Origin signal:") };
 
 const SearchablePin* const searchOrder[] = { &positivePin, &negativePin, &originPin };
@@ -81,7 +81,7 @@ std::vector<std::string> symbolPaths(const ac::ACCore& core, const QString& expr
     return paths;
 }
 
-}
+} // namespace
 
 AxisFinder::~AxisFinder() = default;
 
@@ -191,8 +191,8 @@ void AxisFinder::advance()
 {
     // Names that stand twice in a stored record must not hold the search in one place: the last one counts.
     const int place = m_index.lastIndexOf(m_currentPosition);
-    const bool ends = place < 0 || sameName(m_currentPosition, m_index.last())
-        || sameName(m_currentPosition, m_endPosition);
+    const bool ends
+        = place < 0 || sameName(m_currentPosition, m_index.last()) || sameName(m_currentPosition, m_endPosition);
     m_currentPosition = ends ? QString() : m_index.value(place + 1);
 }
 

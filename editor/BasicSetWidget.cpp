@@ -61,22 +61,19 @@ int chosenDevice(const AxisRecord& record, const QString& key, const QStringList
     return chosen;
 }
 
-void showFree(QComboBox& box, const AxisRecord& record, const QString& key, const QStringList& devices,
-    const QStringList& free)
+void showFree(
+    QComboBox& box, const AxisRecord& record, const QString& key, const QStringList& devices, const QStringList& free)
 {
     box.insertItems(0, free);
     const int position = chosenDevice(record, key, devices, free);
     box.setCurrentIndex(free.indexOf(devices.value(position)));
 }
 
-}
+} // namespace
 
 BasicSetWidget::BasicSetWidget(const QString& projectName, quint32 axisId, PropertyEditorView* view)
-    : QWidget(view)
-    , m_view(view)
-    , m_projectName(projectName)
-    , m_axisId(axisId)
-    , m_ui(std::make_unique<Ui::BasicSetWidget>())
+    : QWidget(view), m_view(view), m_projectName(projectName), m_axisId(axisId),
+      m_ui(std::make_unique<Ui::BasicSetWidget>())
 {
     m_ui->setupUi(this);
     m_ui->comboBoxInputDev->installEventFilter(this);
@@ -204,8 +201,7 @@ void BasicSetWidget::showEncoder(const AxisRecord& record, const Tables& others)
 {
     const QStringList inputs = record.list(encoderInputs);
     const QStringList outputs = record.list(QStringLiteral("AxisEncoderOutputDev"));
-    showFree(*m_ui->comboBoxInputDev, record, inputKey, inputs,
-        freeDevices(inputs, others, AxisTypeEncoder, inputKey));
+    showFree(*m_ui->comboBoxInputDev, record, inputKey, inputs, freeDevices(inputs, others, AxisTypeEncoder, inputKey));
     showPlain(*m_ui->comboBoxOutputDev, outputs, static_cast<uint>(record.position(outputKey, outputs.size())));
     m_ui->comboBoxInputDev->setEnabled(true);
     m_ui->checkBoxAxisVritual->setEnabled(false);
@@ -217,8 +213,7 @@ void BasicSetWidget::showEncoder(const AxisRecord& record, const Tables& others)
 void BasicSetWidget::showEtherCAT(const AxisRecord& record)
 {
     showPlain(*m_ui->comboBoxInputDev, record.list(QStringLiteral("AxisEtherCATInputDev")), record.number(inputKey));
-    showPlain(
-        *m_ui->comboBoxOutputDev, record.list(QStringLiteral("AxisEtherCATOutputDev")), record.number(outputKey));
+    showPlain(*m_ui->comboBoxOutputDev, record.list(QStringLiteral("AxisEtherCATOutputDev")), record.number(outputKey));
     m_ui->comboBoxInputDev->setEnabled(true);
     m_ui->comboBoxOutputDev->setEnabled(false);
 }

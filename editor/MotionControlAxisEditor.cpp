@@ -58,13 +58,9 @@ const PinUse pinUses[] = {
         QT_TRANSLATE_NOOP("MotionControlAxisEditor", "Origin signal:"), QStringLiteral("lineEditOrg") },
 };
 
-}
+} // namespace
 
-MotionControlAxisEditor::MotionControlAxisEditor(QObject* parent)
-    : IEditor(parent)
-    , m_view(new PropertyEditorView)
-{
-}
+MotionControlAxisEditor::MotionControlAxisEditor(QObject* parent) : IEditor(parent), m_view(new PropertyEditorView) { }
 
 MotionControlAxisEditor::~MotionControlAxisEditor()
 {
@@ -121,9 +117,7 @@ void MotionControlAxisEditor::addPages()
     m_view->addTab(m_basicPage, tr("basic setting"));
 }
 
-void MotionControlAxisEditor::connectPages()
-{
-}
+void MotionControlAxisEditor::connectPages() { }
 
 void MotionControlAxisEditor::followTransfer()
 {
@@ -284,9 +278,7 @@ bool MotionControlAxisEditor::restoreState(const QByteArray& state)
     return true;
 }
 
-void MotionControlAxisEditor::activated()
-{
-}
+void MotionControlAxisEditor::activated() { }
 
 IEditContext* MotionControlAxisEditor::currentContext()
 {

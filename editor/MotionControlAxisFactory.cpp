@@ -4,10 +4,7 @@
 #include "editor/AxisFinder.h"
 #include "editor/MotionControlAxisEditor.h"
 
-MotionControlAxisFactory::MotionControlAxisFactory(QObject* parent)
-    : IEditorFactory(parent)
-{
-}
+MotionControlAxisFactory::MotionControlAxisFactory(QObject* parent) : IEditorFactory(parent) { }
 
 MotionControlAxisFactory::~MotionControlAxisFactory() = default;
 
