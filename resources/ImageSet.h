@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+#include <QVector>
+
+namespace drawing {
+
+/// One image of the bundle, as the drawing program makes it.
+struct BundledImage {
+    /// Below the folder "images", for example "dark/axis.png"; the ending says how it is stored.
+    QString path;
+    QImage image;
+};
+
+/// Draws all images of the bundle. Needs a QGuiApplication, on any platform, for the fonts.
+QVector<BundledImage> drawAllImages();
+
+/// Stores the image under `folder`/path, as small as its kind allows. False, with the reason in `error`, if the
+/// file cannot be written.
+bool storeImage(const BundledImage& image, const QString& folder, QString& error);
+
+} // namespace drawing
