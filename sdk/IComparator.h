@@ -6,6 +6,8 @@
 
 #include <QString>
 
+class QObject;
+
 /// One side of a comparison of two nodes.
 struct CompareItem {
     /// Must not be empty; for the host's own use.
