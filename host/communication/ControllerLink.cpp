@@ -7,6 +7,7 @@ namespace {
 struct ActiveLink {
     std::mutex mutex;
     std::shared_ptr<ControllerLink> link;
+    std::shared_ptr<const ControllerLink::Observer> observer;
 };
 
 ActiveLink& activeLink()
@@ -34,4 +35,19 @@ void ControllerLink::setActive(std::shared_ptr<ControllerLink> link)
         slot.link.swap(link);
     }
     // The former link goes here, outside the lock: its end may wait for threads that ask for the active one.
+}
+
+void ControllerLink::setObserver(Observer observer)
+{
+    std::shared_ptr<const Observer> next;
+    if (observer)
+        next = std::make_shared<const Observer>(std::move(observer));
+    const std::lock_guard<std::mutex> lock(activeLink().mutex);
+    activeLink().observer = std::move(next);
+}
+
+std::shared_ptr<const ControllerLink::Observer> ControllerLink::observer()
+{
+    const std::lock_guard<std::mutex> lock(activeLink().mutex);
+    return activeLink().observer;
 }

@@ -4,6 +4,7 @@
 #include "host/communication/Export.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 /// What carries debug requests to a controller. The connection makes the real one; a test can put another in its place.
@@ -26,4 +27,11 @@ public:
     static std::shared_ptr<ControllerLink> active();
     /// Puts a link in use, or none. Requests that are under way keep the one that they started with.
     static void setActive(std::shared_ptr<ControllerLink> link);
+
+    /// Is told of every request of RpcCmdSend and its answer, on the thread that made the call, after it. An empty
+    /// function ends that.
+    using Observer = std::function<void(const AxisRequest& request, const AxisReply& reply, std::chrono::microseconds)>;
+    static void setObserver(Observer observer);
+    /// The observer in use, null while there is none.
+    static std::shared_ptr<const Observer> observer();
 };

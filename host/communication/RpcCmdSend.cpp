@@ -17,10 +17,14 @@ AxisRequest makeRequest(int code, short axisNo)
 
 AxisReply send(const AxisRequest& request, int seconds)
 {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
     const std::shared_ptr<ControllerLink> link = ControllerLink::active();
-    if (!link)
-        return { Diagnosis::notConnected, {} };
-    return link->request(request, std::chrono::seconds(std::max(seconds, 1)));
+    const AxisReply reply = link ? link->request(request, std::chrono::seconds(std::max(seconds, 1)))
+                                 : AxisReply{ Diagnosis::notConnected, {} };
+    if (const auto observer = ControllerLink::observer())
+        (*observer)(request, reply, std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start));
+    return reply;
 }
 
 // A lost reply to a request that is repeated anyway must never hold up a command for long.
