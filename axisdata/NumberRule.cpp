@@ -5,6 +5,8 @@
 
 #include <QLineEdit>
 
+#include <optional>
+
 NumberBound::NumberBound(int number) : fixed(number) { }
 
 NumberBound::NumberBound(double number) : fixed(number) { }
@@ -26,10 +28,30 @@ QVariant parsed(NumberKind kind, const QString& text)
         return text.toDouble();
     case NumberKind::Unsigned:
         return text.toUInt(nullptr, 10);
+    case NumberKind::Hexadecimal:
+        return text.toUInt(nullptr, 16);
     case NumberKind::NarrowedUnsigned:
         return static_cast<uint>(text.toLongLong(nullptr, 10));
+    case NumberKind::Tenths:
+        return text.toFloat();
     }
     Q_UNREACHABLE();
+}
+
+/// Digits behind the point that a committed text of the kind has; none for a text that stays as typed.
+std::optional<int> decimals(NumberKind kind)
+{
+    switch (kind) {
+    case NumberKind::Real:
+        return 6;
+    case NumberKind::Tenths:
+        return 1;
+    case NumberKind::Unsigned:
+    case NumberKind::Hexadecimal:
+    case NumberKind::NarrowedUnsigned:
+        break;
+    }
+    return std::nullopt;
 }
 
 QVariant boundValue(const NumberBound& bound, const NumberStore& store)
@@ -56,10 +78,11 @@ CommitResult commitNumber(QLineEdit& field, const NumberRule& rule, const Number
         field.setText(store.read());
         return CommitResult::Refused;
     }
-    if (rule.kind == NumberKind::Real)
-        text = realText(value.toDouble());
+    const std::optional<int> digits = decimals(rule.kind);
+    if (digits)
+        text = QString::number(value.toDouble(), 'd', *digits);
     store.write(text);
-    if (rule.kind == NumberKind::Real)
+    if (digits)
         field.setText(text);
     return CommitResult::Stored;
 }

@@ -13,8 +13,12 @@ enum class NumberKind {
     Real,
     /// QString::toUInt in base 10; stored as typed.
     Unsigned,
+    /// QString::toUInt in base 16; stored as typed.
+    Hexadecimal,
     /// QString::toLongLong in base 10, its low 32 bits as an unsigned number; stored as typed.
     NarrowedUnsigned,
+    /// QString::toFloat; stored and shown with one digit behind the point.
+    Tenths,
 };
 
 /// One bound of a numeric field: a number, or the number that another key of the record holds.
@@ -56,7 +60,8 @@ enum class CommitResult {
 
 /// The commit rule of all numeric fields: nothing while the field has the focus; then read the text, ignoring whether
 /// it is a number (a half-typed one counts as 0), judge it against the bounds, and store it or put the last good text
-/// back. Reals are written with six digits behind the point, in the store and in the field.
+/// back. Reals are written with the digits of their kind behind the point, in the store and in the field; integers stay
+/// as typed, in the field and in what the store is given.
 CommitResult commitNumber(QLineEdit& field, const NumberRule& rule, const NumberStore& store);
 
 /// The same on a key of an axis record. A missing record ends it silently with the field as the user left it.
