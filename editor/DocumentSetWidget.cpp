@@ -1,0 +1,233 @@
+#include "editor/DocumentSetWidget.h"
+
+#include "axisdata/AxisConstants.h"
+#include "axisdata/AxisRecord.h"
+#include "axisdata/DoubleValidator.h"
+#include "axisdata/NumberRule.h"
+#include "axisdata/RegExpValidator.h"
+#include "host/components/PropertyEditorView.h"
+#include "sdk/IConfiguration.h"
+#include "sdk/ServiceKeys.h"
+#include "sdk/ServiceLocator.h"
+#include "ui_DocumentSetWidget.h"
+
+#include <algorithm>
+
+namespace {
+
+using Form = Ui::DocumentSetWidget;
+
+constexpr int highestCount = 2147483647;
+
+/// What a numeric field means, but for the pulse count, whose text depends on its display.
+struct UnitField {
+    QLineEdit* Form::*edit;
+    QString key;
+    NumberRule rule;
+};
+
+const QVector<UnitField>& unitFields()
+{
+    static const QVector<UnitField> fields{
+        { &Form::lineEdit_2, QStringLiteral("UnUseGearValue"), { NumberKind::Real, 0.01, 9999999 } },
+        { &Form::lineEdit_3, QStringLiteral("UseGearValue"), { NumberKind::Real, 0.01, 9999999 } },
+        { &Form::lineEdit_4, QStringLiteral("GearRatioMolecule"), { NumberKind::Unsigned, 1, highestCount } },
+        { &Form::lineEdit_5, QStringLiteral("GearRatioParent"), { NumberKind::Unsigned, 1, highestCount } },
+    };
+    return fields;
+}
+
+QString pulseKey()
+{
+    return QStringLiteral("PulseCountPerCircle");
+}
+
+QString displayKey()
+{
+    return QStringLiteral("PulseCountDecOrHex");
+}
+
+} // namespace
+
+DocumentSetWidget::DocumentSetWidget(const QString& projectName, quint32 axisId, PropertyEditorView* view)
+    : QWidget(view), ui(std::make_unique<Form>()), m_projectName(projectName), m_axisId(axisId), m_view(view)
+{
+    ui->setupUi(this);
+    loadFromModel();
+    connectControls();
+}
+
+DocumentSetWidget::~DocumentSetWidget() = default;
+
+void DocumentSetWidget::connectControls()
+{
+    using Page = DocumentSetWidget;
+    connect(ui->checkBox_Reverse, &QCheckBox::stateChanged, this, &Page::onCheckBox_ReverseChanged);
+    connect(ui->lineEdit_PulseCountPerCicle, &QLineEdit::editingFinished, this, &Page::onPulseCountPerCicleChanged);
+    connect(
+        ui->checkBox_decimalDisplayPulse, &QCheckBox::stateChanged, this, &Page::onCheckBox_decimalDisplayPulseChanged);
+    connect(ui->radioButton_unUsedGear, &QRadioButton::toggled, this, &Page::onRadioChanged);
+    connect(ui->radioButton_useGearSet, &QRadioButton::toggled, this, &Page::onRadio_2Changed);
+    connect(ui->lineEdit_2, &QLineEdit::editingFinished, this, &Page::onMoveDistancePerCicleChanged);
+    connect(ui->lineEdit_3, &QLineEdit::editingFinished, this, &Page::onMoveDistancePerCicleChanged_useGear);
+    connect(ui->lineEdit_4, &QLineEdit::editingFinished, this, &Page::onGearRatioMoleculeChanged);
+    connect(ui->lineEdit_5, &QLineEdit::editingFinished, this, &Page::onGearRatioDenominatorChanged);
+}
+
+void DocumentSetWidget::refreshFromModel() { }
+
+void DocumentSetWidget::axisTypeChanged()
+{
+    blockSignals(true);
+    {
+        const AxisRecord record(m_projectName, m_axisId);
+        if (!record)
+            return; // signals stay blocked: this page has nothing left to tell
+        for (auto entry = AxisUnitDefaults.begin(); entry != AxisUnitDefaults.end(); ++entry)
+            record.set(entry.key(), entry.value());
+    }
+    loadFromModel();
+    blockSignals(false);
+}
+
+void DocumentSetWidget::loadFromModel()
+{
+    loadPictures();
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    ui->checkBox_Reverse->setChecked(record.isTrue(QStringLiteral("ReverseEnable")));
+    const bool decimal = record.isTrue(displayKey());
+    ui->checkBox_decimalDisplayPulse->setChecked(decimal);
+    // Called by hand too: in the first load the check box is not connected yet.
+    onCheckBox_decimalDisplayPulseChanged(decimal ? Qt::Checked : Qt::Unchecked);
+    loadGear(record);
+    installValidators();
+    for (const UnitField& field : unitFields())
+        (ui.get()->*field.edit)->setText(record.text(field.key));
+}
+
+void DocumentSetWidget::loadPictures()
+{
+    const auto* const cookies = Solution::serviceAs<IConfiguration>(Solution::ServiceKey::cookies());
+    if (!cookies)
+        return;
+    const QString light = Solution::ThemeName::light();
+    const QString theme = cookies->value(Solution::ConfigKey::theme(), light).toString();
+    const bool isLight = theme.compare(light, Qt::CaseInsensitive) == 0;
+    const QString path = isLight ? QStringLiteral(":/images/default/workbench_%1.jpg")
+                                 : QStringLiteral(":/images/dark/workbench_%1.jpg");
+    ui->label_18->setPixmap(QPixmap(path.arg(1)));
+    ui->label_18->setScaledContents(true);
+    ui->label_32->setPixmap(QPixmap(path.arg(2)));
+    ui->label_32->setScaledContents(true);
+}
+
+void DocumentSetWidget::loadGear(const AxisRecord& record)
+{
+    const bool used = record.isTrue(QStringLiteral("UseGearEnable"));
+    ui->radioButton_unUsedGear->setChecked(!used);
+    ui->radioButton_useGearSet->setChecked(used);
+    showGear(used);
+}
+
+void DocumentSetWidget::installValidators()
+{
+    auto* const real = new DoubleValidator(6, this);
+    auto* const whole = new RegExpValidator(RegExpValidator::decimalPattern(), this);
+    for (const UnitField& field : unitFields())
+        (ui.get()->*field.edit)
+            ->setValidator(field.rule.kind == NumberKind::Real ? static_cast<QValidator*>(real) : whole);
+}
+
+void DocumentSetWidget::showGear(bool used)
+{
+    ui->lineEdit_2->setEnabled(!used);
+    ui->lineEdit_3->setEnabled(used);
+    ui->lineEdit_4->setEnabled(used);
+    ui->lineEdit_5->setEnabled(used);
+}
+
+void DocumentSetWidget::setGear(bool used)
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    record.setFlag(QStringLiteral("UseGearEnable"), used);
+    showGear(used);
+}
+
+void DocumentSetWidget::commit(QLineEdit* Form::*edit)
+{
+    const QVector<UnitField>& fields = unitFields();
+    const auto row
+        = std::find_if(fields.begin(), fields.end(), [edit](const UnitField& field) { return field.edit == edit; });
+    Q_ASSERT(row != fields.end());
+    commitNumber(*(ui.get()->*edit), row->rule, row->key, m_projectName, m_axisId);
+}
+
+void DocumentSetWidget::onCheckBox_ReverseChanged(int state)
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (record)
+        record.setFlag(QStringLiteral("ReverseEnable"), state == Qt::Checked);
+}
+
+void DocumentSetWidget::onPulseCountPerCicleChanged()
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    const int base = record.isTrue(displayKey()) ? 10 : 16;
+    const NumberKind kind = base == 10 ? NumberKind::Unsigned : NumberKind::Hexadecimal;
+    commitNumber(*ui->lineEdit_PulseCountPerCicle, { kind, 1, highestCount },
+        { [&] { return QString::number(record.number(pulseKey()), base); },
+            [&](const QString& text) { record.set(pulseKey(), QString::number(text.toUInt(nullptr, base), 10)); },
+            [&](const QString& key) { return record.text(key); } });
+}
+
+void DocumentSetWidget::onCheckBox_decimalDisplayPulseChanged(int state)
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    const bool decimal = state == Qt::Checked;
+    ui->label_19->setVisible(!decimal);
+    const QString pattern = decimal ? RegExpValidator::decimalPattern() : RegExpValidator::hexadecimalPattern();
+    ui->lineEdit_PulseCountPerCicle->setValidator(new RegExpValidator(pattern, this));
+    ui->lineEdit_PulseCountPerCicle->setText(
+        decimal ? record.text(pulseKey()) : QString::number(record.number(pulseKey()), 16));
+    record.setFlag(displayKey(), decimal);
+}
+
+void DocumentSetWidget::onRadioChanged(bool ischecked)
+{
+    if (ischecked)
+        setGear(false);
+}
+
+void DocumentSetWidget::onRadio_2Changed(bool ischecked)
+{
+    if (ischecked)
+        setGear(true);
+}
+
+void DocumentSetWidget::onMoveDistancePerCicleChanged()
+{
+    commit(&Form::lineEdit_2);
+}
+
+void DocumentSetWidget::onMoveDistancePerCicleChanged_useGear()
+{
+    commit(&Form::lineEdit_3);
+}
+
+void DocumentSetWidget::onGearRatioMoleculeChanged()
+{
+    commit(&Form::lineEdit_4);
+}
+
+void DocumentSetWidget::onGearRatioDenominatorChanged()
+{
+    commit(&Form::lineEdit_5);
+}
