@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QImage>
+#include "resources/PictureCanvas.h"
+
 #include <QString>
 #include <QVector>
 
@@ -10,7 +11,7 @@ namespace drawing {
 struct BundledImage {
     /// Below the folder "images", for example "dark/axis.png"; the ending says how it is stored.
     QString path;
-    QImage image;
+    Picture picture;
 };
 
 /// Draws all images of the bundle. Needs a QGuiApplication, on any platform, for the fonts.

@@ -14,6 +14,8 @@ QByteArray bytesOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+constexpr int homingNumbers[] = { 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 33, 34, 35 };
+
 QStringList pathsOfBundle()
 {
     QStringList paths{
@@ -24,8 +26,16 @@ QStringList pathsOfBundle()
     for (const QString& theme : { QStringLiteral("default"), QStringLiteral("dark") }) {
         const QString folder = QStringLiteral(":/images/%1/").arg(theme);
         paths << folder + QStringLiteral("axiscfg.png") << folder + QStringLiteral("axis.png");
+        for (const QString& language : { QStringLiteral("zh_CN"), QStringLiteral("en_US") })
+            for (int number : homingNumbers)
+                paths << folder + QStringLiteral("Homing_%1/Homing_%2.png").arg(language).arg(number);
     }
     return paths;
+}
+
+QStringList homingPaths()
+{
+    return pathsOfBundle().filter(QStringLiteral("/Homing_"));
 }
 
 } // namespace
@@ -46,6 +56,9 @@ private slots:
     void lampsAreToldApartByShapeAlone();
     void iconsDifferByTheme_data();
     void iconsDifferByTheme();
+    void homingPicturesAreOfOneSize();
+    void homingPicturesAllDiffer();
+    void homingPicturesAreOnPaperOfTheirTheme();
 };
 
 void AxisResourcesTest::bundleHoldsExactlyItsPaths()
@@ -168,6 +181,31 @@ void AxisResourcesTest::iconsDifferByTheme()
     const QImage light(QStringLiteral(":/images/default/") + name);
     const QImage dark(QStringLiteral(":/images/dark/") + name);
     QVERIFY(light != dark);
+}
+
+void AxisResourcesTest::homingPicturesAreOfOneSize()
+{
+    QCOMPARE(homingPaths().size(), 68);
+    for (const QString& path : homingPaths())
+        QVERIFY2(QImage(path).size() == QSize(1280, 720), qPrintable(path));
+}
+
+void AxisResourcesTest::homingPicturesAllDiffer()
+{
+    QVector<QImage> pictures;
+    for (const QString& path : homingPaths())
+        pictures << QImage(path).convertToFormat(QImage::Format_RGB32);
+    for (int i = 0; i < pictures.size(); ++i)
+        for (int k = 0; k < i; ++k)
+            QVERIFY2(pictures[i] != pictures[k], qPrintable(homingPaths()[i] + QLatin1Char(' ') + homingPaths()[k]));
+}
+
+void AxisResourcesTest::homingPicturesAreOnPaperOfTheirTheme()
+{
+    for (const QString& path : homingPaths()) {
+        const int lightness = QImage(path).pixelColor(10, 10).lightness();
+        QVERIFY2(path.contains(QLatin1String("/dark/")) ? lightness < 80 : lightness > 230, qPrintable(path));
+    }
 }
 
 QTEST_GUILESS_MAIN(AxisResourcesTest)
