@@ -8,7 +8,8 @@ class DoubleValidator : public QDoubleValidator {
     Q_OBJECT
 
 public:
-    /// Standard notation with that many digits behind the point, unlimited range.
+    /// Standard notation with that many digits behind the point, unlimited range; a decimal point and no group
+    /// separators in any language.
     DoubleValidator(int decimals, QObject* parent);
     ~DoubleValidator() override;
 

@@ -51,7 +51,7 @@ struct NumberStore {
 
 /// What a commit did.
 enum class CommitResult {
-    /// The field still has the focus: nothing was done.
+    /// The field still has the focus, or there is no record: nothing was done.
     StillEditing,
     Stored,
     /// The last good text is back in the field.

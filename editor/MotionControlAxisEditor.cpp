@@ -4,8 +4,12 @@
 #include "axisdata/AxisRecord.h"
 #include "editor/AxisNodePath.h"
 #include "editor/BasicSetWidget.h"
+#include "editor/DocumentSetWidget.h"
 #include "host/components/PropertyEditorView.h"
 #include "host/languagecore/SplitPath.h"
+#include "online/OnlineDebugWidget.h"
+#include "pages/ModelAndParamtSetWidget.h"
+#include "pages/OriginReturnSetWidget.h"
 #include "sdk/IComparatorMan.h"
 #include "sdk/IConfiguration.h"
 #include "sdk/IEditorManager.h"
@@ -90,7 +94,8 @@ bool MotionControlAxisEditor::open(const QString& fileName, const QString& mimeT
     m_axisId = node.axisId;
     if (!beginBuild())
         return false;
-    addPages();
+    makePages();
+    addTabs();
     m_view->blockUndoRedo(true);
     connectPages();
     // The refresh in the page's constructor found no tabs to show or hide.
@@ -111,13 +116,34 @@ bool MotionControlAxisEditor::beginBuild() const
     return true;
 }
 
-void MotionControlAxisEditor::addPages()
+void MotionControlAxisEditor::makePages()
 {
     m_basicPage = new BasicSetWidget(m_projectName, m_axisId, m_view);
-    m_view->addTab(m_basicPage, tr("basic setting"));
+    m_unitPage = new DocumentSetWidget(m_projectName, m_axisId, m_view);
+    m_motionPage = new ModelAndParamtSetWidget(m_projectName, m_axisId, m_view);
+    m_homingPage = new OriginReturnSetWidget(m_projectName, m_axisId, m_view);
+    m_onlinePage = new OnlineDebugWidget(m_projectName, m_axisId, m_view);
 }
 
-void MotionControlAxisEditor::connectPages() { }
+void MotionControlAxisEditor::addTabs()
+{
+    m_view->addTab(m_basicPage, tr("basic setting"));
+    m_view->addTab(m_unitPage, tr("document setting"));
+    m_view->addTab(m_motionPage, tr("model and param setting"));
+    m_view->addTab(m_homingPage, tr("origin return setting"));
+    m_view->addTab(m_onlinePage, tr("online debug setting"));
+}
+
+void MotionControlAxisEditor::connectPages()
+{
+    connect(m_basicPage, &BasicSetWidget::axisTypeChanged, m_unitPage, &DocumentSetWidget::axisTypeChanged);
+    connect(m_basicPage, &BasicSetWidget::axisTypeChanged, m_motionPage, &ModelAndParamtSetWidget::axisTypeChanged);
+    connect(m_basicPage, &BasicSetWidget::axisTypeChanged, m_homingPage, &OriginReturnSetWidget::updateWidget);
+    connect(m_basicPage, &BasicSetWidget::axisInputDeviceChanged, m_motionPage, &ModelAndParamtSetWidget::updateWidget);
+    connect(
+        m_basicPage, &BasicSetWidget::axisOutputDeviceChanged, m_motionPage, &ModelAndParamtSetWidget::updateWidget);
+    connect(m_homingPage, &OriginReturnSetWidget::updateFindIndex, this, &MotionControlAxisEditor::onUpdateFindIndex);
+}
 
 void MotionControlAxisEditor::followTransfer()
 {
@@ -125,7 +151,9 @@ void MotionControlAxisEditor::followTransfer()
     if (!transfer)
         return;
     onlineStatechanged(transfer->isOnline());
+    m_onlinePage->onlineStatechanged(transfer->isOnline());
     connect(transfer, SIGNAL(onlineState(bool)), this, SLOT(onlineStatechanged(bool)), Qt::UniqueConnection);
+    connect(transfer, SIGNAL(onlineState(bool)), m_onlinePage, SLOT(onlineStatechanged(bool)), Qt::UniqueConnection);
 }
 
 bool MotionControlAxisEditor::endBuild()
@@ -216,7 +244,7 @@ bool MotionControlAxisEditor::findReferences(const QString& path, QVector<FindRe
     const AxisRecord record(m_projectName, m_axisId);
     if (!hasTree() || !record)
         return false;
-    const QString page = record->getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString());
+    const QString page = m_homingPage ? m_homingPage->objectName() : QString();
     for (const PinUse& use : pinUses) {
         const QString pin = record.text(use.pinKey);
         if (record.text(use.enableKey).compare(AxisTrue, Qt::CaseInsensitive) != 0
@@ -289,6 +317,12 @@ void MotionControlAxisEditor::refreshPages()
 {
     if (m_basicPage)
         m_basicPage->refreshFromModel();
+    if (m_unitPage)
+        m_unitPage->refreshFromModel();
+    if (m_motionPage)
+        m_motionPage->updateWidget();
+    if (m_homingPage)
+        m_homingPage->updateWidget();
 }
 
 QString MotionControlAxisEditor::currentFindPosition() const
@@ -309,11 +343,15 @@ void MotionControlAxisEditor::onTextChanged()
 void MotionControlAxisEditor::onlineStatechanged(bool state)
 {
     enableContent(m_basicPage, !state);
+    enableContent(m_unitPage, !state);
+    enableContent(m_motionPage, !state);
+    enableContent(m_homingPage, !state);
+    enableContent(m_onlinePage, state);
 }
 
 void MotionControlAxisEditor::onUpdateFindIndex()
 {
-    m_findPosition.clear();
+    m_findPosition = m_homingPage ? m_homingPage->focusedPinViewInfo() : QString();
     if (IEditorManager* manager = Solution::editorManager())
         manager->sendEditorMessage(this, QStringLiteral("UPDATE_FIND_INDEX"), m_findPosition);
 }

@@ -5,10 +5,12 @@
 #include <QPointer>
 #include <QString>
 
-class AxisRecord;
 class BasicSetWidget;
-class IApplication;
+class DocumentSetWidget;
+class ModelAndParamtSetWidget;
 class ModelObject;
+class OnlineDebugWidget;
+class OriginReturnSetWidget;
 class PropertyEditorView;
 
 /// The editor of one axis: pages as tabs on a view, wired to one another and to the host. It keeps no parameter; the
@@ -66,7 +68,8 @@ public slots:
 private:
     void bindPath(const QString& fileName);
     bool beginBuild() const;
-    void addPages();
+    void makePages();
+    void addTabs();
     void connectPages();
     void followTransfer();
     bool endBuild();
@@ -81,4 +84,8 @@ private:
     QString m_projectName;
     QPointer<PropertyEditorView> m_view;
     BasicSetWidget* m_basicPage = nullptr;
+    DocumentSetWidget* m_unitPage = nullptr;
+    ModelAndParamtSetWidget* m_motionPage = nullptr;
+    OriginReturnSetWidget* m_homingPage = nullptr;
+    OnlineDebugWidget* m_onlinePage = nullptr;
 };
