@@ -5,11 +5,15 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <memory>
 #include <vector>
 
 class AxisTable;
+class ProjectModel;
+struct AxisRecordData;
+struct ProjectChanges;
 
 /// The axes of a project and what its controller offers them. Sub-model name "AxisModel". Main thread only.
 ///
@@ -82,8 +86,20 @@ signals:
     void cycleTimeChanged();
 
 private:
+    friend class AxisTable;
     friend class ProjectModel;
-    explicit AxisModel(AbstractProjectModel* project);
+    explicit AxisModel(ProjectModel* project);
+
+    void fill(const QVector<AxisRecordData>& records);
+    bool isModified() const;
+    /// Adds all that is not stored to the changes; markStored follows when they are.
+    void collect(ProjectChanges& changes) const;
+    void markStored();
+
+    bool save(AxisTable& record);
+    bool load(AxisTable& record);
+    void recordChanged() const;
+    void renumber(AxisTable& record);
 
     struct Private;
     std::unique_ptr<Private> d;

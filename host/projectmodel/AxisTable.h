@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/projectmodel/AxisRecordData.h"
 #include "host/projectmodel/ModelObject.h"
 
 #include <QMap>
@@ -16,7 +17,10 @@ public:
     ~AxisTable() override;
 
     quint32 objectId() const override;
+    /// False too, and nothing reported, when a project that can only be read has no change of the user's here.
     bool save() override;
+    /// The name and the numbers that the model has given ("AxisNo", "AxisID") stay: they are changed in memory, by
+    /// other means than the record's editor.
     bool load() override;
 
     /// The value of the key, else the fallback.
@@ -41,12 +45,17 @@ public:
 
 private:
     friend class AxisModel;
-    friend class AxisRecordStore;
-    AxisTable(quint32 id, const QString& name, AxisModel* model);
+    AxisTable(const AxisRecordData& data, AxisModel* model);
+    void changed(const QString& type, const QString& param);
+    void markStored();
 
-    quint32 m_id;
-    QString m_name;
-    QMap<QString, QString> m_properties;
-    QMap<QString, QString> m_viewInfo;
     AxisModel* m_model;
+    AxisRecordData m_data;
+    /// What the store holds of this record; meaningful while m_isStored.
+    AxisRecordData m_stored;
+    bool m_isStored = false;
+    /// Changed by the model, not by the user: a new name or number, a return after removal.
+    bool m_touched = false;
+    /// Place among the records: by rows at opening, by creation after it.
+    int m_sequence = 0;
 };

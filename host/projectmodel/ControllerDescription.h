@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+class JsonReader;
+
 /// One entry of a controller's diagnosis table, texts by language ("en_US", "zh_CN").
 struct DiagnosisEntry {
     QMap<QString, QString> name;
@@ -39,6 +41,8 @@ public:
     QHash<quint16, DiagnosisEntry> diagnosis(int errorClass) const { return m_diagnosis.value(errorClass); }
 
 private:
+    void fill(const JsonReader& root);
+
     QString m_model;
     QByteArray m_json;
     QHash<QString, QStringList> m_lists;

@@ -10,7 +10,11 @@
 #include <memory>
 
 class AxisModel;
+class ProjectStore;
 class SourceModel;
+struct AxisRecordData;
+struct ProjectChanges;
+struct ProjectContents;
 
 /// A project in a file. Made by the ProjectModelManager only. Main thread only.
 class KESTRUN_PROJECTMODEL_EXPORT ProjectModel : public AbstractProjectModel {
@@ -49,9 +53,25 @@ signals:
     void controllerChanged();
 
 private:
+    friend class AxisModel;
     friend class ProjectModelManager;
-    friend class SafeProjectModel;
+    friend class SourceModel;
+
+    ProjectModel(const QString& name, std::unique_ptr<ProjectStore> store);
+    /// Fills the model with what the file held when it was opened. False: the controller's description cannot be read.
+    bool fill(const ProjectContents& contents, QString* error);
+
+    const ControllerDescription& formerController() const;
+    ProjectChanges unsavedChanges() const;
+    void markStored();
+    bool write(const ProjectChanges& changes, QString* error);
+    bool read(quint32 axisId, AxisRecordData* record) const;
+    ProjectStore& store() const;
+    /// Goes on with another file that holds all that this model holds.
+    void moveTo(std::unique_ptr<ProjectStore> store, const QString& name);
+    /// Raises modifiedChanged when that is so.
+    void noteChange();
+
     struct Private;
-    explicit ProjectModel(std::unique_ptr<Private> data);
     std::unique_ptr<Private> d;
 };

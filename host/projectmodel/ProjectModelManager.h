@@ -33,8 +33,9 @@ public:
     ProjectModel* openProject(const QString& filePath, QString* error, const QString& alias = QString());
     /// Closes without saving. The model dies when its last guard lets go.
     void closeProject(ProjectModel* project);
-    /// Stores the project, copies it to another file by the database's own means, and goes on with the copy, which
-    /// takes that file's name. The original stays as it was last stored. False sets the error and changes nothing.
+    /// Copies the project by the database's own means to another file, stores what is not stored there, and goes on
+    /// with that file, whose name the project takes. An existing file is replaced, once the new one is whole; the
+    /// original stays as it was last stored. False sets the error and changes nothing.
     bool saveProjectAs(ProjectModel* project, const QString& filePath, QString* error);
     /// Reads what is whole in a damaged project file into a new file. Returns the number of axes rescued, -1 with the
     /// error set when nothing could be read.
@@ -51,6 +52,9 @@ private:
     explicit ProjectModelManager(QObject* parent = nullptr);
     ~ProjectModelManager() override;
     friend class SafeProjectModel;
+
+    /// False sets the error: another project than the exception has that file or that name.
+    bool isFree(const QString& filePath, const QString& name, const ProjectModel* except, QString* error) const;
 
     void hold(AbstractProjectModel* model);
     void release(AbstractProjectModel* model);

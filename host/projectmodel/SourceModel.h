@@ -6,6 +6,9 @@
 #include <QString>
 #include <QStringList>
 
+class ProjectModel;
+struct ProjectChanges;
+
 /// The structured-text sources of a project, by name. Sub-model name "SourceModel". Main thread only.
 class KESTRUN_PROJECTMODEL_EXPORT SourceModel : public SubModel {
     Q_OBJECT
@@ -20,6 +23,7 @@ public:
     QString source(const QString& name) const;
     /// Adds or replaces a source in memory; the project's save stores it.
     void setSource(const QString& name, const QString& text);
+    /// False for an unknown name.
     bool removeSource(const QString& name);
 
     /// Sources are no objects: nothing can be taken out, put back or renamed by the undo commands.
@@ -33,7 +37,15 @@ signals:
 
 private:
     friend class ProjectModel;
-    explicit SourceModel(AbstractProjectModel* project);
+    explicit SourceModel(ProjectModel* project);
 
+    void fill(const QMap<QString, QString>& sources);
+    bool isModified() const;
+    void collect(ProjectChanges& changes) const;
+    void markStored();
+    void changed();
+
+    ProjectModel* m_projectModel;
     QMap<QString, QString> m_sources;
+    QMap<QString, QString> m_stored;
 };

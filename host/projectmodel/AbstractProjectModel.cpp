@@ -1,0 +1,5 @@
+#include "host/projectmodel/AbstractProjectModel.h"
+
+AbstractProjectModel::AbstractProjectModel(QObject* parent) : QObject(parent) { }
+
+AbstractProjectModel::~AbstractProjectModel() = default;

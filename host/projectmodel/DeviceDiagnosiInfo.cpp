@@ -1,0 +1,5 @@
+#include "host/projectmodel/DeviceDiagnosiInfo.h"
+
+DeviceDiagnosiInfo::DeviceDiagnosiInfo(QObject* parent) : QObject(parent) { }
+
+DeviceDiagnosiInfo::~DeviceDiagnosiInfo() = default;

@@ -1,0 +1,125 @@
+#include "host/projectmodel/StoreWriter.h"
+
+#include "host/projectmodel/StoreConnection.h"
+#include "host/projectmodel/StoreRows.h"
+#include "host/projectmodel/StoreSchema.h"
+
+#include <algorithm>
+
+namespace {
+
+QMap<QString, QString> storable(const QMap<QString, QString>& texts)
+{
+    QMap<QString, QString> sound;
+    for (auto it = texts.begin(); it != texts.end(); ++it)
+        sound.insert(sound.cend(), storableText(it.key()), storableText(it.value()));
+    return sound;
+}
+
+bool isSame(const AxisChange& change)
+{
+    return change.isStored && change.now.name == change.stored.name && change.now.properties == change.stored.properties
+        && change.now.viewInfo == change.stored.viewInfo;
+}
+
+bool changesRowCounts(const ProjectChanges& changes)
+{
+    return !changes.removedAxes.isEmpty() || !changes.removedSources.isEmpty() || !changes.settings.isEmpty()
+        || !changes.sources.isEmpty() || changes.controllerChanged
+        || std::any_of(changes.axes.begin(), changes.axes.end(), [](const AxisChange& each) { return !each.isStored; });
+}
+
+} // namespace
+
+StoreWriter::StoreWriter(StoreConnection& connection) : m_connection(connection) { }
+
+bool StoreWriter::createTables()
+{
+    const QStringList statements = StoreSchema::tables(StoreSchema::version) + StoreSchema::headerStatements();
+    return std::all_of(
+        statements.begin(), statements.end(), [this](const QString& each) { return m_connection.run(each); });
+}
+
+bool StoreWriter::write(const ProjectChanges& changes)
+{
+    for (const quint32 id : changes.removedAxes)
+        if (!removeAxis(id))
+            return false;
+    for (const AxisChange& each : changes.axes)
+        if (!isSame(each) && !writeAxis(each))
+            return false;
+    if (!removeSources(changes.removedSources) || !writeTexts(QStringLiteral("source"), changes.sources)
+        || !writeTexts(QStringLiteral("setting"), changes.settings))
+        return false;
+    if (changes.controllerChanged) {
+        const Texts descriptions{ { presentRole(), QString::fromUtf8(changes.controller) },
+            { formerRole(), QString::fromUtf8(changes.formerController) } };
+        if (!writeTexts(QStringLiteral("controller"), descriptions))
+            return false;
+    }
+    return !changesRowCounts(changes) || writeTallies();
+}
+
+bool StoreWriter::writeTexts(const QString& table, const Texts& texts)
+{
+    const QString sql = QStringLiteral("INSERT OR REPLACE INTO %1 VALUES(?, ?, ?)").arg(table);
+    for (auto it = texts.begin(); it != texts.end(); ++it) {
+        const QString key = storableText(it.key());
+        const QString text = storableText(it.value());
+        if (!m_connection.run(sql, key, text, textChecksum(table, key, text)))
+            return false;
+    }
+    return true;
+}
+
+bool StoreWriter::writeTallies()
+{
+    const QStringList tables = StoreSchema::talliedTables();
+    for (const QString& table : tables) {
+        const QVariant rows = m_connection.value(QStringLiteral("SELECT count(*) FROM %1").arg(table));
+        if (!rows.isValid()
+            || !m_connection.run(QStringLiteral("INSERT OR REPLACE INTO tally VALUES(?, ?, ?)"), table, rows.toInt(),
+                tallyChecksum(table, rows.toInt())))
+            return false;
+    }
+    return true;
+}
+
+bool StoreWriter::writeAxis(const AxisChange& change)
+{
+    const AxisRecordData now{ change.now.id, storableText(change.now.name), storable(change.now.properties),
+        storable(change.now.viewInfo) };
+    const AxisRecordData stored = change.isStored ? change.stored : AxisRecordData();
+    return m_connection.run(QStringLiteral("INSERT OR REPLACE INTO axis VALUES(?, ?, ?)"), now.id, now.name,
+               checksumOf(now, StoreSchema::version))
+        && writeMap(QStringLiteral("axis_property"), now.id, now.properties, storable(stored.properties))
+        && writeMap(QStringLiteral("axis_view"), now.id, now.viewInfo, storable(stored.viewInfo));
+}
+
+bool StoreWriter::writeMap(const QString& table, quint32 axis, const Texts& now, const Texts& stored)
+{
+    const QString insert = QStringLiteral("INSERT OR REPLACE INTO %1 VALUES(?, ?, ?)").arg(table);
+    const Texts changed = differences(now, stored);
+    for (auto it = changed.begin(); it != changed.end(); ++it)
+        if (!m_connection.run(insert, axis, it.key(), it.value()))
+            return false;
+    const QString remove = QStringLiteral("DELETE FROM %1 WHERE axis=? AND key=?").arg(table);
+    for (auto it = stored.begin(); it != stored.end(); ++it)
+        if (!now.contains(it.key()) && !m_connection.run(remove, axis, it.key()))
+            return false;
+    return true;
+}
+
+bool StoreWriter::removeAxis(quint32 id)
+{
+    return m_connection.run(QStringLiteral("DELETE FROM axis WHERE id=?"), id)
+        && m_connection.run(QStringLiteral("DELETE FROM axis_property WHERE axis=?"), id)
+        && m_connection.run(QStringLiteral("DELETE FROM axis_view WHERE axis=?"), id);
+}
+
+bool StoreWriter::removeSources(const QStringList& names)
+{
+    return std::all_of(names.begin(), names.end(), [this](const QString& each) {
+        return m_connection.run(QStringLiteral("DELETE FROM source WHERE name=?"), storableText(each));
+    });
+}
