@@ -6,10 +6,14 @@
 
 namespace {
 
-bool hasKey(const Solution::NodeDescription& node, const QString& kind, const QString& word, unsigned id)
+QString textOf(const Solution::NodeDescription& node, const char* key)
 {
-    return node.properties.value(kind).toString() == word && node.properties.contains(QStringLiteral("DataBaseKey"))
-        && node.properties.value(QStringLiteral("DataBaseKey")).toUInt() == id;
+    return node.properties.value(QLatin1String(key)).toString();
+}
+
+unsigned dataBaseKey(const Solution::NodeDescription& node)
+{
+    return node.properties.value(QStringLiteral("DataBaseKey")).toUInt();
 }
 
 } // namespace
@@ -24,8 +28,8 @@ void TestView::addProject(const QString& projectName)
     project.name = projectName;
     Solution::NodeDescription configuration;
     configuration.name = QStringLiteral("ConfigAndSetup");
-    insert(&m_root, static_cast<int>(m_root.children.size()), project);
-    insert(m_root.children.back().get(), 0, configuration);
+    insert(QString(), static_cast<int>(m_root.children.size()), project);
+    insert(projectName, 0, configuration);
 }
 
 const Solution::NodeDescription* TestView::node(const QString& path) const
@@ -37,14 +41,13 @@ const Solution::NodeDescription* TestView::node(const QString& path) const
 bool TestView::addNode(const QString& parentPath, const Solution::NodeDescription& node, int flags)
 {
     m_log.add("view.addNode", { parentPath, node.name, QString::number(flags) });
-    Node* parent = find(parentPath);
-    return insert(parent, parent ? static_cast<int>(parent->children.size()) : 0, node);
+    return insert(parentPath, -1, node);
 }
 
 bool TestView::insertNode(const QString& parentPath, int row, const Solution::NodeDescription& node)
 {
     m_log.add("view.insertNode", { parentPath, QString::number(row), node.name });
-    return insert(find(parentPath), row, node);
+    return insert(parentPath, row, node);
 }
 
 bool TestView::removeNode(const QString& path, bool withIndex)
@@ -53,6 +56,7 @@ bool TestView::removeNode(const QString& path, bool withIndex)
     Node* node = path.isEmpty() ? nullptr : find(path);
     if (!node)
         return false;
+    leave(node);
     auto& siblings = node->parent->children;
     siblings.erase(siblings.begin() + rowOf(node));
     return true;
@@ -104,60 +108,66 @@ int TestView::nodeRow(const QString& path)
 QString TestView::fileNameOf(const QString& mimeType, unsigned id)
 {
     m_log.add("view.fileNameOf", { mimeType, QString::number(id) });
-    const Node* node = search(m_root, [&mimeType, id](const Solution::NodeDescription& description) {
-        return hasKey(description, QStringLiteral("MimeType"), mimeType, id);
-    });
-    return node ? node->description.properties.value(QStringLiteral("FileName")).toString() : QString();
+    const Node* node = m_byKey.value(keyOf(mimeType, id));
+    return node ? textOf(node->description, "FileName") : QString();
 }
 
 QString TestView::nodePathOfFile(const QString& fileName, bool currentProjectFirst)
 {
     m_log.add("view.nodePathOfFile", { fileName, CallLog::text(currentProjectFirst) });
-    if (fileName.isEmpty())
-        return {};
-    const Node* node = search(m_root, [&fileName](const Solution::NodeDescription& description) {
-        return description.properties.value(QStringLiteral("FileName")).toString() == fileName;
-    });
+    const Node* node = m_byFile.value(fileName);
     return node ? pathOf(node) : QString();
 }
 
 QString TestView::nodePathOfKey(const QString& nodeType, unsigned id)
 {
     m_log.add("view.nodePathOfKey", { nodeType, QString::number(id) });
-    const Node* node = search(m_root, [&nodeType, id](const Solution::NodeDescription& description) {
-        return hasKey(description, QStringLiteral("NodeType"), nodeType, id);
-    });
+    const Node* node = m_byKey.value(keyOf(nodeType, id));
     return node ? pathOf(node) : QString();
 }
 
 TestView::Node* TestView::find(const QString& path) const
 {
-    auto* node = const_cast<Node*>(&m_root);
-    if (path.isEmpty())
-        return node;
-    const QStringList segments = path.split(QLatin1Char('.'));
-    for (const QString& segment : segments) {
-        const auto child = std::find_if(node->children.begin(), node->children.end(),
-            [&segment](const std::unique_ptr<Node>& candidate) { return candidate->description.name == segment; });
-        if (child == node->children.end())
-            return nullptr;
-        node = child->get();
-    }
-    return node;
+    return path.isEmpty() ? const_cast<Node*>(&m_root) : m_byPath.value(path);
 }
 
-bool TestView::insert(Node* parent, int row, const Solution::NodeDescription& description)
+bool TestView::insert(const QString& parentPath, int row, const Solution::NodeDescription& description)
 {
+    Node* parent = find(parentPath);
     if (!parent)
         return false;
     auto node = std::make_unique<Node>();
     node->description = description;
     node->parent = parent;
+    enter(node.get());
     auto& siblings = parent->children;
     const int count = static_cast<int>(siblings.size());
     const int place = row < 0 || row > count ? count : row;
     siblings.insert(siblings.begin() + place, std::move(node));
     return true;
+}
+
+void TestView::enter(Node* node)
+{
+    const Solution::NodeDescription& description = node->description;
+    m_byPath.insert(pathOf(node), node);
+    if (description.properties.contains(QStringLiteral("FileName")))
+        m_byFile.insert(textOf(description, "FileName"), node);
+    if (description.properties.contains(QStringLiteral("DataBaseKey"))) {
+        m_byKey.insert(keyOf(textOf(description, "MimeType"), dataBaseKey(description)), node);
+        m_byKey.insert(keyOf(textOf(description, "NodeType"), dataBaseKey(description)), node);
+    }
+}
+
+void TestView::leave(Node* node)
+{
+    for (const auto& child : node->children)
+        leave(child.get());
+    const Solution::NodeDescription& description = node->description;
+    m_byPath.remove(pathOf(node));
+    m_byFile.remove(textOf(description, "FileName"));
+    m_byKey.remove(keyOf(textOf(description, "MimeType"), dataBaseKey(description)));
+    m_byKey.remove(keyOf(textOf(description, "NodeType"), dataBaseKey(description)));
 }
 
 int TestView::rowOf(const Node* node)
@@ -176,13 +186,7 @@ QString TestView::pathOf(const Node* node)
     return segments.join(QLatin1Char('.'));
 }
 
-const TestView::Node* TestView::search(const Node& node, const Match& match)
+QString TestView::keyOf(const QString& word, unsigned id)
 {
-    for (const auto& child : node.children) {
-        if (match(child->description))
-            return child.get();
-        if (const Node* found = search(*child, match))
-            return found;
-    }
-    return nullptr;
+    return word + QLatin1Char('/') + QString::number(id);
 }

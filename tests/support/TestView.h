@@ -2,13 +2,15 @@
 
 #include "sdk/SolutionView.h"
 
-#include <functional>
+#include <QHash>
+
 #include <memory>
 #include <vector>
 
 class CallLog;
 
 /// A project tree in memory. Keeps to the contract: unknown paths are survived, an empty parent path names the root.
+/// Nodes are found by path, file name and key in constant time, so that what a bench measures is not the tree.
 class TestView : public Solution::View {
     Q_OBJECT
 
@@ -38,14 +40,20 @@ private:
         Node* parent = nullptr;
         std::vector<std::unique_ptr<Node>> children;
     };
-    using Match = std::function<bool(const Solution::NodeDescription&)>;
+    using Index = QHash<QString, Node*>;
 
     Node* find(const QString& path) const;
-    static bool insert(Node* parent, int row, const Solution::NodeDescription& description);
+    bool insert(const QString& parentPath, int row, const Solution::NodeDescription& description);
+    void enter(Node* node);
+    void leave(Node* node);
     static int rowOf(const Node* node);
     static QString pathOf(const Node* node);
-    static const Node* search(const Node& node, const Match& match);
+    static QString keyOf(const QString& word, unsigned id);
 
     CallLog& m_log;
     Node m_root;
+    Index m_byPath;
+    Index m_byFile;
+    /// By "MimeType" or "NodeType" together with "DataBaseKey".
+    Index m_byKey;
 };
