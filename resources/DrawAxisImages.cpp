@@ -18,6 +18,21 @@ bool storeAll(const QString& folder, QTextStream& errors)
     return true;
 }
 
+bool checkAll(const QString& folder, QTextStream& errors)
+{
+    bool good = true;
+    for (const drawing::BundledImage& image : drawing::drawAllImages()) {
+        QStringList faults = drawing::textFaults(image.picture);
+        const QString stored = drawing::storedFault(image, folder);
+        if (!stored.isEmpty())
+            faults << stored;
+        for (const QString& fault : faults)
+            errors << image.path << ": " << fault << '\n';
+        good = good && faults.isEmpty();
+    }
+    return good;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -29,10 +44,15 @@ int main(int argc, char* argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Draws the images of the axis plug-in's resource bundle."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Where the images go."));
+    const QCommandLineOption check(QStringLiteral("check"),
+        QStringLiteral("Write nothing; tell which words leave their room and which images differ from FOLDER."));
+    parser.addOption(check);
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Where the images are."));
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(2);
+    const QString folder = parser.positionalArguments().constFirst();
     QTextStream errors(stderr);
-    return storeAll(parser.positionalArguments().constFirst(), errors) ? 0 : 1;
+    const bool good = parser.isSet(check) ? checkAll(folder, errors) : storeAll(folder, errors);
+    return good ? 0 : 1;
 }

@@ -3,10 +3,13 @@
 #include "resources/ColourTable.h"
 #include "resources/HomingPicture.h"
 #include "resources/SmallImages.h"
+#include "resources/UnitFigures.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QImageWriter>
+#include <QRegion>
 
 namespace drawing {
 
@@ -31,8 +34,60 @@ void drawTheme(Theme theme, QVector<BundledImage>& images)
     const QString folder = themeFolder(theme);
     images.append({ folder + QStringLiteral("axiscfg.png"), { axisConfigIcon(theme), {} } });
     images.append({ folder + QStringLiteral("axis.png"), { axisIcon(theme), {} } });
+    images.append({ folder + QStringLiteral("workbench_1.jpg"), drawLinearUnitFigure(theme) });
+    images.append({ folder + QStringLiteral("workbench_2.jpg"), drawRotaryUnitFigure(theme) });
     drawHomingPictures(theme, Language::Chinese, folder + QStringLiteral("Homing_zh_CN/"), images);
     drawHomingPictures(theme, Language::English, folder + QStringLiteral("Homing_en_US/"), images);
+}
+
+/// How far a channel may be off where another version of the font gives the picture another table of colours.
+constexpr int storingTolerance = 40;
+constexpr int jpegQuality = 94;
+
+bool alike(QRgb left, QRgb right)
+{
+    return qAbs(qRed(left) - qRed(right)) <= storingTolerance && qAbs(qGreen(left) - qGreen(right)) <= storingTolerance
+        && qAbs(qBlue(left) - qBlue(right)) <= storingTolerance
+        && qAbs(qAlpha(left) - qAlpha(right)) <= storingTolerance;
+}
+
+/// Where words stand, with a rim for the same words in another version of the font.
+QRegion wordsOf(const Picture& picture)
+{
+    QRegion words;
+    for (const TextItem& text : picture.texts)
+        words += text.box.toAlignedRect().adjusted(-6, -2, 6, 2);
+    return words;
+}
+
+bool writeSmall(QImageWriter& writer, const BundledImage& image)
+{
+    // The scale of compression ends at 100, the smallest file; it costs no quality.
+    writer.setCompression(100);
+    if (image.path.endsWith(QLatin1String(".jpg"))) {
+        writer.setQuality(jpegQuality);
+        writer.setOptimizedWrite(true);
+    }
+    return writer.write(image.picture.image);
+}
+
+/// The image after it has been through its file format.
+QImage asStored(const BundledImage& image)
+{
+    QBuffer file;
+    QImageWriter writer(&file, QFileInfo(image.path).suffix().toLatin1());
+    writeSmall(writer, image);
+    return QImage::fromData(file.data()).convertToFormat(QImage::Format_ARGB32);
+}
+
+/// The first pixel outside the words that is not alike, or (-1, -1).
+QPoint differingPixel(const QImage& drawn, const QImage& stored, const QRegion& words)
+{
+    for (int y = 0; y < drawn.height(); ++y)
+        for (int x = 0; x < drawn.width(); ++x)
+            if (!alike(drawn.pixel(x, y), stored.pixel(x, y)) && !words.contains(QPoint(x, y)))
+                return { x, y };
+    return { -1, -1 };
 }
 
 } // namespace
@@ -56,15 +111,24 @@ bool storeImage(const BundledImage& image, const QString& folder, QString& error
         return false;
     }
     QImageWriter writer(path);
-    writer.setCompression(100);
-    if (path.endsWith(QLatin1String(".jpg"))) {
-        writer.setQuality(94);
-        writer.setOptimizedWrite(true);
-    }
-    if (writer.write(image.picture.image))
+    if (writeSmall(writer, image))
         return true;
     error = path + QStringLiteral(": ") + writer.errorString();
     return false;
+}
+
+QString storedFault(const BundledImage& image, const QString& folder)
+{
+    const QString path = QDir(folder).filePath(image.path);
+    const QImage stored = QImage(path).convertToFormat(QImage::Format_ARGB32);
+    if (stored.isNull())
+        return path + QStringLiteral(": cannot be read");
+    if (stored.size() != image.picture.image.size())
+        return path + QStringLiteral(": has another size");
+    const QPoint place = differingPixel(asStored(image), stored, wordsOf(image.picture));
+    if (place.x() < 0)
+        return {};
+    return path + QStringLiteral(": differs at %1, %2").arg(place.x()).arg(place.y());
 }
 
 } // namespace drawing

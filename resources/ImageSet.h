@@ -17,8 +17,12 @@ struct BundledImage {
 /// Draws all images of the bundle. Needs a QGuiApplication, on any platform, for the fonts.
 QVector<BundledImage> drawAllImages();
 
-/// Stores the image under `folder`/path, as small as its kind allows. False, with the reason in `error`, if the
-/// file cannot be written.
+/// Stores the image under `folder`/path, as small as its kind allows. False, with the file and the reason in
+/// `error`, if it cannot be written.
 bool storeImage(const BundledImage& image, const QString& folder, QString& error);
+
+/// How the file under `folder`/path differs from the drawn image, as a line for a person; empty if it does not. Words
+/// may differ as much as one version of the font differs from the next, all else by no more than storing costs.
+QString storedFault(const BundledImage& image, const QString& folder);
 
 } // namespace drawing

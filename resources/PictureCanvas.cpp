@@ -18,7 +18,8 @@ QString roomFault(const Picture& picture, const TextItem& text)
 {
     if (!QRectF(picture.image.rect()).contains(text.box))
         return QStringLiteral("leaves the picture");
-    return text.cell.contains(text.box) ? QString() : QStringLiteral("leaves its cell");
+    // A glyph's rim may lap over by less than a pixel.
+    return text.cell.adjusted(-1, -1, 1, 1).contains(text.box) ? QString() : QStringLiteral("leaves its cell");
 }
 
 } // namespace
@@ -52,7 +53,11 @@ void PictureCanvas::write(const QRectF& cell, int flags, const QString& words, c
     m_painter.setPen(colour);
     const int alignment = flags | Qt::TextSingleLine | Qt::TextDontClip;
     m_painter.drawText(cell, alignment, words);
-    m_picture.texts.append({ words, cell, m_painter.boundingRect(cell, alignment, words) });
+    // The ink counts: the line height of a font for both languages is far more than its letters take.
+    const QFontMetricsF metrics(font);
+    const QRectF row = m_painter.boundingRect(cell, alignment, words);
+    const QRectF ink = metrics.tightBoundingRect(words).translated(row.left(), row.top() + metrics.ascent());
+    m_picture.texts.append({ words, cell, ink });
 }
 
 void PictureCanvas::line(QPointF from, QPointF to, const QColor& colour, double weight, Qt::PenStyle style)

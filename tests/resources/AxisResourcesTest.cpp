@@ -25,7 +25,8 @@ QStringList pathsOfBundle()
     };
     for (const QString& theme : { QStringLiteral("default"), QStringLiteral("dark") }) {
         const QString folder = QStringLiteral(":/images/%1/").arg(theme);
-        paths << folder + QStringLiteral("axiscfg.png") << folder + QStringLiteral("axis.png");
+        paths << folder + QStringLiteral("axiscfg.png") << folder + QStringLiteral("axis.png")
+              << folder + QStringLiteral("workbench_1.jpg") << folder + QStringLiteral("workbench_2.jpg");
         for (const QString& language : { QStringLiteral("zh_CN"), QStringLiteral("en_US") })
             for (int number : homingNumbers)
                 paths << folder + QStringLiteral("Homing_%1/Homing_%2.png").arg(language).arg(number);
@@ -56,6 +57,7 @@ private slots:
     void lampsAreToldApartByShapeAlone();
     void iconsDifferByTheme_data();
     void iconsDifferByTheme();
+    void unitFiguresAreSharpTwiceTheirSizeOnThePage();
     void homingPicturesAreOfOneSize();
     void homingPicturesAllDiffer();
     void homingPicturesAreOnPaperOfTheirTheme();
@@ -181,6 +183,18 @@ void AxisResourcesTest::iconsDifferByTheme()
     const QImage light(QStringLiteral(":/images/default/") + name);
     const QImage dark(QStringLiteral(":/images/dark/") + name);
     QVERIFY(light != dark);
+}
+
+void AxisResourcesTest::unitFiguresAreSharpTwiceTheirSizeOnThePage()
+{
+    const QStringList paths = pathsOfBundle().filter(QStringLiteral("workbench_"));
+    QCOMPARE(paths.size(), 4);
+    QVector<QImage> figures;
+    for (const QString& path : paths) {
+        figures << QImage(path);
+        QCOMPARE(figures.last().size(), QSize(960, 420));
+        QCOMPARE(figures.indexOf(figures.last()), figures.size() - 1);
+    }
 }
 
 void AxisResourcesTest::homingPicturesAreOfOneSize()
