@@ -7,14 +7,24 @@
 #include "host/projectmodel/ProjectModelManager.h"
 #include "host/projectmodel/SourceModel.h"
 
+#include <QFile>
+#include <QJsonDocument>
+
 namespace {
 
-ControllerDescription controllerOf(const QString& model)
+QByteArray jsonOf(const QString& model)
+{
+    QFile file(QStringLiteral(KESTRUN_CONTROLLER_DIR "/%1.json").arg(model));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s: %s", qPrintable(file.fileName()), qPrintable(file.errorString()));
+    return file.readAll();
+}
+
+ControllerDescription controllerOf(const QByteArray& json)
 {
     ControllerDescription controller;
     QString error;
-    const QString path = QStringLiteral(KESTRUN_CONTROLLER_DIR "/%1.json").arg(model);
-    if (!controller.readFile(path, &error))
+    if (!controller.read(json, QStringLiteral("controller"), &error))
         qFatal("%s", qPrintable(error));
     return controller;
 }
@@ -25,7 +35,7 @@ TestProject::TestProject(const QString& controllerModel, const QString& name)
     : m_filePath(m_directory.filePath(name + QStringLiteral(".kestrun")))
 {
     QString error;
-    m_model = ProjectModelManager::instance()->createProject(m_filePath, controllerOf(controllerModel), &error);
+    m_model = ProjectModelManager::instance()->createProject(m_filePath, controllerOf(jsonOf(controllerModel)), &error);
     if (!m_model)
         qFatal("%s", qPrintable(error));
     m_name = m_model->name();
@@ -72,7 +82,17 @@ void TestProject::addSource(const QString& name, const QString& text)
 
 void TestProject::changeController(const QString& controllerModel)
 {
-    m_model->changeController(controllerOf(controllerModel));
+    m_model->changeController(controllerOf(jsonOf(controllerModel)));
+}
+
+void TestProject::changeController(const QJsonObject& description)
+{
+    m_model->changeController(controllerOf(QJsonDocument(description).toJson()));
+}
+
+QJsonObject TestProject::description(const QString& controllerModel)
+{
+    return QJsonDocument::fromJson(jsonOf(controllerModel)).object();
 }
 
 void TestProject::save()

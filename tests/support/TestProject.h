@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QPointer>
 #include <QString>
 #include <QTemporaryDir>
@@ -30,6 +31,10 @@ public:
     void addSource(const QString& name, const QString& text);
     /// Gives the project another controller from examples/controllers, in memory; raises no event of the tree.
     void changeController(const QString& controllerModel);
+    /// The same with a description of the test's own.
+    void changeController(const QJsonObject& description);
+    /// The description of a model, to be varied.
+    static QJsonObject description(const QString& controllerModel);
     void save();
     /// Closes without saving and opens the file again. Models and records taken before are gone.
     void reopen();
