@@ -14,12 +14,12 @@ class CheckUnitHelper;
 class Symbol;
 class SymbolDataType;
 
-/// A source text that does not parse.
+/// What is wrong in a source text: it does not parse, or it declares what cannot be.
 struct SourceProblem {
     std::string source;
     int line = 0;
     int column = 0;
-    /// What was expected, for the user.
+    /// What was expected or is wrong, for the user, translated.
     std::string text;
 };
 
@@ -37,18 +37,22 @@ struct VariableInfo {
     int column = 0;
 };
 
-/// Further results of ACCore::parserVariables.
+/// Further results of ACCore::parserVariables, each list in the order of the text.
 struct ParseDetails {
+    /// All names with their members and indices, known or not.
     std::vector<std::string> identifiers;
+    /// Numbers, texts and values of enumerations.
     std::vector<std::string> literals;
+    /// Direct addresses.
     std::vector<std::string> addresses;
+    /// Names that the project does not know.
     std::vector<std::string> unknown;
     std::vector<SourceProblem> problems;
 };
 
 /// The language core of one project: what its structured-text declarations and the system library declare. Names
-/// compare without regard to case. A source that does not parse leaves the others, and its own declarations before the
-/// fault, usable. Main thread only. All texts are UTF-8.
+/// compare without regard to case. A source that does not parse leaves the others, its own declarations before the
+/// fault, and those from the next one on usable. Main thread only. All texts are UTF-8.
 class KESTRUN_LANGUAGECORE_EXPORT ACCore {
 public:
     ACCore();
@@ -63,18 +67,28 @@ public:
     ProgramStyle getProgramStyle() const;
     CheckUnitHelper* checkUnitHelper() const;
     /// Type of the symbol that the text resolves to: a global variable, a path of program or global list, variable,
-    /// structure members and array elements, or a bit of an integer by ".n". Null when it resolves to none.
+    /// structure members and array elements, or a bit of an integer by ".n". An index is a whole number or a constant
+    /// within the bounds. The path holds no blanks. Null when it resolves to none. Owned by the core, valid until the
+    /// sources change; equal types have one address.
     SymbolDataType* type(const std::string& name) const;
     /// Appends all symbols of a kind, the system library's first, then in the order of the sources.
     void allSymbols(int kind, std::vector<Symbol*>& out) const;
-    /// Finds the symbols that an expression names, by statement and by their order in it. The unit name and section
-    /// are for error positions only. False when the text is no expression; what was found before the fault is kept.
+    /// Finds the variables that an expression names. The outer key is the number of the statement from 0, the inner
+    /// one the variable's number in it from 0; the types are by the variable's path. Direct addresses, values of
+    /// enumerations and functions are no variables, and what the project does not know goes to the details. Unit name
+    /// and section are for error positions only. False when the text is no expression (statements may be parted by
+    /// semicolons, and may be assignments); what was found before the fault is kept.
     bool parserVariables(const std::string& text, const std::string& unitName, int section,
         std::map<int, std::map<int, Language::LogicSymInfo>>& symbols, std::map<std::string, std::string>& types,
         ParseDetails& details) const;
 
-    /// All variables with members and array elements, in the order of declaration.
-    std::vector<VariableInfo> variables() const;
+    /// True when a declaration at the top of the project has that name, see CheckUnitHelper.
+    bool isNameTaken(const std::string& name) const;
+    /// All variables of programs and global lists with their members and array elements, in the order of declaration.
+    /// Temporary and external ones are left out. An array of more than 1,000 elements is listed without them; a
+    /// variable shows 10,000 members and elements at most and a project 50,000 in all.
+    const std::vector<VariableInfo>& variables() const;
+    /// What is wrong in the sources, in their order.
     const std::vector<SourceProblem>& problems() const;
 
 private:

@@ -14,7 +14,7 @@ public:
     explicit CheckUnitHelper(const ACCore& core);
 
     /// True when no declaration at the top of the project (program, function, type, global list, global variable)
-    /// has that name, case ignored.
+    /// has that name, case ignored. The system library's declarations count too.
     bool checkVarName(const std::string& name) const;
 
 private:

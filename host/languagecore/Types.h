@@ -50,7 +50,13 @@ enum SymbolKind {
     FunctionBlockSymbols = 4,
     FunctionSymbols = 5,
     GlobalVariableListSymbols = 6,
-    VariableSymbols = 7
+    /// Global variables, and variables of programs.
+    VariableSymbols = 7,
+    /// Named types that are neither structure nor enumeration: aliases, arrays, subranges.
+    OtherTypeSymbols = 8,
+    TaskSymbols = 9,
+    /// Variables of the type AXES_GROUP_REF.
+    AxisGroupSymbols = 10
 };
 
 namespace Language {

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/languagecore/SymbolTable.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ac {
+
+/// One step of a path behind its first name.
+struct PathStep {
+    enum class Kind { Member, Index, Bit };
+
+    Kind kind = Kind::Member;
+    /// Name or digits.
+    std::string text;
+    /// Texts of the indices, one a dimension.
+    std::vector<std::string> indices;
+};
+
+/// Finds what a path names. A path holds no blanks.
+class PathResolver {
+public:
+    enum class Indices {
+        /// Whole numbers and constants within the bounds.
+        Known,
+        /// Whatever an expression may have there.
+        Any
+    };
+
+    PathResolver(const SymbolTable& table, Indices indices) : m_table(table), m_indices(indices) { }
+
+    /// Nothing when the path names no variable, member, element or bit.
+    std::optional<ResolvedType> resolve(const std::string& path) const;
+
+private:
+    std::optional<ResolvedType> follow(
+        const VariableDecl* variable, const std::vector<PathStep>& steps, std::size_t from) const;
+    std::optional<ResolvedType> step(const ResolvedType& type, const PathStep& step) const;
+    std::optional<ResolvedType> element(const TypeSpec& array, const std::vector<std::string>& indices) const;
+    bool isWithin(const std::string& index, const Bounds& bounds) const;
+
+    const SymbolTable& m_table;
+    Indices m_indices;
+};
+
+} // namespace ac
