@@ -15,11 +15,16 @@ constexpr int tableSize = 256;
 /// image always gives the same table.
 QVector<QRgb> coloursByCount(const QImage& image)
 {
+    // Most pixels are as their left neighbour: counting runs spares most look-ups.
     QHash<QRgb, int> counts;
     for (int y = 0; y < image.height(); ++y) {
         const QRgb* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            ++counts[row[x]];
+        int start = 0;
+        for (int x = 1; x <= image.width(); ++x)
+            if (x == image.width() || row[x] != row[start]) {
+                counts[row[start]] += x - start;
+                start = x;
+            }
     }
     QVector<QRgb> colours = counts.keys().toVector();
     std::sort(colours.begin(), colours.end(), [&counts](QRgb left, QRgb right) {
@@ -61,7 +66,7 @@ QImage withColourTable(const QImage& image)
         const QRgb* from = reinterpret_cast<const QRgb*>(source.constScanLine(y));
         uchar* to = result.scanLine(y);
         for (int x = 0; x < source.width(); ++x)
-            to[x] = places.value(from[x]);
+            to[x] = x > 0 && from[x] == from[x - 1] ? to[x - 1] : places.value(from[x]);
     }
     return result;
 }

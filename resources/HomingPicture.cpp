@@ -40,6 +40,7 @@ constexpr double legendRow = 36;
 constexpr double legStep = 26;
 
 constexpr double textSize = 22;
+constexpr double commentSize = 20;
 constexpr double smallTextSize = 17;
 
 double pixel(double place)
@@ -279,9 +280,10 @@ void HomingPicture::drawLevel(Signal signal, double top)
     m_canvas.write(
         QRectF(labelLeft, top, 200, signalHeight), Qt::AlignVCenter, words, font(textSize), m_colours.signal);
     const QRectF levels(labelLeft + 200, top, travelLeft - 12 - labelLeft - 200, signalHeight / 2);
-    m_canvas.write(levels, Qt::AlignVCenter | Qt::AlignRight, levelName(true, m_language), font(14), m_colours.faint);
+    m_canvas.write(
+        levels, Qt::AlignVCenter | Qt::AlignRight, levelName(true, m_language), font(smallTextSize), m_colours.faint);
     m_canvas.write(levels.translated(0, signalHeight / 2), Qt::AlignVCenter | Qt::AlignRight,
-        levelName(false, m_language), font(14), m_colours.faint);
+        levelName(false, m_language), font(smallTextSize), m_colours.faint);
 }
 
 void HomingPicture::drawLanes()
@@ -308,7 +310,7 @@ void HomingPicture::drawLaneWords(const QStringList& words, double top, double h
     double y = top + height / 2 - 15.0 * words.size();
     for (int i = 0; i < words.size(); ++i) {
         m_canvas.write(QRectF(labelLeft, y, labelWidth + 30, 30), Qt::AlignVCenter, words[i],
-            i == 0 ? font(textSize, true) : font(20), i == 0 ? m_colours.text : m_colours.faint);
+            i == 0 ? font(textSize, true) : font(commentSize), i == 0 ? m_colours.text : m_colours.faint);
         y += 30;
     }
 }
@@ -465,9 +467,9 @@ void HomingPicture::drawLimitSign(QPointF centre, LimitAction action)
 
 double HomingPicture::explain(double x, double y, double signWidth, const QString& words)
 {
-    const double width = widthOf(words, 20);
-    m_canvas.write(
-        QRectF(x + signWidth, y - legendRow / 2, width, legendRow), Qt::AlignVCenter, words, font(20), m_colours.faint);
+    const double width = widthOf(words, commentSize);
+    m_canvas.write(QRectF(x + signWidth, y - legendRow / 2, width, legendRow), Qt::AlignVCenter, words,
+        font(commentSize), m_colours.faint);
     return x + signWidth + width + 36;
 }
 

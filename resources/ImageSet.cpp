@@ -71,9 +71,11 @@ bool writeSmall(QImageWriter& writer, const BundledImage& image)
     return writer.write(image.picture.image);
 }
 
-/// The image after it has been through its file format.
+/// The image after it has been through its file format, which for a PNG changes nothing.
 QImage asStored(const BundledImage& image)
 {
+    if (image.path.endsWith(QLatin1String(".png")))
+        return image.picture.image.convertToFormat(QImage::Format_ARGB32);
     QBuffer file;
     QImageWriter writer(&file, QFileInfo(image.path).suffix().toLatin1());
     writeSmall(writer, image);
@@ -83,10 +85,13 @@ QImage asStored(const BundledImage& image)
 /// The first pixel outside the words that is not alike, or (-1, -1).
 QPoint differingPixel(const QImage& drawn, const QImage& stored, const QRegion& words)
 {
-    for (int y = 0; y < drawn.height(); ++y)
+    for (int y = 0; y < drawn.height(); ++y) {
+        const QRgb* left = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));
+        const QRgb* right = reinterpret_cast<const QRgb*>(stored.constScanLine(y));
         for (int x = 0; x < drawn.width(); ++x)
-            if (!alike(drawn.pixel(x, y), stored.pixel(x, y)) && !words.contains(QPoint(x, y)))
+            if (left[x] != right[x] && !alike(left[x], right[x]) && !words.contains(QPoint(x, y)))
                 return { x, y };
+    }
     return { -1, -1 };
 }
 
