@@ -1,0 +1,314 @@
+#include "host/communication/ControllerConnection.h"
+
+#include "host/communication/ControllerCredentials.h"
+#include "host/communication/GrpcLink.h"
+#include "host/communication/Mailbox.h"
+#include "host/communication/TaskThread.h"
+#include "protocol/DiagnosisCodes.h"
+
+#include <QCoreApplication>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace {
+constexpr auto firstLogin = std::chrono::milliseconds(3000);
+constexpr auto laterLogin = std::chrono::milliseconds(1000);
+constexpr auto logoutTime = std::chrono::milliseconds(300);
+constexpr auto retryPause = std::chrono::milliseconds(100);
+
+QString say(const char* text)
+{
+    return QCoreApplication::translate("ControllerConnection", text);
+}
+
+/// What a session tells, on its own thread.
+struct SessionEvents {
+    std::function<void(std::shared_ptr<GrpcLink>)> opened;
+    std::function<void(short, QString)> failed;
+    std::function<void(QString)> lost;
+    std::function<void(bool)> stopHeld;
+};
+
+/// Logs in, stays while the session is there, and logs in again after a loss, until it is told to end.
+class Session {
+public:
+    Session(const ControllerAddress& address, SessionEvents events)
+        : m_address(address), m_events(std::move(events)), m_thread([this] { run(); })
+    {
+    }
+
+    ~Session()
+    {
+        cut();
+        m_thread.join();
+    }
+
+    /// Asks the controller to end the session, then ends it here. Blocks for a short time.
+    void end()
+    {
+        m_ending = true;
+        if (const std::shared_ptr<GrpcLink> link = currentLink())
+            link->logout(logoutTime);
+        cut();
+    }
+
+    /// Ends everything that is under way without asking anybody.
+    void cut()
+    {
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_ending = true;
+        }
+        m_wake.notify_all();
+        if (const std::shared_ptr<GrpcLink> link = currentLink())
+            link->shutDown();
+    }
+
+    /// From now on the link is not to be used for anything but the farewell.
+    void retire()
+    {
+        m_ending = true;
+        const std::shared_ptr<GrpcLink> link = currentLink();
+        if (!link)
+            return;
+        if (ControllerLink::active() == link)
+            ControllerLink::setActive(nullptr);
+        link->cancelInFlight();
+    }
+
+    std::shared_ptr<GrpcLink> currentLink() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_link;
+    }
+
+private:
+    void run()
+    {
+        QString error;
+        const std::shared_ptr<grpc::Channel> channel = makeControllerChannel(m_address, &error);
+        if (!channel) {
+            m_events.failed(Diagnosis::notConnected, error);
+            return;
+        }
+        bool first = true;
+        while (!m_ending && logInAndStay(channel, first))
+            first = false;
+    }
+
+    /// False when there is no point in trying again.
+    bool logInAndStay(const std::shared_ptr<grpc::Channel>& channel, bool first)
+    {
+        const auto link = std::make_shared<GrpcLink>(channel, m_address);
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_link = link;
+        }
+        const GrpcLink::LoginOutcome outcome = link->login(first ? firstLogin : laterLogin);
+        if (m_ending)
+            return false;
+        if (outcome.result != Diagnosis::ok) {
+            const bool unreachable = outcome.result == Diagnosis::notConnected || outcome.result == Diagnosis::noAnswer;
+            if (first || !unreachable) {
+                m_events.failed(outcome.result, outcome.reason);
+                return false;
+            }
+            pause();
+            return true;
+        }
+        stay(link);
+        return true;
+    }
+
+    void stay(const std::shared_ptr<GrpcLink>& link)
+    {
+        ControllerLink::setActive(link);
+        m_events.opened(link);
+        const QString reason = link->attend(m_events.stopHeld);
+        link->shutDown();
+        if (ControllerLink::active() == link)
+            ControllerLink::setActive(nullptr);
+        if (!m_ending)
+            m_events.lost(reason);
+    }
+
+    void pause()
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_wake.wait_for(lock, retryPause, [this] { return m_ending.load(); });
+    }
+
+    ControllerAddress m_address;
+    SessionEvents m_events;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::atomic<bool> m_ending{ false };
+    std::shared_ptr<GrpcLink> m_link;
+    std::thread m_thread;
+};
+} // namespace
+
+struct ControllerConnection::Private {
+    explicit Private(ControllerConnection* connection) : q(connection) { }
+
+    void begin(const ControllerAddress& newAddress);
+    void retire(bool tell);
+    void post(int generation, std::function<void()> work);
+    void opened(const std::shared_ptr<GrpcLink>& link);
+    void failed(short code, const QString& reason);
+    void lost(const QString& reason);
+    void tellStopHeld(bool held);
+
+    ControllerConnection* q;
+    Mailbox mailbox;
+    State state = Closed;
+    ControllerAddress address;
+    std::shared_ptr<const Credentials> credentials;
+    std::shared_ptr<Session> session;
+    bool stopHeld = false;
+    /// Number of the present session: what an earlier one still has to tell concerns nobody.
+    int generation = 0;
+    // The last member: its end waits for tasks that use the others.
+    TaskThread tasks;
+};
+
+ControllerConnection::ControllerConnection(QObject* parent) : QObject(parent), d(std::make_shared<Private>(this))
+{
+    qRegisterMetaType<QVector<ControllerAxis>>();
+    qRegisterMetaType<DownloadOutcome>();
+}
+
+ControllerConnection::~ControllerConnection()
+{
+    d->retire(false);
+}
+
+ControllerConnection::State ControllerConnection::state() const
+{
+    return d->state;
+}
+
+ControllerAddress ControllerConnection::address() const
+{
+    return d->address;
+}
+
+std::shared_ptr<const ControllerConnection::Credentials> ControllerConnection::credentials() const
+{
+    return d->credentials;
+}
+
+void ControllerConnection::Private::post(int number, std::function<void()> work)
+{
+    mailbox.post([this, number, work = std::move(work)] {
+        if (number == generation)
+            work();
+    });
+}
+
+void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
+{
+    const int number = ++generation;
+    address = newAddress;
+    state = Connecting;
+    stopHeld = false;
+    SessionEvents events;
+    events.opened = [this, number](std::shared_ptr<GrpcLink> link) { post(number, [this, link] { opened(link); }); };
+    events.failed = [this, number](short code, const QString& reason) {
+        post(number, [this, code, reason] { failed(code, reason); });
+    };
+    events.lost = [this, number](const QString& reason) { post(number, [this, reason] { lost(reason); }); };
+    events.stopHeld = [this, number](bool held) { post(number, [this, held] { tellStopHeld(held); }); };
+    session = std::make_shared<Session>(address, std::move(events));
+}
+
+// The farewell may take a while when nobody answers any more, so it is said in the background.
+void ControllerConnection::Private::retire(bool tell)
+{
+    const int number = ++generation;
+    credentials.reset();
+    const std::shared_ptr<Session> old = std::move(session);
+    session.reset();
+    const bool wasClosed = state == Closed;
+    state = Closed;
+    if (old) {
+        old->retire();
+        tasks.post([old] { old->end(); });
+    }
+    if (tell && !wasClosed)
+        post(number, [this] { emit q->closed(); });
+}
+
+void ControllerConnection::Private::opened(const std::shared_ptr<GrpcLink>& link)
+{
+    auto fresh = std::make_shared<Credentials>();
+    fresh->address = address;
+    fresh->session = link->session();
+    credentials = fresh;
+    state = Open;
+    emit q->opened();
+}
+
+void ControllerConnection::Private::failed(short code, const QString& reason)
+{
+    retire(false);
+    emit q->failed(code, reason);
+}
+
+void ControllerConnection::Private::lost(const QString& reason)
+{
+    credentials.reset();
+    state = Connecting;
+    emit q->lost(reason.isEmpty() ? say("The controller has ended the connection.") : reason);
+}
+
+void ControllerConnection::Private::tellStopHeld(bool held)
+{
+    if (held == stopHeld)
+        return;
+    stopHeld = held;
+    emit q->stopHeldChanged(held);
+}
+
+void ControllerConnection::open(const ControllerAddress& address)
+{
+    d->retire(false);
+    const QString objection = address.objection();
+    if (objection.isEmpty()) {
+        d->begin(address);
+        return;
+    }
+    d->address = address;
+    d->post(d->generation, [this, objection] { emit failed(Diagnosis::notConnected, objection); });
+}
+
+void ControllerConnection::close()
+{
+    d->retire(true);
+}
+
+void ControllerConnection::readAxes()
+{
+    const int number = d->generation;
+    const std::shared_ptr<GrpcLink> link = isOpen() ? d->session->currentLink() : nullptr;
+    d->tasks.post([this, number, link] {
+        QVector<ControllerAxis> axes;
+        const short result = link ? link->readAxes(&axes) : Diagnosis::notConnected;
+        d->post(number, [this, result, axes] { emit axesRead(result, axes); });
+    });
+}
+
+void ControllerConnection::downloadAxes(const QVector<ControllerAxis>& axes)
+{
+    const int number = d->generation;
+    const std::shared_ptr<GrpcLink> link = isOpen() ? d->session->currentLink() : nullptr;
+    d->tasks.post([this, number, link, axes] {
+        const DownloadOutcome outcome
+            = link ? link->download(axes) : DownloadOutcome{ Diagnosis::notConnected, {}, {}, {} };
+        d->post(number, [this, outcome] { emit axesDownloaded(outcome); });
+    });
+}

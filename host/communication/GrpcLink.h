@@ -1,0 +1,84 @@
+#pragma once
+
+#include "host/communication/ControllerAddress.h"
+#include "host/communication/ControllerAxis.h"
+#include "host/communication/ControllerLink.h"
+#include "protocol/controller.grpc.pb.h"
+
+#include <grpcpp/grpcpp.h>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+
+/// A connection of its own to that address, which comes back quickly after a loss and notices one soon. Null, with a
+/// text for the user, when a certificate cannot be read.
+std::shared_ptr<grpc::Channel> makeControllerChannel(const ControllerAddress& address, QString* error);
+
+/// The code of the diagnosis table for what the transport says.
+short resultOfStatus(const grpc::Status& status);
+/// The code as the calls give it; a number that no code has counts as a refusal.
+short resultOfNumber(int number);
+
+/// The link to a controller over its service. Any thread.
+class GrpcLink : public ControllerLink {
+public:
+    struct LoginOutcome {
+        short result = 0;
+        QString reason;
+    };
+
+    GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address);
+    ~GrpcLink() override;
+
+    /// Handshake and login. Waits for a controller that is still starting, until the deadline.
+    LoginOutcome login(std::chrono::milliseconds deadline);
+    /// Blocks while the session is there; tells every change of the emergency stop. Gives what ended it.
+    QString attend(const std::function<void(bool)>& stopHeld);
+    /// Ends the session at the controller.
+    void logout(std::chrono::milliseconds deadline);
+
+    AxisReply request(const AxisRequest& request, std::chrono::milliseconds deadline) override;
+    void cancelInFlight() override;
+    /// Ends everything, the session's stream included; from now on every call ends at once.
+    void shutDown();
+
+    DownloadOutcome download(const QVector<ControllerAxis>& axes);
+    short readAxes(QVector<ControllerAxis>* axes);
+
+    std::string session() const;
+
+private:
+    class Call;
+    using Stub = kestrun::protocol::AxisController::Stub;
+    using Deadline = std::chrono::milliseconds;
+
+    template <typename Request, typename Reply>
+    grpc::Status send(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*),
+        const Request& request, Reply* reply, Deadline deadline, bool waitForReady = false);
+    template <typename Request>
+    AxisReply command(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, kestrun::protocol::Result*),
+        Request request, const AxisRequest& from, Deadline deadline);
+    AxisReply status(grpc::Status (Stub::*method)(grpc::ClientContext*, const kestrun::protocol::StatusRequest&,
+                         kestrun::protocol::StatusReply*),
+        const AxisRequest& from, Deadline deadline);
+    AxisReply enterDebugMode(const AxisRequest& from, Deadline deadline);
+    AxisReply axisOnly(const AxisRequest& from, Deadline deadline);
+    AxisReply flag(const AxisRequest& from, Deadline deadline);
+    AxisReply place(const AxisRequest& from, Deadline deadline);
+    AxisReply motion(const AxisRequest& from, Deadline deadline);
+    grpc::Status handshake(kestrun::protocol::HandshakeReply* reply, Deadline deadline, std::string* detail);
+    LoginOutcome sendLogin(Deadline deadline);
+
+    ControllerAddress m_address;
+    std::unique_ptr<Stub> m_stub;
+    std::atomic<bool> m_up{ true };
+    mutable std::mutex m_mutex;
+    std::string m_session;
+    std::set<grpc::ClientContext*> m_calls;
+    std::unique_ptr<grpc::ClientContext> m_attendance;
+};
