@@ -1,0 +1,315 @@
+#include "controller/ControllerService.h"
+
+#include "protocol/DiagnosisCodes.h"
+#include "protocol/ProtocolVersion.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace proto = kestrun::protocol;
+using Status = grpc::Status;
+using Kind = MotionController::Kind;
+
+namespace {
+using Clock = std::chrono::steady_clock;
+
+/// How soon a stream notices that its client has gone.
+constexpr auto streamTick = std::chrono::milliseconds(20);
+
+MotionNumbers numbersOf(const proto::MotionRequest& request)
+{
+    return { request.velocity(), request.acceleration(), request.deceleration(), request.jerk() };
+}
+
+std::string bytesOf(const AxisRef& ref, int size)
+{
+    const int length = std::clamp(size, 0, axisRefSize);
+    return std::string(reinterpret_cast<const char*>(&ref), static_cast<std::size_t>(length));
+}
+} // namespace
+
+ControllerService::ControllerService(MotionController* controller, Faults* faults, std::string token)
+    : m_controller(controller), m_faults(faults), m_token(std::move(token))
+{
+}
+
+// ---- What every request has in common
+
+Status ControllerService::finish(Context* context, const Faults::Effect& effect) const
+{
+    const auto until = Clock::now() + std::chrono::milliseconds(effect.delayMs);
+    while ((effect.lost || Clock::now() < until) && !m_ending && !context->IsCancelled())
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    return effect.lost ? Status(grpc::StatusCode::CANCELLED, "lost on purpose") : Status::OK;
+}
+
+template <typename Request, typename Work>
+Status ControllerService::answer(
+    Context* context, const char* method, const Request& request, proto::Result* reply, const Work& work)
+{
+    const Faults::Effect effect = m_faults->take(method);
+    const SessionId session = m_sessions.find(request.session());
+    if (session == 0)
+        reply->set_result(Diagnosis::refused);
+    else
+        reply->set_result(effect.refusal != 0 ? effect.refusal : work(session));
+    return finish(context, effect);
+}
+
+template <typename Request>
+Status ControllerService::command(Context* context, const char* method, const Request& request, proto::Result* reply,
+    Kind kind, const MotionController::Command& command)
+{
+    return answer(context, method, request, reply,
+        [&](SessionId session) { return m_controller->command(session, request.axis(), kind, command); });
+}
+
+// ---- Sessions
+
+Status ControllerService::Handshake(Context* context, const proto::HandshakeRequest*, proto::HandshakeReply* reply)
+{
+    const std::int64_t told = m_faults->version();
+    reply->set_version(told < 0 ? protocolVersion : static_cast<std::uint32_t>(told));
+    reply->set_name("Soft controller");
+    reply->set_token_needed(!m_token.empty());
+    return finish(context, m_faults->take("Handshake"));
+}
+
+Status ControllerService::Login(Context* context, const proto::LoginRequest* request, proto::LoginReply* reply)
+{
+    const Faults::Effect effect = m_faults->take("Login");
+    if (request->version() != protocolVersion) {
+        reply->set_result(Diagnosis::versionDiffers);
+        reply->set_reason("The controller speaks version " + std::to_string(protocolVersion) + " of the protocol.");
+    } else if (effect.refusal != 0 || !equalSecrets(request->token(), m_token)) {
+        reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
+        reply->set_reason("The token is wrong.");
+    } else {
+        reply->set_session(m_sessions.open());
+        if (reply->session().empty()) {
+            reply->set_result(Diagnosis::refused);
+            reply->set_reason("Too many clients are logged in.");
+        }
+    }
+    return finish(context, effect);
+}
+
+Status ControllerService::Attend(
+    Context* context, const proto::SessionRequest* request, grpc::ServerWriter<proto::SessionEvent>* writer)
+{
+    if (!m_sessions.attend(request->session()))
+        return Status(grpc::StatusCode::UNAUTHENTICATED, "no such session, or it is attended already");
+    proto::SessionEvent event;
+    event.set_stop_held(m_controller->isStopHeld());
+    bool written = writer->Write(event);
+    while (written && !m_ending && !context->IsCancelled() && m_sessions.find(request->session()) != 0) {
+        std::this_thread::sleep_for(streamTick);
+        if (event.stop_held() != m_controller->isStopHeld()) {
+            event.set_stop_held(m_controller->isStopHeld());
+            written = writer->Write(event);
+        }
+    }
+    const SessionId session = m_sessions.close(request->session());
+    if (session != 0)
+        m_controller->endSession(session);
+    return Status::OK;
+}
+
+Status ControllerService::Logout(Context* context, const proto::SessionRequest* request, proto::Result* reply)
+{
+    return answer(context, "Logout", *request, reply, [&](SessionId session) {
+        m_sessions.close(request->session());
+        m_controller->endSession(session);
+        return Diagnosis::ok;
+    });
+}
+
+// ---- Axes
+
+Status ControllerService::DownloadAxes(
+    Context* context, const proto::DownloadRequest* request, proto::DownloadReply* reply)
+{
+    const Faults::Effect effect = m_faults->take("DownloadAxes");
+    if (m_sessions.find(request->session()) == 0 || effect.refusal != 0) {
+        reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
+        return finish(context, effect);
+    }
+    std::vector<AxisText> axes;
+    for (const proto::AxisRecord& record : request->axes())
+        axes.push_back({ record.name(), AxisValues(record.values().begin(), record.values().end()) });
+    const DownloadResult result = m_controller->download(axes);
+    reply->set_result(result.code);
+    reply->set_axis(result.axis);
+    reply->set_key(result.key);
+    reply->set_reason(result.reason);
+    return finish(context, effect);
+}
+
+Status ControllerService::ReadAxes(Context* context, const proto::SessionRequest* request, proto::AxisList* reply)
+{
+    const Faults::Effect effect = m_faults->take("ReadAxes");
+    if (m_sessions.find(request->session()) == 0 || effect.refusal != 0) {
+        reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
+        return finish(context, effect);
+    }
+    for (const AxisText& axis : m_controller->axes()) {
+        proto::AxisRecord* record = reply->add_axes();
+        record->set_name(axis.name);
+        record->mutable_values()->insert(axis.values.begin(), axis.values.end());
+    }
+    return finish(context, effect);
+}
+
+Status ControllerService::StopAll(Context* context, const proto::StopAllRequest* request, proto::Result* reply)
+{
+    return answer(context, "StopAll", *request, reply, [&](SessionId) {
+        m_controller->stopAll(request->hold());
+        return Diagnosis::ok;
+    });
+}
+
+Status ControllerService::ReadCurves(Context*, const proto::CurvesRequest* request, proto::CurvesReply* reply)
+{
+    if (m_sessions.find(request->session()) == 0) {
+        reply->set_result(Diagnosis::refused);
+        return Status::OK;
+    }
+    std::uint64_t time = 0;
+    for (const int axisNo : request->axes()) {
+        AxisRef ref{};
+        reply->add_status(m_controller->peek(axisNo, &ref, &time) ? bytesOf(ref, axisRefSize) : std::string());
+    }
+    reply->set_time_us(time);
+    return Status::OK;
+}
+
+// ---- Debug requests
+
+Status ControllerService::status(
+    Context* context, const char* method, const proto::StatusRequest& request, proto::StatusReply* reply, bool known)
+{
+    const Faults::Effect effect = m_faults->take(method);
+    const SessionId session = m_sessions.find(request.session());
+    AxisRef ref{};
+    if (session == 0)
+        reply->set_result(Diagnosis::refused);
+    else if (effect.refusal != 0)
+        reply->set_result(effect.refusal);
+    else if (!known || !m_controller->status(session, request.axis(), &ref))
+        reply->set_result(Diagnosis::unknownAxis);
+    else
+        reply->set_data(bytesOf(ref, request.size()));
+    const int length = m_faults->statusLength();
+    if (length >= 0)
+        reply->mutable_data()->resize(static_cast<std::size_t>(length));
+    return finish(context, effect);
+}
+
+Status ControllerService::GetAxisRef(Context* context, const proto::StatusRequest* request, proto::StatusReply* reply)
+{
+    return status(context, "GetAxisRef", *request, reply, true);
+}
+
+Status ControllerService::GetAxesGroupRef(
+    Context* context, const proto::StatusRequest* request, proto::StatusReply* reply)
+{
+    // This controller has single axes only.
+    return status(context, "GetAxesGroupRef", *request, reply, false);
+}
+
+Status ControllerService::EnterDebugMode(
+    Context* context, const proto::EnterDebugModeRequest* request, proto::Result* reply)
+{
+    return answer(context, "EnterDebugMode", *request, reply, [&](SessionId session) {
+        return m_controller->enterDebugMode(session, request->axis(), request->enter(), request->timeout());
+    });
+}
+
+Status ControllerService::KeepAlive(Context* context, const proto::AxisOnlyRequest* request, proto::Result* reply)
+{
+    return answer(context, "KeepAlive", *request, reply,
+        [&](SessionId session) { return m_controller->keepAlive(session, request->axis()); });
+}
+
+Status ControllerService::SetEnable(Context* context, const proto::FlagRequest* request, proto::Result* reply)
+{
+    const int on = request->value();
+    return command(context, "SetEnable", *request, reply, Kind::Plain,
+        [on](Axis& axis) { return on == 0 || on == 1 ? axis.setEnable(on == 1) : Diagnosis::argumentInvalid; });
+}
+
+Status ControllerService::SetPosition(Context* context, const proto::PositionRequest* request, proto::Result* reply)
+{
+    return command(context, "SetPosition", *request, reply, Kind::Plain,
+        [request](Axis& axis) { return axis.setPosition(request->position()); });
+}
+
+Status ControllerService::SetHomeOffset(Context* context, const proto::PositionRequest* request, proto::Result* reply)
+{
+    return command(context, "SetHomeOffset", *request, reply, Kind::Plain,
+        [request](Axis& axis) { return axis.setHomeOffset(request->position()); });
+}
+
+Status ControllerService::SetVelRatio(Context* context, const proto::FlagRequest* request, proto::Result* reply)
+{
+    return command(context, "SetVelRatio", *request, reply, Kind::Plain,
+        [request](Axis& axis) { return axis.setVelocityRatio(request->value()); });
+}
+
+Status ControllerService::SetHome(Context* context, const proto::AxisOnlyRequest* request, proto::Result* reply)
+{
+    return command(context, "SetHome", *request, reply, Kind::Motion, [](Axis& axis) { return axis.home(); });
+}
+
+Status ControllerService::SetStop(Context* context, const proto::MotionRequest* request, proto::Result* reply)
+{
+    return command(context, "SetStop", *request, reply, Kind::Plain,
+        [request](Axis& axis) { return axis.stop(request->deceleration(), request->jerk()); });
+}
+
+Status ControllerService::MoveAbs(Context* context, const proto::MotionRequest* request, proto::Result* reply)
+{
+    return command(context, "MoveAbs", *request, reply, Kind::Motion,
+        [request](Axis& axis) { return axis.moveAbsolute(request->position(), numbersOf(*request)); });
+}
+
+Status ControllerService::MoveRel(Context* context, const proto::MotionRequest* request, proto::Result* reply)
+{
+    return command(context, "MoveRel", *request, reply, Kind::Motion,
+        [request](Axis& axis) { return axis.moveRelative(request->position(), numbersOf(*request)); });
+}
+
+Status ControllerService::MoveVel(Context* context, const proto::MotionRequest* request, proto::Result* reply)
+{
+    return command(context, "MoveVel", *request, reply, Kind::Motion,
+        [request](Axis& axis) { return axis.moveVelocity(numbersOf(*request)); });
+}
+
+Status ControllerService::jog(
+    Context* context, const char* method, int direction, const proto::MotionRequest& request, proto::Result* reply)
+{
+    if (request.pressed() == 0) {
+        return answer(context, method, request, reply, [&](SessionId session) {
+            return m_controller->endJog(session, request.axis(), direction, request.deceleration(), request.jerk());
+        });
+    }
+    return command(context, method, request, reply, Kind::Motion, [&request, direction](Axis& axis) {
+        return request.pressed() == 1 ? axis.startJog(direction, numbersOf(request)) : Diagnosis::argumentInvalid;
+    });
+}
+
+Status ControllerService::JopPos(Context* context, const proto::MotionRequest* request, proto::Result* reply)
+{
+    return jog(context, "JopPos", 1, *request, reply);
+}
+
+Status ControllerService::JopNeg(Context* context, const proto::MotionRequest* request, proto::Result* reply)
+{
+    return jog(context, "JopNeg", -1, *request, reply);
+}
+
+Status ControllerService::Reset(Context* context, const proto::AxisOnlyRequest* request, proto::Result* reply)
+{
+    return command(context, "Reset", *request, reply, Kind::Plain, [](Axis& axis) { return axis.reset(); });
+}
