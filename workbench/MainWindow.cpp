@@ -1,0 +1,279 @@
+#include "workbench/MainWindow.h"
+
+#include "sdk/IEditor.h"
+#include "workbench/ActionManager.h"
+#include "workbench/EditorManager.h"
+#include "workbench/MainWindowActions.h"
+#include "workbench/MessageBar.h"
+#include "workbench/OutputPanel.h"
+#include "workbench/ProblemsPanel.h"
+#include "workbench/ProjectTreeView.h"
+#include "workbench/StartPage.h"
+#include "workbench/ToolWindowManager.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QUndoStack>
+#include <QVBoxLayout>
+
+MainWindow::MainWindow(
+    ProjectTree& tree, EditorManager& editors, ActionManager& actions, QUndoStack& undo, QWidget* parent)
+    : QMainWindow(parent), m_editors(editors), m_actions(actions), m_undo(undo), m_tree(new ProjectTreeView(tree)),
+      m_output(new OutputPanel), m_problems(new ProblemsPanel), m_messageBar(new MessageBar),
+      m_startPage(new StartPage), m_centre(new QStackedWidget), m_toolWindows(new ToolWindowManager(*this, this)),
+      m_toolBar(new QToolBar(this)), m_controllerLabel(new QLabel(this)), m_connectionLabel(new QLabel(this))
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    setAcceptDrops(true);
+    setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
+    setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
+    // The side panel reaches down beside the panels at the bottom: trees are tall.
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    buildCentre();
+    buildPanels();
+    buildActions();
+    buildUndoActions();
+    buildMenus();
+    buildStatusBar();
+    resize(1280, 800);
+    resizeDocks({ m_toolWindows->panel(QStringLiteral("project")) }, { 280 }, Qt::Horizontal);
+    resizeDocks({ m_toolWindows->panel(QStringLiteral("output")) }, { 148 }, Qt::Vertical);
+    retranslate();
+    setProjectState({});
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::buildCentre()
+{
+    auto* centre = new QWidget(this);
+    centre->setObjectName(QStringLiteral("centre"));
+    auto* column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_messageBar);
+    column->addWidget(m_centre, 1);
+    m_centre->addWidget(m_startPage);
+    m_centre->addWidget(m_editors.tabs());
+    setCentralWidget(centre);
+    connect(&m_editors, &IEditorManager::editorCreated, this, &MainWindow::showEditorsOrStart);
+    connect(&m_editors, &IEditorManager::editorClosed, this, &MainWindow::showEditorsOrStart);
+}
+
+void MainWindow::showEditorsOrStart()
+{
+    const bool any = !m_editors.editors().isEmpty();
+    m_centre->setCurrentIndex(any ? 1 : 0);
+    m_actions.action(QStringLiteral("file.closeEditor"))->setEnabled(any);
+    m_startPage->setProjectOpen(m_state.open);
+}
+
+void MainWindow::buildPanels()
+{
+    m_toolWindows->addPanel(QStringLiteral("project"), QString(), m_tree, Qt::LeftDockWidgetArea);
+    m_toolWindows->addToolWindow(QStringLiteral("output"), QString(), m_output);
+    m_toolWindows->addToolWindow(QStringLiteral("problems"), QString(), m_problems);
+    m_toolWindows->showToolWindow(QStringLiteral("output"));
+    connect(m_problems, &ProblemsPanel::countChanged, this, &MainWindow::showProblemCount);
+}
+
+void MainWindow::buildActions()
+{
+    for (const ActionSpec& spec : mainWindowActions()) {
+        auto* action = new QAction(this);
+        action->setObjectName(QLatin1String(spec.name));
+        action->setIcon(QIcon::fromTheme(QLatin1String(spec.symbol)));
+        action->setShortcuts(spec.shortcuts());
+        addAction(action);
+        m_actions.add(QLatin1String(spec.name), action);
+        if (qstrcmp(spec.name, "file.quit") == 0)
+            action->setMenuRole(QAction::QuitRole);
+    }
+    m_toolBar->setObjectName(QStringLiteral("mainToolBar"));
+    m_toolBar->setMovable(false);
+    m_toolBar->setIconSize({ 22, 22 });
+    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolBar(m_toolBar);
+    for (const char* name : mainToolBar()) {
+        if (name)
+            m_toolBar->addAction(m_actions.action(QLatin1String(name)));
+        else
+            m_toolBar->addSeparator();
+    }
+}
+
+void MainWindow::buildUndoActions()
+{
+    QAction* undo = m_actions.action(QStringLiteral("edit.undo"));
+    QAction* redo = m_actions.action(QStringLiteral("edit.redo"));
+    undo->setEnabled(m_undo.canUndo());
+    redo->setEnabled(m_undo.canRedo());
+    connect(&m_undo, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
+    connect(&m_undo, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
+    connect(&m_undo, &QUndoStack::undoTextChanged, this, &MainWindow::retranslateUndo);
+    connect(&m_undo, &QUndoStack::redoTextChanged, this, &MainWindow::retranslateUndo);
+    connect(undo, &QAction::triggered, &m_undo, &QUndoStack::undo);
+    connect(redo, &QAction::triggered, &m_undo, &QUndoStack::redo);
+}
+
+QMenu* MainWindow::addMenu(const char* title)
+{
+    QMenu* menu = menuBar()->addMenu(QString());
+    m_menus.push_back({ menu, title });
+    return menu;
+}
+
+void MainWindow::buildMenus()
+{
+    for (const MenuSpec& spec : mainMenus()) {
+        QMenu* menu = addMenu(spec.title);
+        menu->setObjectName(QLatin1String(spec.name));
+        for (const char* name : spec.actions) {
+            if (!name) {
+                menu->addSeparator();
+            } else if (qstrcmp(name, "file.recent") == 0) {
+                m_recentMenu = menu->addMenu(QString());
+                m_recentMenu->setIcon(QIcon::fromTheme(QStringLiteral("document-open-recent")));
+                m_recentMenu->setObjectName(QStringLiteral("recentMenu"));
+            } else {
+                menu->addAction(m_actions.action(QLatin1String(name)));
+            }
+        }
+        if (qstrcmp(spec.name, "viewMenu") == 0) {
+            for (const char* panel : { "project", "output", "problems" })
+                menu->addAction(m_toolWindows->panel(QLatin1String(panel))->toggleViewAction());
+        }
+    }
+}
+
+void MainWindow::buildStatusBar()
+{
+    m_controllerLabel->setObjectName(QStringLiteral("controllerLabel"));
+    m_connectionLabel->setObjectName(QStringLiteral("connectionLabel"));
+    statusBar()->addPermanentWidget(m_controllerLabel);
+    statusBar()->addPermanentWidget(m_connectionLabel);
+}
+
+void MainWindow::setProjectState(const ProjectState& state)
+{
+    m_state = state;
+    for (const ActionSpec& spec : mainWindowActions()) {
+        if (spec.needsProject)
+            m_actions.action(QLatin1String(spec.name))->setEnabled(state.open);
+    }
+    const QString name = state.readOnly ? tr("%1 (read-only)").arg(state.name) : state.name;
+    setWindowTitle(state.open ? QString(name + QLatin1String("[*] \u2014 ") + tr("Kestrun")) : tr("Kestrun"));
+    setWindowModified(state.modified);
+    setWindowFilePath(QString());
+    m_controllerLabel->setText(state.open ? tr("Controller: %1").arg(state.controller) : QString());
+    m_controllerLabel->setVisible(state.open);
+    showEditorsOrStart();
+}
+
+void MainWindow::setOnline(bool online)
+{
+    m_online = online;
+    m_connectionLabel->setText(online ? tr("Online") : tr("Offline"));
+}
+
+void MainWindow::setRecent(const QStringList& files)
+{
+    m_startPage->setRecent(files);
+    m_recentMenu->clear();
+    for (const QString& file : files) {
+        QAction* action = m_recentMenu->addAction(QDir::toNativeSeparators(file));
+        connect(action, &QAction::triggered, this, [this, file] { emit recentChosen(file); });
+    }
+    m_recentMenu->setEnabled(!files.isEmpty());
+}
+
+void MainWindow::showProblemCount(int count)
+{
+    m_problemCount = count;
+    m_toolWindows->panel(QStringLiteral("problems"))
+        ->setWindowTitle(count > 0 ? tr("Problems (%1)").arg(count) : tr("Problems"));
+}
+
+void MainWindow::retranslate()
+{
+    for (const ActionSpec& spec : mainWindowActions()) {
+        QAction* action = m_actions.action(QLatin1String(spec.name));
+        action->setText(translatedActionText(spec.text));
+        QString tip = translatedActionText(spec.text);
+        tip.remove(QLatin1Char('&')).remove(QStringLiteral("…"));
+        const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+        action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
+    }
+    retranslateMenus();
+    retranslateUndo();
+    m_toolWindows->panel(QStringLiteral("project"))->setWindowTitle(tr("Project"));
+    m_toolWindows->panel(QStringLiteral("output"))->setWindowTitle(tr("Output"));
+    m_toolBar->setWindowTitle(tr("Tool bar"));
+    m_tree->setAccessibleName(tr("Project tree"));
+    m_editors.tabs()->setAccessibleName(tr("Editors"));
+    showProblemCount(m_problemCount);
+    setProjectState(m_state);
+    setOnline(m_online);
+}
+
+void MainWindow::retranslateMenus()
+{
+    for (const TitledMenu& titled : m_menus)
+        titled.menu->setTitle(translatedActionText(titled.title));
+    m_recentMenu->setTitle(tr("Open &recent"));
+}
+
+void MainWindow::retranslateUndo()
+{
+    const auto name = [](const QString& base, const QString& what) {
+        return what.isEmpty() ? base : QString(base + QLatin1Char(' ') + what);
+    };
+    m_actions.action(QStringLiteral("edit.undo"))->setText(name(tr("&Undo"), m_undo.undoText()));
+    m_actions.action(QStringLiteral("edit.redo"))->setText(name(tr("&Redo"), m_undo.redoText()));
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    emit aboutToClose();
+    if (m_mayClose && !m_mayClose())
+        event->ignore();
+    else
+        event->accept();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        emit escapePressed();
+    QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (!urls.isEmpty() && urls.first().isLocalFile())
+        emit fileDropped(urls.first().toLocalFile());
+}

@@ -1,0 +1,69 @@
+#include "workbench/MainWindowActions.h"
+
+#include <QCoreApplication>
+
+QList<QKeySequence> ActionSpec::shortcuts() const
+{
+    if (standardKey == QKeySequence::UnknownKey)
+        return { QKeySequence(QLatin1String(key)) };
+    const QList<QKeySequence> bindings = QKeySequence::keyBindings(standardKey);
+    return bindings.isEmpty() ? QList<QKeySequence>{ QKeySequence(QLatin1String(key)) } : bindings;
+}
+
+const std::vector<ActionSpec>& mainWindowActions()
+{
+    static const std::vector<ActionSpec> actions{
+        { "file.new", QT_TRANSLATE_NOOP("MainWindow", "&New project…"), "document-new", false, QKeySequence::New, "" },
+        { "file.open", QT_TRANSLATE_NOOP("MainWindow", "&Open project…"), "document-open", false, QKeySequence::Open,
+            "" },
+        { "file.save", QT_TRANSLATE_NOOP("MainWindow", "&Save"), "document-save", true, QKeySequence::Save, "" },
+        { "file.saveAll", QT_TRANSLATE_NOOP("MainWindow", "Save a&ll"), "document-save-all", true,
+            QKeySequence::UnknownKey, "Ctrl+Shift+S" },
+        { "file.saveAs", QT_TRANSLATE_NOOP("MainWindow", "Save project &as…"), "document-save-as", true,
+            QKeySequence::UnknownKey, "" },
+        { "file.closeEditor", QT_TRANSLATE_NOOP("MainWindow", "Close &editor"), "document-close", false,
+            QKeySequence::UnknownKey, "Ctrl+W" },
+        { "file.closeProject", QT_TRANSLATE_NOOP("MainWindow", "&Close project"), "window-close", true,
+            QKeySequence::UnknownKey, "" },
+        { "file.quit", QT_TRANSLATE_NOOP("MainWindow", "&Quit"), "application-exit", false, QKeySequence::Quit,
+            "Ctrl+Q" },
+        { "edit.undo", QT_TRANSLATE_NOOP("MainWindow", "&Undo"), "edit-undo", false, QKeySequence::Undo, "" },
+        { "edit.redo", QT_TRANSLATE_NOOP("MainWindow", "&Redo"), "edit-redo", false, QKeySequence::Redo, "" },
+        { "project.controller", QT_TRANSLATE_NOOP("MainWindow", "&Change controller…"), "preferences-devices-cpu", true,
+            QKeySequence::UnknownKey, "" },
+        { "tools.options", QT_TRANSLATE_NOOP("MainWindow", "&Options…"), "configure", false, QKeySequence::UnknownKey,
+            "Ctrl+," },
+        { "tools.plugins", QT_TRANSLATE_NOOP("MainWindow", "&Plug-ins…"), "plugins", false, QKeySequence::UnknownKey,
+            "" },
+        { "help.about", QT_TRANSLATE_NOOP("MainWindow", "&About Kestrun"), "help-about", false,
+            QKeySequence::UnknownKey, "" },
+    };
+    return actions;
+}
+
+const std::vector<MenuSpec>& mainMenus()
+{
+    static const std::vector<MenuSpec> menus{
+        { "fileMenu", QT_TRANSLATE_NOOP("MainWindow", "&File"),
+            { "file.new", "file.open", "file.recent", nullptr, "file.save", "file.saveAll", "file.saveAs", nullptr,
+                "file.closeEditor", "file.closeProject", nullptr, "file.quit" } },
+        { "editMenu", QT_TRANSLATE_NOOP("MainWindow", "&Edit"), { "edit.undo", "edit.redo" } },
+        { "viewMenu", QT_TRANSLATE_NOOP("MainWindow", "&View"), {} },
+        { "projectMenu", QT_TRANSLATE_NOOP("MainWindow", "&Project"), { "project.controller" } },
+        { "toolsMenu", QT_TRANSLATE_NOOP("MainWindow", "&Tools"), { "tools.options", "tools.plugins" } },
+        { "helpMenu", QT_TRANSLATE_NOOP("MainWindow", "&Help"), { "help.about" } },
+    };
+    return menus;
+}
+
+const std::vector<const char*>& mainToolBar()
+{
+    static const std::vector<const char*> names{ "file.new", "file.open", "file.save", "file.saveAll", nullptr,
+        "edit.undo", "edit.redo", nullptr, "project.controller", nullptr, "tools.options" };
+    return names;
+}
+
+QString translatedActionText(const char* text)
+{
+    return QCoreApplication::translate("MainWindow", text);
+}

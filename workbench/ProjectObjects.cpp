@@ -1,0 +1,19 @@
+#include "workbench/ProjectObjects.h"
+
+#include "host/projectmodel/AbstractProjectModel.h"
+#include "host/projectmodel/AxisModel.h"
+#include "host/projectmodel/AxisTable.h"
+#include "host/projectmodel/ProjectModelManager.h"
+#include "host/projectmodel/SafeProjectModel.h"
+#include "workbench/ProjectTree.h"
+
+ModelObject* objectOfNode(ProjectTree& tree, const QString& path)
+{
+    const QVariant key = tree.nodeProperty(path, QStringLiteral("DataBaseKey"), QVariant());
+    const SafeProjectModel project(path.section(QLatin1Char('.'), 0, 0));
+    if (!project || !key.isValid())
+        return nullptr;
+    // Axes are the one kind of objects that projects store by themselves.
+    auto* axes = qobject_cast<AxisModel*>(project->subModel("AxisModel"));
+    return axes ? axes->axisTable(key.toUInt()) : nullptr;
+}

@@ -1,0 +1,101 @@
+#include "workbench/SourceView.h"
+
+#include "workbench/StructuredTextHighlighter.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QPainter>
+#include <QTextBlock>
+
+class SourceView::NumberArea : public QWidget {
+public:
+    explicit NumberArea(SourceView& view) : QWidget(&view), m_view(view) { }
+
+protected:
+    void paintEvent(QPaintEvent* event) override { m_view.paintNumbers(event); }
+
+private:
+    SourceView& m_view;
+};
+
+SourceView::SourceView(QWidget* parent) : QPlainTextEdit(parent), m_numbers(new NumberArea(*this))
+{
+    setObjectName(QStringLiteral("sourceView"));
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setLineWrapMode(NoWrap);
+    setFrameShape(NoFrame);
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSize(font().pointSize());
+    setFont(fixed);
+    new StructuredTextHighlighter(*this);
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &SourceView::layOutNumbers);
+    connect(this, &QPlainTextEdit::updateRequest, m_numbers, QOverload<>::of(&QWidget::update));
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &SourceView::markCurrentLine);
+    layOutNumbers();
+}
+
+SourceView::~SourceView() = default;
+
+void SourceView::goTo(int line, int column)
+{
+    const QTextBlock block = document()->findBlockByNumber(qMin(line, blockCount()) - 1);
+    QTextCursor cursor(block);
+    cursor.setPosition(block.position() + qMin(column - 1, block.length() - 1));
+    setTextCursor(cursor);
+    centerCursor();
+    setFocus(Qt::OtherFocusReason);
+}
+
+void SourceView::markCurrentLine()
+{
+    QTextEdit::ExtraSelection line;
+    QColor color = palette().color(QPalette::Highlight);
+    color.setAlpha(32);
+    line.format.setBackground(color);
+    line.format.setProperty(QTextFormat::FullWidthSelection, true);
+    line.cursor = textCursor();
+    line.cursor.clearSelection();
+    setExtraSelections({ line });
+}
+
+int SourceView::numberWidth() const
+{
+    const int digits = QString::number(blockCount()).size();
+    return fontMetrics().horizontalAdvance(QLatin1Char('9')) * qMax(digits, 3) + 16;
+}
+
+void SourceView::layOutNumbers()
+{
+    setViewportMargins(numberWidth(), 0, 0, 0);
+    const QRect area = contentsRect();
+    m_numbers->setGeometry(area.left(), area.top(), numberWidth(), area.height());
+}
+
+void SourceView::resizeEvent(QResizeEvent* event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    layOutNumbers();
+}
+
+void SourceView::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange && m_numbers)
+        layOutNumbers();
+}
+
+void SourceView::paintNumbers(QPaintEvent* event)
+{
+    QPainter painter(m_numbers);
+    painter.fillRect(event->rect(), palette().color(QPalette::AlternateBase));
+    painter.setFont(font());
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+        const QRectF area = blockBoundingGeometry(block).translated(contentOffset());
+        if (area.top() > event->rect().bottom())
+            break;
+        painter.drawText(0, qRound(area.top()), m_numbers->width() - 8, fontMetrics().height(), Qt::AlignRight,
+            QString::number(block.blockNumber() + 1));
+    }
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+/// A structured text to be read, with line numbers and marked keywords, comments and literals.
+class SourceView : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    explicit SourceView(QWidget* parent = nullptr);
+    ~SourceView() override;
+
+    /// Puts the cursor on a place, both from 1, and brings it to the middle.
+    void goTo(int line, int column);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    class NumberArea;
+    friend class NumberArea;
+
+    void paintNumbers(QPaintEvent* event);
+    int numberWidth() const;
+    void layOutNumbers();
+    void markCurrentLine();
+
+    NumberArea* m_numbers;
+};

@@ -1,0 +1,57 @@
+#include "workbench/Theme.h"
+#include "workbench/Workbench.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+namespace {
+
+struct Arguments {
+    WorkbenchPaths paths;
+    QString project;
+};
+
+Arguments readArguments(const QApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A workbench for controllers and their motion axes."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption plugins(QStringLiteral("plugins"),
+        QStringLiteral("Load plug-ins from <dir> instead of the folder beside the program."), QStringLiteral("dir"));
+    const QCommandLineOption controllers(QStringLiteral("controllers"),
+        QStringLiteral("Read controller descriptions from <dir>."), QStringLiteral("dir"));
+    const QCommandLineOption settings(QStringLiteral("settings"),
+        QStringLiteral("Keep settings in <file> instead of the user's own."), QStringLiteral("file"));
+    parser.addOptions({ plugins, controllers, settings });
+    parser.addPositionalArgument(
+        QStringLiteral("project"), QStringLiteral("The project to open."), QStringLiteral("[PROJECT]"));
+    parser.process(application);
+    Arguments arguments{ WorkbenchPaths::besideProgram(QCoreApplication::applicationDirPath()),
+        parser.positionalArguments().value(0) };
+    if (parser.isSet(plugins))
+        arguments.paths.pluginDirectory = parser.value(plugins);
+    if (parser.isSet(controllers))
+        arguments.paths.controllerDirectory = parser.value(controllers);
+    arguments.paths.settingsFile = parser.value(settings);
+    return arguments;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kestrun"));
+    QApplication::setApplicationVersion(QStringLiteral(KESTRUN_VERSION));
+    const Arguments arguments = readArguments(application);
+    Theme::prepare();
+    Workbench workbench(arguments.paths);
+    workbench.start();
+    workbench.openFirst(arguments.project);
+    const int result = QApplication::exec();
+    workbench.shutDown();
+    return result;
+}
