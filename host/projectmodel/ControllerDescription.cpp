@@ -1,19 +1,14 @@
 #include "host/projectmodel/ControllerDescription.h"
 
+#include "host/projectmodel/JsonKeys.h"
 #include "host/projectmodel/JsonReader.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 
 namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ControllerDescription", text);
-}
 
 QStringList typeWords()
 {
@@ -49,7 +44,7 @@ QMap<QString, QString> readTypeNames(const JsonReader& types)
         const JsonReader type = types.member(word);
         const QString name = type.text();
         if (names.values().contains(name))
-            type.fail(tr("another type has the display name \"%1\"").arg(name));
+            type.fail(ControllerDescription::tr("another type has the display name \"%1\"").arg(name));
         names.insert(word, name);
     }
     return names;
@@ -62,7 +57,7 @@ QMap<QString, unsigned char> readLimits(const JsonReader& limits, const QStringL
     for (const QString& key : keys) {
         const JsonReader limit = limits.member(key);
         if (key != QLatin1String("MaxAxis") && !typeNames.contains(key))
-            limit.fail(tr("no axis type has this display name"));
+            limit.fail(ControllerDescription::tr("no axis type has this display name"));
         all.insert(key, static_cast<unsigned char>(limit.number(0, 255)));
     }
     return all;
@@ -87,9 +82,9 @@ QMap<int, QString> readInputPoints(const JsonReader& points)
         const int number = key.number(1, 65535);
         const QString name = point.member(QStringLiteral("name")).text();
         if (all.contains(number))
-            key.fail(tr("another point has the key %1").arg(number));
+            key.fail(ControllerDescription::tr("another point has the key %1").arg(number));
         if (all.values().contains(name))
-            point.fail(tr("another point has the name \"%1\"").arg(name));
+            point.fail(ControllerDescription::tr("another point has the name \"%1\"").arg(name));
         all.insert(number, name);
     }
     return all;
@@ -102,7 +97,7 @@ QMap<AxisModel::AxisState, QString> readStateTexts(const JsonReader& states)
         const JsonReader entry = states.member(QString::number(state));
         const QString text = entry.text();
         if (all.values().contains(text))
-            entry.fail(tr("another state has the text \"%1\"").arg(text));
+            entry.fail(ControllerDescription::tr("another state has the text \"%1\"").arg(text));
         all.insert(static_cast<AxisModel::AxisState>(state), text);
     }
     return all;
@@ -125,7 +120,7 @@ QHash<int, QHash<quint16, DiagnosisEntry>> readDiagnosis(const JsonReader& table
         const JsonReader codePlace = entry.member(QStringLiteral("code"));
         const auto code = static_cast<quint16>(codePlace.number(1, 65535));
         if (all.value(errorClass).contains(code))
-            codePlace.fail(tr("another entry of this class has the code %1").arg(code));
+            codePlace.fail(ControllerDescription::tr("another entry of this class has the code %1").arg(code));
         all[errorClass].insert(code,
             { readTranslations(entry.member(QStringLiteral("name"))),
                 readTranslations(entry.member(QStringLiteral("text"))),
@@ -143,12 +138,13 @@ public:
     {
         const QStringList offered = list("AxisType");
         if (offered.isEmpty())
-            place("AxisType").fail(tr("the list is empty"));
+            place("AxisType").fail(ControllerDescription::tr("the list is empty"));
         for (const QString& type : offered) {
             if (!names.values().contains(type))
-                place("AxisType").fail(tr("\"%1\" is no display name of an axis type").arg(type));
+                place("AxisType")
+                    .fail(ControllerDescription::tr("\"%1\" is no display name of an axis type").arg(type));
             if (!limits.contains(type))
-                place("AxisType").fail(tr("there is no limit for \"%1\"").arg(type));
+                place("AxisType").fail(ControllerDescription::tr("there is no limit for \"%1\"").arg(type));
         }
         if (offered.contains(names.value(QStringLiteral("Axis_Pulse")))) {
             needEntries("AxisPulseOutputDev");
@@ -175,9 +171,9 @@ public:
         const QStringList modes = list("HomeMode");
         for (const QString& mode : modes)
             if (!word.match(mode).hasMatch())
-                place("HomeMode").fail(tr("\"%1\" is no homing method").arg(mode));
+                place("HomeMode").fail(ControllerDescription::tr("\"%1\" is no homing method").arg(mode));
         if (!modes.contains(QStringLiteral("Homing_35")))
-            place("HomeMode").fail(tr("\"Homing_35\", which virtual axes need, is missing"));
+            place("HomeMode").fail(ControllerDescription::tr("\"Homing_35\", which virtual axes need, is missing"));
     }
 
     void points(const QMap<int, QString>& inputs) const
@@ -185,7 +181,7 @@ public:
         for (const char* group : { "HightSpeedCountInputPoint", "ProbelInputPoint" })
             for (const QString& name : list(group))
                 if (!inputs.values().contains(name))
-                    place(group).fail(tr("\"%1\" is no input point").arg(name));
+                    place(group).fail(ControllerDescription::tr("\"%1\" is no input point").arg(name));
     }
 
 private:
@@ -195,13 +191,13 @@ private:
     void needEntries(const char* group) const
     {
         if (list(group).isEmpty())
-            place(group).fail(tr("the list is empty"));
+            place(group).fail(ControllerDescription::tr("the list is empty"));
     }
 
     void needDependent(const QString& group) const
     {
         if (m_lists.member(group).isGood() && m_all.value(group).isEmpty())
-            m_lists.member(group).fail(tr("the list is empty"));
+            m_lists.member(group).fail(ControllerDescription::tr("the list is empty"));
     }
 
     const JsonReader& m_lists;
@@ -218,9 +214,11 @@ bool ControllerDescription::read(const QByteArray& json, const QString& fileName
     const JsonReader root(document.object(), QString(), &problem);
     ControllerDescription made;
     if (syntax.error != QJsonParseError::NoError)
-        problem = tr("at byte %1: %2").arg(syntax.offset).arg(syntax.errorString());
+        problem = ControllerDescription::tr("at byte %1: %2").arg(syntax.offset).arg(syntax.errorString());
     else if (!document.isObject())
-        problem = tr("/: an object is expected");
+        problem = ControllerDescription::tr("/: an object is expected");
+    else if (const QString doubled = pathOfDoubledKey(json); !doubled.isEmpty())
+        problem = doubled + ControllerDescription::tr(": stands there twice");
     else
         made.fill(root);
     if (!problem.isEmpty()) {

@@ -4,6 +4,7 @@
 #include "host/projectmodel/Export.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QHash>
 #include <QMap>
 #include <QString>
@@ -21,6 +22,8 @@ struct DiagnosisEntry {
 /// What a controller model offers: limits, option lists, input points, texts. A value, read from JSON, checked when it
 /// is read; one that reads well is sound.
 class KESTRUN_PROJECTMODEL_EXPORT ControllerDescription {
+    Q_DECLARE_TR_FUNCTIONS(ControllerDescription)
+
 public:
     /// Reads and checks a description. Returns false and sets the error ("FILE: JSON path: reason") for anything that
     /// is missing, of the wrong type, doubled, or out of range; the object is then unchanged.

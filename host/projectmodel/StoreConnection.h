@@ -31,11 +31,15 @@ public:
     bool run(const QString& sql, const Values&... values)
     {
         QSqlQuery* query = prepared(sql);
-        if (!query)
-            return false;
+        return query && execute(*query, values...);
+    }
+
+    template <typename... Values>
+    bool execute(QSqlQuery& query, const Values&... values)
+    {
         int place = 0;
-        (query->bindValue(place++, values), ...);
-        return execute(*query);
+        (query.bindValue(place++, values), ...);
+        return execute(query);
     }
 
     /// The statement, prepared, or null. Stays the connection's; forward only.

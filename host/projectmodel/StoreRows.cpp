@@ -24,17 +24,19 @@ QString formerRole()
     return QStringLiteral("former");
 }
 
-QString storableText(const QString& text)
+bool isStorableText(const QString& text)
 {
     // A null text would be stored as no value at all.
-    if (text.isNull())
-        return QLatin1String("");
-    const bool isPlain = !text.startsWith(QChar::ByteOrderMark)
+    return !text.isNull() && !text.startsWith(QChar::ByteOrderMark)
         && std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isSurrogate(); });
-    if (isPlain)
+}
+
+QString storableText(const QString& text)
+{
+    if (isStorableText(text))
         return text;
     QString sound = QString::fromUtf8(text.toUtf8());
     while (sound.startsWith(QChar::ByteOrderMark))
         sound.remove(0, 1);
-    return sound;
+    return sound.isNull() ? QString(QLatin1String("")) : sound;
 }

@@ -12,5 +12,7 @@ qint64 tallyChecksum(const QString& table, int rows);
 QString presentRole();
 QString formerRole();
 
-/// The text as the database gives it back: without a leading byte order mark, without halves of surrogate pairs.
+/// The database gives back exactly this text. A text with surrogate pairs counts as doubtful.
+bool isStorableText(const QString& text);
+/// The text as the database gives it back: without a leading byte order mark, with a question mark for half a surrogate pair.
 QString storableText(const QString& text);

@@ -8,11 +8,21 @@
 
 namespace {
 
+bool isStorable(const QMap<QString, QString>& texts)
+{
+    for (auto it = texts.begin(); it != texts.end(); ++it)
+        if (!isStorableText(it.key()) || !isStorableText(it.value()))
+            return false;
+    return true;
+}
+
 QMap<QString, QString> storable(const QMap<QString, QString>& texts)
 {
+    if (isStorable(texts))
+        return texts;
     QMap<QString, QString> sound;
     for (auto it = texts.begin(); it != texts.end(); ++it)
-        sound.insert(sound.cend(), storableText(it.key()), storableText(it.value()));
+        sound.insert(storableText(it.key()), storableText(it.value()));
     return sound;
 }
 
@@ -96,16 +106,26 @@ bool StoreWriter::writeAxis(const AxisChange& change)
         && writeMap(QStringLiteral("axis_view"), now.id, now.viewInfo, storable(stored.viewInfo));
 }
 
+// Both maps are in key order, so one walk along both finds what has come, changed and gone.
 bool StoreWriter::writeMap(const QString& table, quint32 axis, const Texts& now, const Texts& stored)
 {
-    const QString insert = QStringLiteral("INSERT OR REPLACE INTO %1 VALUES(?, ?, ?)").arg(table);
-    const Texts changed = differences(now, stored);
-    for (auto it = changed.begin(); it != changed.end(); ++it)
-        if (!m_connection.run(insert, axis, it.key(), it.value()))
+    QSqlQuery* insert = m_connection.prepared(QStringLiteral("REPLACE INTO %1 VALUES(?, ?, ?)").arg(table));
+    QSqlQuery* remove = m_connection.prepared(QStringLiteral("DELETE FROM %1 WHERE axis=? AND key=?").arg(table));
+    if (!insert || !remove)
+        return false;
+    auto old = stored.begin();
+    for (auto it = now.begin(); it != now.end(); ++it) {
+        for (; old != stored.end() && old.key() < it.key(); ++old)
+            if (!m_connection.execute(*remove, axis, old.key()))
+                return false;
+        const bool isKnown = old != stored.end() && old.key() == it.key();
+        if ((!isKnown || old.value() != it.value()) && !m_connection.execute(*insert, axis, it.key(), it.value()))
             return false;
-    const QString remove = QStringLiteral("DELETE FROM %1 WHERE axis=? AND key=?").arg(table);
-    for (auto it = stored.begin(); it != stored.end(); ++it)
-        if (!now.contains(it.key()) && !m_connection.run(remove, axis, it.key()))
+        if (isKnown)
+            ++old;
+    }
+    for (; old != stored.end(); ++old)
+        if (!m_connection.execute(*remove, axis, old.key()))
             return false;
     return true;
 }
