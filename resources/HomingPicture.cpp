@@ -107,6 +107,7 @@ public:
 private:
     void drawHeader();
     void drawGuides();
+    void drawGuide(double place);
     void drawTravel();
     void drawRail();
     void drawEnd(double x, double outwards, const QString& sign);
@@ -163,17 +164,23 @@ void HomingPicture::drawHeader()
 
 void HomingPicture::drawGuides()
 {
-    for (Signal signal : levelRows()) {
-        if (signal == Signal::IndexPulse)
-            continue;
-        for (const Stretch& stretch : activeStretches(m_method, signal))
-            for (double place : { stretch.first, stretch.second })
-                if (place > 0 && place < 1)
-                    m_canvas.line({ pixel(place), railY }, { pixel(place), lanesBottom }, m_colours.frame,
-                        LineWeight::guide, Qt::DashLine);
-    }
+    for (Signal signal : levelRows())
+        if (signal != Signal::IndexPulse)
+            for (const Stretch& stretch : activeStretches(m_method, signal)) {
+                drawGuide(stretch.first);
+                drawGuide(stretch.second);
+            }
     const double home = pixel(homeOf(m_method));
     m_canvas.line({ home, camTop }, { home, lanesBottom }, m_colours.position, LineWeight::outline, Qt::DashLine);
+}
+
+void HomingPicture::drawGuide(double place)
+{
+    const bool end = place <= 0 || place >= 1;
+    if (end || qFuzzyCompare(place, homeOf(m_method)))
+        return;
+    m_canvas.line(
+        { pixel(place), railY }, { pixel(place), lanesBottom }, m_colours.frame, LineWeight::guide, Qt::DashLine);
 }
 
 void HomingPicture::drawTravel()
@@ -402,10 +409,13 @@ void HomingPicture::drawTurn(const Leg& leg, const Leg& next)
     const double weight = next.speed == Speed::Close ? LineWeight::closePath : LineWeight::searchPath;
     const double radius = (next.y - leg.y) / 2;
     const bool right = leg.to > leg.from;
-    QPainterPath arc;
     const QRectF box(leg.to - radius, leg.y, 2 * radius, 2 * radius);
-    arc.arcMoveTo(box, 90);
+    // The turn laps over the straight parts, or their rims would show as seams.
+    const QPointF lap(right ? -1 : 1, 0);
+    QPainterPath arc(QPointF(leg.to, leg.y) + lap);
+    arc.lineTo(leg.to, leg.y);
     arc.arcTo(box, 90, right ? -180 : 180);
+    arc.lineTo(QPointF(next.from, next.y) + lap);
     m_canvas.painter().strokePath(arc, QPen(m_colours.speed, weight, Qt::SolidLine, Qt::FlatCap));
 }
 

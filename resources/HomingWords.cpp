@@ -142,8 +142,8 @@ QString neededSignals(const Method& method, Language language)
 {
     if (method.required.empty())
         return say(language, QStringLiteral("needs no signal"), QStringLiteral("无需信号"));
-    const QString needed = say(language, QStringLiteral("needs %1"), QStringLiteral("需要信号 %1"))
-                               .arg(lettersOf(method.required, language));
+    QString needed = say(language, QStringLiteral("needs %1"), QStringLiteral("需要信号 %1"))
+                         .arg(lettersOf(method.required, language));
     if (method.advised.empty())
         return needed;
     return needed
