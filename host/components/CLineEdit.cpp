@@ -62,14 +62,15 @@ void CLineEdit::focusOutEvent(QFocusEvent* event)
 
 void CLineEdit::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
-        QLineEdit::keyPressEvent(event);
-        return;
-    }
-    takeMarkedCompletion();
-    // Accepted here, so that a dialog around the field is not closed by the same key.
-    event->accept();
-    finishEdit();
+    const bool finishes = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // A key that chooses from the list is used up by it, and closes no dialog around the field.
+    const bool chooses = finishes && takeMarkedCompletion();
+    const QPointer<CLineEdit> guard(this);
+    QLineEdit::keyPressEvent(event);
+    if (chooses)
+        event->accept();
+    if (finishes && guard)
+        finishEdit();
 }
 
 void CLineEdit::finishEdit()
@@ -104,12 +105,15 @@ bool CLineEdit::isListOpen() const
     return m_completer != nullptr && m_completer->popup()->isVisible();
 }
 
-void CLineEdit::takeMarkedCompletion()
+bool CLineEdit::takeMarkedCompletion()
 {
     if (!isListOpen())
-        return;
+        return false;
     const QModelIndex marked = m_completer->popup()->currentIndex();
     m_completer->popup()->hide();
-    if (marked.isValid())
-        setText(marked.data(m_completer->completionRole()).toString());
+    if (marked.isValid()) {
+        selectAll();
+        insert(marked.data(m_completer->completionRole()).toString());
+    }
+    return true;
 }

@@ -42,7 +42,8 @@ private:
     void finishEdit();
     void prepareCompletion();
     bool isListOpen() const;
-    void takeMarkedCompletion();
+    /// False when the list is not open.
+    bool takeMarkedCompletion();
 
     /// Null until the first focus with completion on. Owned by the line edit.
     QCompleter* m_completer = nullptr;

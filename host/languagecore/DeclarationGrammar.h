@@ -94,26 +94,7 @@ struct begins_items : seq<tok<integer_word>, tok<left_paren>, tok<name>, sor<one
 struct enum_spec : sor<seq<enum_items, opt<tok<integer_word>>>, seq<at<begins_items>, tok<integer_word>, enum_items>> {
 };
 
-struct type_word {
-    using rule_t = type_word;
-    using subs_t = empty_list;
-
-    /// Elementary types are structural words, which no other name may be.
-    template <typename Input>
-    static bool match(Input& in)
-    {
-        if (in.empty() || !Lexical::isWordStart(in.peek_char()))
-            return false;
-        const std::size_t at = offsetOf(in);
-        const std::size_t end = Lexical::endOfWord(wholeText(in), at);
-        const std::string_view text = wholeText(in).substr(at, end - at);
-        if (Keywords::isStructural(text) && !Keywords::isElementaryType(text))
-            return false;
-        in.bump(end - at);
-        return true;
-    }
-};
-struct type_name : seq<type_word, star<one<'.'>, type_word>> { };
+struct type_name : qualified { };
 /// A range of values, or the arguments of a function block's instance.
 struct named_spec : seq<tok<type_name>, opt<nested<argument_list>>> { };
 
@@ -126,7 +107,9 @@ struct variable_name : name { };
 struct location : address { };
 struct variable_end : semicolon { };
 struct located : seq<tok<kw_at>, must<tok<location>>> { };
-struct variable_rest : seq<must<tok<colon>>, must<type_spec>, opt<initial>, must<variable_end>, blanks> { };
+struct edge : sor<keyword<TAO_PEGTL_ISTRING("R_EDGE")>, keyword<TAO_PEGTL_ISTRING("F_EDGE")>> { };
+struct variable_rest
+    : seq<must<tok<colon>>, must<type_spec>, opt<tok<edge>>, opt<initial>, must<variable_end>, blanks> { };
 struct variable : sor<seq<tok<variable_name>, star<tok<comma>, must<tok<variable_name>>>, opt<located>, variable_rest>,
                       seq<located, variable_rest>> { };
 
@@ -217,41 +200,47 @@ struct source_text : seq<opt<byte_order_mark>, blanks, star<declaration, opt<tok
 
 #define KESTRUN_EXPECTED(rule, text)                                                                                   \
     template <>                                                                                                        \
-    inline constexpr const char* expected<rule> = QT_TRANSLATE_NOOP("LanguageCore", text)
+    inline constexpr const char* expected<rule> = text
 
+KESTRUN_EXPECTED(end_of_source,
+    QT_TRANSLATE_NOOP("LanguageCore",
+        "a declaration (PROGRAM, FUNCTION_BLOCK, FUNCTION, TYPE, VAR_GLOBAL or CONFIGURATION) is expected"));
+KESTRUN_EXPECTED(tok<unit_name>, QT_TRANSLATE_NOOP("LanguageCore", "a name is expected"));
+KESTRUN_EXPECTED(tok<variable_name>, QT_TRANSLATE_NOOP("LanguageCore", "the name of a variable is expected"));
+KESTRUN_EXPECTED(tok<task_name>, QT_TRANSLATE_NOOP("LanguageCore", "the name of a task is expected"));
+KESTRUN_EXPECTED(tok<qualified>, QT_TRANSLATE_NOOP("LanguageCore", "a name is expected"));
+KESTRUN_EXPECTED(tok<base_name>, QT_TRANSLATE_NOOP("LanguageCore", "the name of the extended type is expected"));
+KESTRUN_EXPECTED(enum_item, QT_TRANSLATE_NOOP("LanguageCore", "the name of a value is expected"));
+KESTRUN_EXPECTED(tok<colon>, QT_TRANSLATE_NOOP("LanguageCore", "':' is expected"));
+KESTRUN_EXPECTED(tok<semicolon>, QT_TRANSLATE_NOOP("LanguageCore", "';' is expected"));
+KESTRUN_EXPECTED(variable_end, QT_TRANSLATE_NOOP("LanguageCore", "';' is expected"));
+KESTRUN_EXPECTED(tok<left_bracket>, QT_TRANSLATE_NOOP("LanguageCore", "'[' is expected"));
+KESTRUN_EXPECTED(tok<range_dots>, QT_TRANSLATE_NOOP("LanguageCore", "'..' is expected"));
+KESTRUN_EXPECTED(tok<kw_of>, QT_TRANSLATE_NOOP("LanguageCore", "OF is expected"));
+KESTRUN_EXPECTED(tok<kw_to>, QT_TRANSLATE_NOOP("LanguageCore", "TO is expected"));
+KESTRUN_EXPECTED(tok<location>, QT_TRANSLATE_NOOP("LanguageCore", "an address such as %IX0.0 is expected"));
+KESTRUN_EXPECTED(dimension, QT_TRANSLATE_NOOP("LanguageCore", "a range such as 0..9 is expected"));
+KESTRUN_EXPECTED(high_bound, QT_TRANSLATE_NOOP("LanguageCore", "an upper bound is expected"));
+KESTRUN_EXPECTED(const_expression, QT_TRANSLATE_NOOP("LanguageCore", "a whole number or constant is expected"));
+KESTRUN_EXPECTED(item_value, QT_TRANSLATE_NOOP("LanguageCore", "a whole number or constant is expected"));
+KESTRUN_EXPECTED(tok<const_value>, QT_TRANSLATE_NOOP("LanguageCore", "a whole number or constant is expected"));
+KESTRUN_EXPECTED(type_spec, QT_TRANSLATE_NOOP("LanguageCore", "a type is expected"));
+KESTRUN_EXPECTED(nested<type_spec>, QT_TRANSLATE_NOOP("LanguageCore", "a type is expected"));
+KESTRUN_EXPECTED(function_result, QT_TRANSLATE_NOOP("LanguageCore", "a type is expected"));
+KESTRUN_EXPECTED(type_body, QT_TRANSLATE_NOOP("LanguageCore", "a type is expected"));
+KESTRUN_EXPECTED(initial_value, QT_TRANSLATE_NOOP("LanguageCore", "an initial value is expected"));
 KESTRUN_EXPECTED(
-    end_of_source, "a declaration (PROGRAM, FUNCTION_BLOCK, FUNCTION, TYPE, VAR_GLOBAL or CONFIGURATION) is expected");
-KESTRUN_EXPECTED(tok<unit_name>, "a name is expected");
-KESTRUN_EXPECTED(tok<variable_name>, "the name of a variable is expected");
-KESTRUN_EXPECTED(tok<task_name>, "the name of a task is expected");
-KESTRUN_EXPECTED(tok<qualified>, "a name is expected");
-KESTRUN_EXPECTED(tok<base_name>, "the name of the extended type is expected");
-KESTRUN_EXPECTED(enum_item, "the name of a value is expected");
-KESTRUN_EXPECTED(tok<colon>, "':' is expected");
-KESTRUN_EXPECTED(tok<semicolon>, "';' is expected");
-KESTRUN_EXPECTED(variable_end, "';' is expected");
-KESTRUN_EXPECTED(tok<left_bracket>, "'[' is expected");
-KESTRUN_EXPECTED(tok<range_dots>, "'..' is expected");
-KESTRUN_EXPECTED(tok<kw_of>, "OF is expected");
-KESTRUN_EXPECTED(tok<kw_to>, "TO is expected");
-KESTRUN_EXPECTED(tok<location>, "an address such as %IX0.0 is expected");
-KESTRUN_EXPECTED(dimension, "a range such as 0..9 is expected");
-KESTRUN_EXPECTED(high_bound, "an upper bound is expected");
-KESTRUN_EXPECTED(const_expression, "a whole number or constant is expected");
-KESTRUN_EXPECTED(item_value, "a whole number or constant is expected");
-KESTRUN_EXPECTED(tok<const_value>, "a whole number or constant is expected");
-KESTRUN_EXPECTED(type_spec, "a type is expected");
-KESTRUN_EXPECTED(nested<type_spec>, "a type is expected");
-KESTRUN_EXPECTED(function_result, "a type is expected");
-KESTRUN_EXPECTED(type_body, "a type is expected");
-KESTRUN_EXPECTED(initial_value, "an initial value is expected");
-KESTRUN_EXPECTED(tok<struct_end>, "the declaration of a member or END_STRUCT is expected");
-KESTRUN_EXPECTED(tok<kw_end_var>, "the declaration of a variable or END_VAR is expected");
-KESTRUN_EXPECTED(tok<kw_end_type>, "the declaration of a type or END_TYPE is expected");
-KESTRUN_EXPECTED(tok<kw_end_program>, "END_PROGRAM is expected");
-KESTRUN_EXPECTED(tok<kw_end_function_block>, "END_FUNCTION_BLOCK is expected");
-KESTRUN_EXPECTED(tok<kw_end_function>, "END_FUNCTION is expected");
-KESTRUN_EXPECTED(tok<kw_end_resource>, "a task, a program or END_RESOURCE is expected");
-KESTRUN_EXPECTED(tok<kw_end_configuration>, "a resource, a task, a program or END_CONFIGURATION is expected");
+    tok<struct_end>, QT_TRANSLATE_NOOP("LanguageCore", "the declaration of a member or END_STRUCT is expected"));
+KESTRUN_EXPECTED(
+    tok<kw_end_var>, QT_TRANSLATE_NOOP("LanguageCore", "the declaration of a variable or END_VAR is expected"));
+KESTRUN_EXPECTED(
+    tok<kw_end_type>, QT_TRANSLATE_NOOP("LanguageCore", "the declaration of a type or END_TYPE is expected"));
+KESTRUN_EXPECTED(tok<kw_end_program>, QT_TRANSLATE_NOOP("LanguageCore", "END_PROGRAM is expected"));
+KESTRUN_EXPECTED(tok<kw_end_function_block>, QT_TRANSLATE_NOOP("LanguageCore", "END_FUNCTION_BLOCK is expected"));
+KESTRUN_EXPECTED(tok<kw_end_function>, QT_TRANSLATE_NOOP("LanguageCore", "END_FUNCTION is expected"));
+KESTRUN_EXPECTED(
+    tok<kw_end_resource>, QT_TRANSLATE_NOOP("LanguageCore", "a task, a program or END_RESOURCE is expected"));
+KESTRUN_EXPECTED(tok<kw_end_configuration>,
+    QT_TRANSLATE_NOOP("LanguageCore", "a resource, a task, a program or END_CONFIGURATION is expected"));
 
 } // namespace ac::grammar

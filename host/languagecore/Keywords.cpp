@@ -20,8 +20,7 @@ const char* const structural
       "PERSISTENT PROGRAM END_PROGRAM PROPERTY END_PROPERTY REF_TO REPEAT RESOURCE END_RESOURCE RETAIN RETURN STRUCT "
       "END_STRUCT TASK THEN TRANSITION END_TRANSITION TYPE END_TYPE UNION END_UNION UNTIL VAR END_VAR VAR_ACCESS "
       "VAR_CONFIG VAR_EXTERNAL VAR_GLOBAL VAR_INPUT VAR_IN_OUT VAR_OUTPUT VAR_TEMP WHILE WITH POINTER REFERENCE TRUE "
-      "FALSE AND AND_THEN OR OR_ELSE XOR NOT MOD BOOL SINT INT DINT LINT USINT UINT UDINT ULINT BYTE WORD DWORD LWORD "
-      "REAL LREAL STRING WSTRING";
+      "FALSE AND AND_THEN OR OR_ELSE XOR NOT MOD";
 const char* const furtherWords
     = "ABSTRACT BEGIN FINAL FROM GOTO INITIAL_STEP STEP END_STEP INTERNAL INTERVAL OVERLAP "
       "OVERRIDE PRIORITY PRIVATE PROTECTED PUBLIC READ_ONLY READ_WRITE REF SINGLE SUPER THIS "
@@ -86,12 +85,6 @@ bool isReserved(std::string_view word)
 bool isStructural(std::string_view word)
 {
     static const Words words = wordsOf({ structural });
-    return words.count(foldedName(word)) > 0;
-}
-
-bool isElementaryType(std::string_view word)
-{
-    static const Words words = wordsOf({ elementaryTypes });
     return words.count(foldedName(word)) > 0;
 }
 

@@ -11,9 +11,7 @@ namespace ac::Keywords {
 KESTRUN_LANGUAGECORE_EXPORT bool isReserved(std::string_view word);
 
 /// The words that give a declaration its structure, so that they can be no name in it. Fewer than the reserved ones: a
-/// member may well be called "limit" or "left".
+/// member may well be called "limit" or "word", since its place says that it is no function and no type.
 bool isStructural(std::string_view word);
-
-bool isElementaryType(std::string_view word);
 
 } // namespace ac::Keywords
