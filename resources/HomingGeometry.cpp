@@ -72,7 +72,7 @@ std::vector<Stretch> activeStretches(const Method& method, Signal signal)
         break;
     }
     std::vector<Stretch> pulses;
-    for (double turn : { 0.14, 0.32, 0.50, 0.68, 0.86 })
+    for (double turn : { 0.18, 0.34, 0.50, 0.66, 0.82 })
         pulses.emplace_back(turn - 0.003, turn + 0.003);
     return pulses;
 }

@@ -38,6 +38,7 @@ constexpr double limitsTop = 586;
 constexpr double legendTop = 636;
 constexpr double legendRow = 36;
 constexpr double legStep = 26;
+constexpr double faultWay = 62;
 
 constexpr double textSize = 22;
 constexpr double commentSize = 20;
@@ -381,11 +382,11 @@ void HomingPicture::drawFaultLane(double top, double height)
     const double y = top + height / 2;
     const double edge = pixel(right ? positiveLimitEdge : negativeLimitEdge);
     drawLaneWords({ limitFirstWords(right ? Signal::PositiveLimit : Signal::NegativeLimit, m_language) }, top, height);
-    m_canvas.line({ edge - ahead * 150, y }, { edge - ahead * 15, y }, m_colours.speed, LineWeight::closePath);
+    m_canvas.line({ edge - ahead * faultWay, y }, { edge - ahead * 15, y }, m_colours.speed, LineWeight::closePath);
     drawArrowHead(
         m_canvas.painter(), { edge - ahead * 20, y }, right ? 0 : 180, LineWeight::closePath, m_colours.speed);
     drawLimitSign({ edge, y }, LimitAction::Fault);
-    drawStartDot({ edge - ahead * 150, y });
+    drawStartDot({ edge - ahead * faultWay, y });
 }
 
 void HomingPicture::drawLegs(const std::vector<Leg>& legs)

@@ -243,6 +243,7 @@ private slots:
     void pathsMeetNoLimitThatIsAFault_data();
     void pathsMeetNoLimitThatIsAFault();
     void indexPulseMethodsStopAtTheNextPulse();
+    void picturedPulsesLeaveRoomForTheLimitThatComesFirst();
     void noTwoMethodsAreTheSame();
     void pictureGeometryLeadsToTheSameHomePosition_data();
     void pictureGeometryLeadsToTheSameHomePosition();
@@ -403,6 +404,17 @@ void HomingMethodsTest::indexPulseMethodsStopAtTheNextPulse()
     const Drive right = drive(travel, methodOf(34)->cases.front(), 0.5, 0);
     QVERIFY(right.arrived);
     QVERIFY2(qAbs(right.place - 0.6) <= 2 * step, qPrintable(QString::number(right.place)));
+}
+
+void HomingMethodsTest::picturedPulsesLeaveRoomForTheLimitThatComesFirst()
+{
+    // The pictures show a start 62 of 916 pixels before the limit from which no pulse comes before it.
+    constexpr double room = 62.0 / 916;
+    for (int number : { 33, 34 })
+        for (const drawing::Stretch& pulse : drawing::activeStretches(*methodOf(number), Signal::IndexPulse)) {
+            QVERIFY(pulse.first > drawing::negativeLimitEdge + room);
+            QVERIFY(pulse.second < drawing::positiveLimitEdge - room);
+        }
 }
 
 void HomingMethodsTest::noTwoMethodsAreTheSame()
