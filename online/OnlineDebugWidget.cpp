@@ -1,6 +1,7 @@
 #include "online/OnlineDebugWidget.h"
 
 #include "axisdata/DoubleValidator.h"
+#include "axisdata/PageTeardown.h"
 #include "axisdata/RegExpValidator.h"
 #include "axisdata/UserMessage.h"
 #include "host/languagecore/ACCore.h"
@@ -70,6 +71,7 @@ OnlineDebugWidget::OnlineDebugWidget(const QString& project, unsigned id, QWidge
 
 OnlineDebugWidget::~OnlineDebugWidget()
 {
+    disconnectControls(*this);
     if (!noMonitorAxisTypes.contains(monitoredAxisType)) {
         IVarMonitor* monitor = variableMonitor();
         if (monitor && param.debugMode)

@@ -5,6 +5,7 @@
 #include "axisdata/AxisRecord.h"
 #include "axisdata/DoubleValidator.h"
 #include "axisdata/NumberRule.h"
+#include "axisdata/PageTeardown.h"
 #include "axisdata/RegExpValidator.h"
 #include "host/components/DataVerification.h"
 #include "host/components/TypeAssistant.h"
@@ -15,6 +16,7 @@
 #include "pages/HomeSignals.h"
 #include "pages/PinCheck.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QPixmap>
 #include <QPointer>
@@ -50,7 +52,10 @@ OriginReturnSetWidget::OriginReturnSetWidget(const QString& project, unsigned id
     describeToFind();
 }
 
-OriginReturnSetWidget::~OriginReturnSetWidget() = default;
+OriginReturnSetWidget::~OriginReturnSetWidget()
+{
+    disconnectControls(*this);
+}
 
 void OriginReturnSetWidget::setUpForm()
 {
@@ -276,7 +281,9 @@ void OriginReturnSetWidget::onToolButtonClicked(bool)
     if (!edit)
         return;
     edit->setText(picker.chosenTexts.first());
-    // Into the field and out again: leaving it is what sends a picked text through the same check as a typed one.
+    // Into the field and out again: leaving it is what sends a picked text through the same check as a typed one. The
+    // window system makes the window active again only after the picker has gone, and an inactive one moves no focus.
+    QApplication::setActiveWindow(window());
     edit->setFocus(Qt::OtherFocusReason);
     setFocus(Qt::OtherFocusReason);
 }
