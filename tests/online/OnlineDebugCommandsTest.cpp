@@ -1,0 +1,577 @@
+#include "sdk/AxisDebugParams.h"
+#include "tests/online/OnlinePageFixture.h"
+#include "tests/support/ModalDialogDriver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include <optional>
+
+/// Fields, commands and jog of the online page.
+class OnlineDebugCommandsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m.reset(); }
+
+    void aFieldCommitsWhenTheFocusLeaves_data();
+    void aFieldCommitsWhenTheFocusLeaves();
+    void returnCommitsNothing();
+    void limitsHold_data();
+    void limitsHold();
+    void theSpeedMultiplierStaysAsTyped();
+    void aHugeMultiplierCountsAsNought();
+
+    void continuousMotionHidesThePosition();
+    void leavingTheJerkCurveLosesTheJerk();
+
+    void enableSendsTheOtherState_data();
+    void enableSendsTheOtherState();
+    void enableInErrorWarnsAndGoesOn();
+    void presetPositionSendsItsField();
+    void homeSendsOffsetThenHome();
+    void aFailedOffsetSendsNoHome();
+    void motionSendsItsType_data();
+    void motionSendsItsType();
+    void stopSendsDecelerationAndJerk();
+    void resetSendsTheAxis();
+    void commandsEndWithoutTheAxis();
+    void failuresAreShown_data();
+    void failuresAreShown();
+    void successShowsNothing();
+
+    void theMultiplierIsSetAfterAQuestion();
+    void cancellingTheQuestionRestoresTheBox_data();
+    void cancellingTheQuestionRestoresTheBox();
+    void takingTheMultiplierBackSendsTheDefault();
+    void aFailedMultiplierTurnsTheBoxBack();
+    void aFailedCancellingLeavesTheFieldDisabled();
+
+    void aHeldJogButtonSendsStartAndEnd_data();
+    void aHeldJogButtonSendsStartAndEnd();
+    void aTapSendsTheEndAlone();
+    void jogTakesCommittedTextsOnly();
+    void jogFailuresShowOnce_data();
+    void jogFailuresShowOnce();
+    void goingOffLineForgetsAShownFailure();
+    void aPageClosedUnderABoxIsSurvived();
+
+private:
+    void type(const char* name, const QString& text);
+    void leave(const char* name);
+    void enter(const char* name, const QString& text);
+    const RecordingDebug::Request& last() const { return m->debug.requests.last(); }
+
+    std::optional<OnlinePageFixture> m;
+};
+
+void OnlineDebugCommandsTest::init()
+{
+    m.emplace();
+    m->makePage();
+    m->receive(OnlinePageFixture::status(3, true));
+    m->show();
+}
+
+void OnlineDebugCommandsTest::type(const char* name, const QString& text)
+{
+    QLineEdit* field = m->field(name);
+    field->setFocus();
+    QTRY_VERIFY(field->hasFocus());
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+
+void OnlineDebugCommandsTest::leave(const char* name)
+{
+    QTest::keyClick(m->field(name), Qt::Key_Tab);
+}
+
+void OnlineDebugCommandsTest::enter(const char* name, const QString& text)
+{
+    type(name, text);
+    leave(name);
+}
+
+void OnlineDebugCommandsTest::aFieldCommitsWhenTheFocusLeaves_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    for (const char* name : { "presetPositionLineEdit", "originOffsetLineEdit", "posJogSpeedLineEdit",
+             "posJogAccLineEdit", "negJogSpeedLineEdit", "negJogAccLineEdit", "positionLineEdit", "velocityLineEdit",
+             "accLineEdit", "decLineEdit", "jerkLineEdit" })
+        QTest::newRow(name) << QByteArray(name);
+}
+
+void OnlineDebugCommandsTest::aFieldCommitsWhenTheFocusLeaves()
+{
+    QFETCH(QByteArray, field);
+    m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
+    enter(field.constData(), QStringLiteral("1.5"));
+    QCOMPARE(m->field(field.constData())->text(), QStringLiteral("1.500000"));
+    // A half-typed number counts as nought.
+    enter(field.constData(), QStringLiteral("-"));
+    QCOMPARE(m->field(field.constData())->text(), QStringLiteral("0.000000"));
+    enter(field.constData(), QString());
+    QCOMPARE(m->field(field.constData())->text(), QStringLiteral("0.000000"));
+}
+
+void OnlineDebugCommandsTest::returnCommitsNothing()
+{
+    type("positionLineEdit", QStringLiteral("7"));
+    QTest::keyClick(m->field("positionLineEdit"), Qt::Key_Return);
+    QCOMPARE(m->field("positionLineEdit")->text(), QStringLiteral("7"));
+    m->page->findChild<QPushButton*>(QStringLiteral("motionPushButton"))->click();
+    QCOMPARE(last().as<MoveAbsParam>().position + 0, 0.0);
+    leave("positionLineEdit");
+    QCOMPARE(m->field("positionLineEdit")->text(), QStringLiteral("7.000000"));
+}
+
+void OnlineDebugCommandsTest::limitsHold_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("the upper limit is in") << QByteArray("accLineEdit") << "9999999"
+                                           << "9999999.000000";
+    QTest::newRow("above the upper limit") << QByteArray("accLineEdit") << "9999999.5"
+                                           << "10";
+    QTest::newRow("the lower limit is in") << QByteArray("velocityLineEdit") << "-9999999"
+                                           << "-9999999.000000";
+    QTest::newRow("below the lower limit") << QByteArray("velocityLineEdit") << "-9999999.5"
+                                           << "10";
+    QTest::newRow("a negative jog speed passes") << QByteArray("negJogSpeedLineEdit") << "-3"
+                                                 << "-3.000000";
+    QTest::newRow("a negative jerk is refused") << QByteArray("jerkLineEdit") << "-1"
+                                                << "0.000000";
+    QTest::newRow("a multiplier of 1000 is in") << QByteArray("speedMultiplierLineEdit") << "1000"
+                                                << "1000";
+    QTest::newRow("a multiplier of 1001 is refused") << QByteArray("speedMultiplierLineEdit") << "1001"
+                                                     << "100";
+    QTest::newRow("a negative multiplier is huge") << QByteArray("speedMultiplierLineEdit") << "-5"
+                                                   << "100";
+}
+
+void OnlineDebugCommandsTest::limitsHold()
+{
+    QFETCH(QByteArray, field);
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
+    enter(field.constData(), typed);
+    QCOMPARE(m->field(field.constData())->text(), shown);
+    // A refused field takes the focus again.
+    QCOMPARE(m->field(field.constData())->hasFocus(), shown.toDouble() != typed.toDouble());
+}
+
+void OnlineDebugCommandsTest::theSpeedMultiplierStaysAsTyped()
+{
+    enter("speedMultiplierLineEdit", QStringLiteral("007"));
+    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("007"));
+}
+
+void OnlineDebugCommandsTest::aHugeMultiplierCountsAsNought()
+{
+    enter("speedMultiplierLineEdit", QStringLiteral("4294967296"));
+    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("4294967296"));
+    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
+    m->control<QCheckBox>("speedMultiplierCheckBox")->click();
+    QCOMPARE(last().as<SetVelRatioParam>().ratio, short(0));
+}
+
+void OnlineDebugCommandsTest::continuousMotionHidesThePosition()
+{
+    enter("positionLineEdit", QStringLiteral("12"));
+    auto* box = m->control<QComboBox>("motionTypeComboBox");
+    box->setCurrentText(QStringLiteral("Continuous motion"));
+    QVERIFY(m->field("positionLineEdit")->isHidden());
+    QVERIFY(m->control("label_13")->isHidden());
+    box->setCurrentText(QStringLiteral("Relative positioning"));
+    QVERIFY(!m->field("positionLineEdit")->isHidden());
+    QVERIFY(!m->control("label_13")->isHidden());
+    m->control<QPushButton>("motionPushButton")->click();
+    QCOMPARE(last().as<MoveRelParam>().position + 0, 12.0);
+}
+
+void OnlineDebugCommandsTest::leavingTheJerkCurveLosesTheJerk()
+{
+    auto* box = m->control<QComboBox>("curveTypeComboBox");
+    box->setCurrentText(QStringLiteral("S_type"));
+    QVERIFY(!m->field("jerkLineEdit")->isHidden());
+    QVERIFY(!m->control("label_18")->isHidden());
+    enter("jerkLineEdit", QStringLiteral("40"));
+    box->setCurrentText(QStringLiteral("trapezoid"));
+    QVERIFY(m->field("jerkLineEdit")->isHidden());
+    QVERIFY(m->control("label_18")->isHidden());
+    m->control<QPushButton>("stopPushButton")->click();
+    QCOMPARE(last().as<SetStopParam>().jerk + 0, 0.0);
+    box->setCurrentText(QStringLiteral("S_type"));
+    QCOMPARE(m->field("jerkLineEdit")->text(), QStringLiteral("0.000000"));
+}
+
+void OnlineDebugCommandsTest::enableSendsTheOtherState_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<int>("enable");
+    QTest::newRow("a disabled axis is enabled") << 0 << 1;
+    QTest::newRow("an enabled axis is disabled") << 3 << 0;
+}
+
+void OnlineDebugCommandsTest::enableSendsTheOtherState()
+{
+    QFETCH(int, state);
+    QFETCH(int, enable);
+    m->receive(OnlinePageFixture::status(static_cast<quint16>(state), true));
+    QTest::mouseClick(m->control("enablePushButton"), Qt::LeftButton);
+    QCOMPARE(last().code, int(AxisDebugSetEnable));
+    QCOMPARE(int(last().as<SetEnableParam>().enable), enable);
+    QCOMPARE(last().as<SetEnableParam>().axisNo, short(3));
+    QCOMPARE(m->boxes.count(), 0);
+}
+
+void OnlineDebugCommandsTest::enableInErrorWarnsAndGoesOn()
+{
+    m->receive(OnlinePageFixture::status(1, true));
+    m->boxes.meanwhile([this] { QVERIFY(m->debug.requests.isEmpty()); });
+    m->control<QPushButton>("enablePushButton")->click();
+    const QString state = m->project.axisModel()->getAxisStateMap().value(AxisModel::ErrorStop);
+    QCOMPARE(m->boxes.texts(), QStringList({ QStringLiteral("State: %1 ,Please reset first").arg(state) }));
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetEnable }));
+}
+
+void OnlineDebugCommandsTest::presetPositionSendsItsField()
+{
+    enter("presetPositionLineEdit", QStringLiteral("-2.25"));
+    QTest::mouseClick(m->control("presetPositionPushButton"), Qt::LeftButton);
+    QCOMPARE(last().code, int(AxisDebugSetPosition));
+    QCOMPARE(last().as<SetPositionParam>().axisNo, short(3));
+    QCOMPARE(last().as<SetPositionParam>().position + 0, -2.25);
+}
+
+void OnlineDebugCommandsTest::homeSendsOffsetThenHome()
+{
+    enter("originOffsetLineEdit", QStringLiteral("4"));
+    QTest::mouseClick(m->control("homePushButton"), Qt::LeftButton);
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetHomeOffset }));
+    QCOMPARE(last().as<SetHomeOffsetParam>().offset + 0, 4.0);
+    m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("5"));
+    m->page->axisDebugSetHomeOffset(0);
+    QCOMPARE(last().code, int(AxisDebugSetHome));
+    QCOMPARE(last().as<SetHomeParam>().axisNo, short(5));
+}
+
+void OnlineDebugCommandsTest::aFailedOffsetSendsNoHome()
+{
+    m->page->axisDebugSetHomeOffset(4);
+    QCOMPARE(m->boxes.texts(), QStringList({ QStringLiteral("Failed to set back to original offset!,text 4") }));
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
+void OnlineDebugCommandsTest::motionSendsItsType_data()
+{
+    QTest::addColumn<QString>("motionType");
+    QTest::addColumn<int>("code");
+    QTest::newRow("absolute") << "Absolute positioning" << int(AxisDebugMoveAbs);
+    QTest::newRow("relative") << "Relative positioning" << int(AxisDebugMoveRel);
+    QTest::newRow("continuous") << "Continuous motion" << int(AxisDebugMoveVel);
+}
+
+void OnlineDebugCommandsTest::motionSendsItsType()
+{
+    QFETCH(QString, motionType);
+    QFETCH(int, code);
+    m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
+    enter("positionLineEdit", QStringLiteral("100"));
+    enter("velocityLineEdit", QStringLiteral("-20"));
+    enter("accLineEdit", QStringLiteral("30"));
+    enter("decLineEdit", QStringLiteral("40"));
+    enter("jerkLineEdit", QStringLiteral("50"));
+    m->control<QComboBox>("motionTypeComboBox")->setCurrentText(motionType);
+    QTest::mouseClick(m->control("motionPushButton"), Qt::LeftButton);
+    QCOMPARE(last().code, code);
+    QByteArray expected;
+    const auto put = [&expected](auto value) { expected.append(reinterpret_cast<const char*>(&value), sizeof value); };
+    put(short(3));
+    if (code != AxisDebugMoveVel)
+        put(100.0);
+    for (const double value : { -20.0, 30.0, 40.0, 50.0 })
+        put(value);
+    QCOMPARE(QMetaType::sizeOf(last().param.userType()), expected.size());
+    QCOMPARE(QByteArray(static_cast<const char*>(last().param.constData()), expected.size()), expected);
+}
+
+void OnlineDebugCommandsTest::stopSendsDecelerationAndJerk()
+{
+    enter("decLineEdit", QStringLiteral("60"));
+    QTest::mouseClick(m->control("stopPushButton"), Qt::LeftButton);
+    QCOMPARE(last().code, int(AxisDebugSetStop));
+    QCOMPARE(last().as<SetStopParam>().axisNo, short(3));
+    QCOMPARE(last().as<SetStopParam>().deceleration + 0, 60.0);
+}
+
+void OnlineDebugCommandsTest::resetSendsTheAxis()
+{
+    QTest::mouseClick(m->control("resetPushButton"), Qt::LeftButton);
+    QCOMPARE(last().code, int(AxisDebugReset));
+    QCOMPARE(last().as<ResetParam>().axisNo, short(3));
+}
+
+void OnlineDebugCommandsTest::commandsEndWithoutTheAxis()
+{
+    QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
+    for (const char* name : { "enterDebugButton", "enablePushButton", "presetPositionPushButton", "motionPushButton",
+             "stopPushButton", "resetPushButton", "homePushButton", "posJogPushButton" })
+        QTest::mouseClick(m->control(name), Qt::LeftButton);
+    QVERIFY(m->debug.requests.isEmpty());
+    QCOMPARE(m->boxes.count(), 0);
+}
+
+void OnlineDebugCommandsTest::failuresAreShown_data()
+{
+    QTest::addColumn<QByteArray>("slot");
+    QTest::addColumn<int>("state");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char* slot, const char* text, int state = 0) {
+        QTest::newRow(text) << QByteArray(slot) << state << QString::fromLatin1(text);
+    };
+    row("axisDebugSetEnable", "Setting enable failed!,text 12");
+    row("axisDebugSetEnable", "Cancel Enable Failed!,text 12", 3);
+    row("axisDebugSetPosition", "Failed to set preset position!,text 12");
+    row("axisDebugSetHomeOffset", "Failed to set back to original offset!,text 12");
+    row("axisDebugSetHome", "Returning to the original state failed!,text 12");
+    row("axisDebugSetVelRatio", "Failed to set speed multiplier!,text 12");
+    row("axisDebugSetStop", "Stop failed!,text 12");
+    row("axisDebugMoveAbs", "FAIL TO START!,text 12");
+    QTest::newRow("relative move") << QByteArray("axisDebugMoveRel") << 0 << QStringLiteral("FAIL TO START!,text 12");
+    QTest::newRow("velocity move") << QByteArray("axisDebugMoveVel") << 0 << QStringLiteral("FAIL TO START!,text 12");
+    row("axisDebugJopPos", "Forward jog failure!,text 12");
+    row("axisDebugJopNeg", "Negative jog failure,text 12");
+    row("axisDebugReset", "Reset failed!,text 12");
+}
+
+void OnlineDebugCommandsTest::failuresAreShown()
+{
+    QFETCH(QByteArray, slot);
+    QFETCH(int, state);
+    QFETCH(QString, text);
+    m->receive(OnlinePageFixture::status(static_cast<quint16>(state), true));
+    QVERIFY(QMetaObject::invokeMethod(m->page.get(), slot.constData(), Q_ARG(qint16, 12)));
+    QCOMPARE(m->boxes.texts(), QStringList({ text }));
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
+void OnlineDebugCommandsTest::successShowsNothing()
+{
+    for (const char* slot : { "axisDebugEnterDebugMode", "axisDebugKeepAlive", "axisDebugSetEnable",
+             "axisDebugSetPosition", "axisDebugSetVelRatio", "axisDebugSetHome", "axisDebugSetStop", "axisDebugMoveAbs",
+             "axisDebugMoveRel", "axisDebugMoveVel", "axisDebugJopPos", "axisDebugJopNeg", "axisDebugReset" })
+        QVERIFY(QMetaObject::invokeMethod(m->page.get(), slot, Q_ARG(qint16, 0)));
+    m->page->axisDebugKeepAlive(9);
+    QCOMPARE(m->boxes.count(), 0);
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
+void OnlineDebugCommandsTest::theMultiplierIsSetAfterAQuestion()
+{
+    enter("speedMultiplierLineEdit", QStringLiteral("50"));
+    ModalDialogDriver dialogs([](QDialog* dialog) {
+        QCOMPARE(dialog->findChild<QLabel*>()->text(), QStringLiteral("Set the current speed multiplier?"));
+        QVERIFY(!dialog->parent());
+        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    QTest::mouseClick(m->control("speedMultiplierCheckBox"), Qt::LeftButton);
+    QCOMPARE(dialogs.count, 1);
+    QCOMPARE(last().code, int(AxisDebugSetVelRatio));
+    QCOMPARE(last().as<SetVelRatioParam>().ratio, short(50));
+    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
+    m->page->axisDebugSetVelRatio(0);
+    QVERIFY(!m->field("speedMultiplierLineEdit")->isEnabled());
+}
+
+void OnlineDebugCommandsTest::cancellingTheQuestionRestoresTheBox_data()
+{
+    QTest::addColumn<bool>("checked");
+    QTest::newRow("an unset multiplier stays unset") << false;
+    QTest::newRow("a set multiplier stays set") << true;
+}
+
+void OnlineDebugCommandsTest::cancellingTheQuestionRestoresTheBox()
+{
+    QFETCH(bool, checked);
+    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
+    {
+        const QSignalBlocker blocker(box);
+        box->setChecked(checked);
+    }
+    ModalDialogDriver dialogs([](QDialog* dialog) {
+        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel), Qt::LeftButton);
+    });
+    QTest::mouseClick(box, Qt::LeftButton);
+    QCOMPARE(dialogs.count, 1);
+    QCOMPARE(box->isChecked(), checked);
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
+void OnlineDebugCommandsTest::takingTheMultiplierBackSendsTheDefault()
+{
+    enter("speedMultiplierLineEdit", QStringLiteral("50"));
+    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
+    dialogs.next([](QDialog* dialog) {
+        QCOMPARE(dialog->findChild<QLabel*>()->text(), QStringLiteral("Cancel the speed multiplier setting?"));
+        dialog->accept();
+    });
+    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
+    QTest::mouseClick(box, Qt::LeftButton);
+    m->page->axisDebugSetVelRatio(0);
+    QTest::mouseClick(box, Qt::LeftButton);
+    QCOMPARE(dialogs.count, 2);
+    QCOMPARE(last().as<SetVelRatioParam>().ratio, short(100));
+    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("100"));
+    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
+    m->page->axisDebugSetVelRatio(0);
+    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
+}
+
+void OnlineDebugCommandsTest::aFailedMultiplierTurnsTheBoxBack()
+{
+    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
+    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
+    QTest::mouseClick(box, Qt::LeftButton);
+    m->page->axisDebugSetVelRatio(3);
+    QCOMPARE(dialogs.count, 1);
+    QVERIFY(!box->isChecked());
+    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
+    QCOMPARE(m->boxes.texts(), QStringList({ QStringLiteral("Failed to set speed multiplier!,text 3") }));
+}
+
+void OnlineDebugCommandsTest::aFailedCancellingLeavesTheFieldDisabled()
+{
+    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
+    dialogs.next([](QDialog* dialog) { dialog->accept(); });
+    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
+    QTest::mouseClick(box, Qt::LeftButton);
+    m->page->axisDebugSetVelRatio(0);
+    QTest::mouseClick(box, Qt::LeftButton);
+    m->page->axisDebugSetVelRatio(3);
+    QVERIFY(box->isChecked());
+    QVERIFY(!m->field("speedMultiplierLineEdit")->isEnabled());
+    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("100"));
+}
+
+void OnlineDebugCommandsTest::aHeldJogButtonSendsStartAndEnd_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QByteArray>("speed");
+    QTest::addColumn<QByteArray>("ramp");
+    QTest::addColumn<int>("code");
+    QTest::newRow("positive") << QByteArray("posJogPushButton") << QByteArray("posJogSpeedLineEdit")
+                              << QByteArray("posJogAccLineEdit") << int(AxisDebugJopPos);
+    QTest::newRow("negative") << QByteArray("negJogPushButton") << QByteArray("negJogSpeedLineEdit")
+                              << QByteArray("negJogAccLineEdit") << int(AxisDebugJopNeg);
+}
+
+void OnlineDebugCommandsTest::aHeldJogButtonSendsStartAndEnd()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(QByteArray, speed);
+    QFETCH(QByteArray, ramp);
+    QFETCH(int, code);
+    m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
+    enter("jerkLineEdit", QStringLiteral("70"));
+    enter(speed.constData(), QStringLiteral("-25"));
+    enter(ramp.constData(), QStringLiteral("35"));
+    QWidget* jog = m->control(button.constData());
+    QTest::mousePress(jog, Qt::LeftButton);
+    QTRY_COMPARE(m->debug.requests.size(), 1);
+    QTest::mouseRelease(jog, Qt::LeftButton);
+    QCOMPARE(m->debug.codes(), QVector<int>({ code, code }));
+    for (int i = 0; i < 2; ++i) {
+        QByteArray expected;
+        const auto put
+            = [&expected](auto value) { expected.append(reinterpret_cast<const char*>(&value), sizeof value); };
+        put(short(3));
+        put(short(i == 0 ? 1 : 0));
+        for (const double value : { -25.0, 35.0, 35.0, 70.0 })
+            put(value);
+        const QVariant& param = m->debug.requests.at(i).param;
+        QCOMPARE(QMetaType::sizeOf(param.userType()), expected.size());
+        QCOMPARE(QByteArray(static_cast<const char*>(param.constData()), expected.size()), expected);
+        QCOMPARE(QByteArray(param.typeName()),
+            code == AxisDebugJopPos ? QByteArray("JopPosParam") : QByteArray("JopNegParam"));
+    }
+}
+
+void OnlineDebugCommandsTest::aTapSendsTheEndAlone()
+{
+    QTest::mouseClick(m->control("negJogPushButton"), Qt::LeftButton);
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugJopNeg }));
+    QCOMPARE(last().as<JopNegParam>().pressed, short(0));
+}
+
+void OnlineDebugCommandsTest::jogTakesCommittedTextsOnly()
+{
+    type("posJogSpeedLineEdit", QStringLiteral("44"));
+    // The click on the button takes the focus from the field and commits it.
+    QTest::mousePress(m->control("posJogPushButton"), Qt::LeftButton);
+    QCOMPARE(m->field("posJogSpeedLineEdit")->text(), QStringLiteral("44.000000"));
+    QTRY_COMPARE(m->debug.requests.size(), 1);
+    QCOMPARE(last().as<JopPosParam>().velocity + 0, 44.0);
+    m->field("posJogSpeedLineEdit")->setText(QStringLiteral("55"));
+    QTest::mouseRelease(m->control("posJogPushButton"), Qt::LeftButton);
+    QCOMPARE(last().as<JopPosParam>().velocity + 0, 44.0);
+}
+
+void OnlineDebugCommandsTest::jogFailuresShowOnce_data()
+{
+    QTest::addColumn<QVector<int>>("answers");
+    QTest::addColumn<int>("shown");
+    QTest::newRow("press and release succeed") << QVector<int>({ 0, 0 }) << 0;
+    QTest::newRow("both fail") << QVector<int>({ 5, 5 }) << 1;
+    QTest::newRow("the release fails") << QVector<int>({ 0, 5 }) << 1;
+    QTest::newRow("success after failure keeps silence") << QVector<int>({ 5, 0, 5 }) << 1;
+    QTest::newRow("three successes wrap round") << QVector<int>({ 0, 0, 0, 5 }) << 1;
+}
+
+void OnlineDebugCommandsTest::jogFailuresShowOnce()
+{
+    QFETCH(QVector<int>, answers);
+    QFETCH(int, shown);
+    for (int press = 1; press <= 2; ++press) {
+        // A box takes the activation from the page's window.
+        m->show();
+        QTest::mousePress(m->control("posJogPushButton"), Qt::LeftButton);
+        QTRY_COMPARE(m->debug.requests.size(), 2 * press - 1);
+        QTest::mouseRelease(m->control("posJogPushButton"), Qt::LeftButton);
+        for (const int answer : answers)
+            m->page->axisDebugJopPos(static_cast<qint16>(answer));
+        QCOMPARE(m->boxes.count(), shown * press);
+    }
+}
+
+void OnlineDebugCommandsTest::goingOffLineForgetsAShownFailure()
+{
+    m->page->axisDebugJopPos(5);
+    m->page->axisDebugJopNeg(5);
+    m->page->onlineStatechanged(false);
+    m->page->axisDebugJopPos(5);
+    m->page->axisDebugJopNeg(5);
+    QCOMPARE(m->boxes.count(), 4);
+}
+
+void OnlineDebugCommandsTest::aPageClosedUnderABoxIsSurvived()
+{
+    m->receive(OnlinePageFixture::status(1, true));
+    m->boxes.meanwhile([this] { m->page.reset(); });
+    m->control<QPushButton>("enablePushButton")->animateClick(0);
+    QTRY_COMPARE(m->boxes.count(), 1);
+    QVERIFY(!m->page);
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
+QTEST_MAIN(OnlineDebugCommandsTest)
+#include "OnlineDebugCommandsTest.moc"
