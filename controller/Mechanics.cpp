@@ -231,7 +231,9 @@ bool Mechanics::homeSwitch() const
 
 void Mechanics::noteEdge(HomingSignal signal, SignalEdge edge, double at, double from, double to)
 {
-    const bool passed = to > from ? from < at && at <= to : to < at && at <= from;
+    // A level changes on the way over its edge; an index pulse on which the axis stands is not the next one.
+    const bool falling = signal == HomingSignal::Index ? to <= at && at < from : to < at && at <= from;
+    const bool passed = to > from ? from < at && at <= to : falling;
     if (passed)
         m_passed.push_back({ signal, edge, to > from ? 1 : -1, at });
 }

@@ -10,7 +10,8 @@ inline AxisText makeAxisText(int number, const AxisValues& changes = {})
 {
     AxisText text;
     text.name = "Axis" + std::to_string(number);
-    for (const AxisDefaultGroup* group : { &AxisBaseDefaults, &AxisUnitDefaults, &AxisModeDefaults, &AxisHomeDefaults }) {
+    for (const AxisDefaultGroup* group :
+        { &AxisBaseDefaults, &AxisUnitDefaults, &AxisModeDefaults, &AxisHomeDefaults }) {
         for (auto it = group->begin(); it != group->end(); ++it)
             text.values[it.key().toStdString()] = it.value().toStdString();
     }

@@ -20,7 +20,7 @@ struct Worst {
 Worst inspect(const Profile& profile)
 {
     Worst worst;
-    const int steps = 4000;
+    const int steps = 1000;
     const double dt = profile.duration() / steps;
     MotionState last = profile.at(0);
     for (int i = 1; i <= steps; ++i) {
@@ -43,7 +43,7 @@ double trapezoidTime(double s, double v, double a, double d)
     const double peak = std::sqrt(2 * s * a * d / (a + d));
     return peak / a + peak / d;
 }
-}
+} // namespace
 
 class ProfilePlannerTest : public QObject {
     Q_OBJECT
@@ -89,9 +89,8 @@ void ProfilePlannerTest::trapezoidKeepsItsClosedForm()
     QFETCH(double, velocity);
     QFETCH(double, acceleration);
     QFETCH(double, deceleration);
-    const MotionState from { 5, 0, 0 };
-    const Profile profile
-        = ProfilePlanner::toPosition(from, 5 + distance, velocity, { acceleration, deceleration, 0 });
+    const MotionState from{ 5, 0, 0 };
+    const Profile profile = ProfilePlanner::toPosition(from, 5 + distance, velocity, { acceleration, deceleration, 0 });
     const double expected = trapezoidTime(std::fabs(distance), velocity, acceleration, deceleration);
     QVERIFY2(std::fabs(profile.duration() - expected) < 1e-9 * expected,
         qPrintable(QStringLiteral("%1 s instead of %2").arg(profile.duration()).arg(expected)));
@@ -120,8 +119,7 @@ void ProfilePlannerTest::agreesWithTheLibraryFromRest()
     QFETCH(double, acceleration);
     KDL::VelocityProfile_Trap reference(velocity, acceleration);
     reference.SetProfile(from, to);
-    const Profile profile
-        = ProfilePlanner::toPosition({ from, 0, 0 }, to, velocity, { acceleration, acceleration, 0 });
+    const Profile profile = ProfilePlanner::toPosition({ from, 0, 0 }, to, velocity, { acceleration, acceleration, 0 });
     QVERIFY(std::fabs(profile.duration() - reference.Duration()) < 1e-9);
     for (int i = 0; i <= 200; ++i) {
         const double t = reference.Duration() * i / 200;
@@ -177,7 +175,7 @@ void ProfilePlannerTest::stopsWithinTheCheckFigures()
     QFETCH(double, acceleration);
     QFETCH(double, distance);
     QFETCH(double, time);
-    const MotionLimits limits { 500, 500, 5000 };
+    const MotionLimits limits{ 500, 500, 5000 };
     QVERIFY(std::fabs(ProfilePlanner::stoppingDistance(100, acceleration, limits) - distance) < 0.005);
     QVERIFY(std::fabs(ProfilePlanner::stoppingDistance(-100, -acceleration, limits) - distance) < 0.005);
     const Profile profile = ProfilePlanner::toVelocity({ 0, 100, acceleration }, 0, limits);
@@ -191,10 +189,10 @@ void ProfilePlannerTest::arrivesFromAnyStart()
     std::uniform_real_distribution<double> place(-100, 100);
     std::uniform_real_distribution<double> part(-1, 1);
     std::uniform_real_distribution<double> ratio(0.1, 4);
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < 1500; ++i) {
         const double velocity = 20 * ratio(random);
-        const MotionLimits limits { 100 * ratio(random), 100 * ratio(random), i % 3 ? 2000 * ratio(random) : 0 };
-        MotionState from { place(random), 1.5 * velocity * part(random), 0 };
+        const MotionLimits limits{ 100 * ratio(random), 100 * ratio(random), i % 3 ? 2000 * ratio(random) : 0 };
+        MotionState from{ place(random), 1.5 * velocity * part(random), 0 };
         if (limits.jerk > 0)
             from.acceleration = limits.acceleration * part(random);
         const double target = place(random);
@@ -205,8 +203,13 @@ void ProfilePlannerTest::arrivesFromAnyStart()
         const MotionState before = profile.at(profile.duration() * (1 - 1e-9));
         QVERIFY2(std::fabs(before.position - target) < 1e-5, qPrintable(QString::number(i)));
         const Worst worst = inspect(profile);
-        QVERIFY(worst.velocity <= std::max(velocity, std::fabs(from.velocity) + 200) * 1.0001);
-        QVERIFY2(worst.jump < 1e-2, qPrintable(QString::number(worst.jump)));
+        const double gained = limits.jerk > 0 ? from.acceleration * from.acceleration / (2 * limits.jerk) : 0;
+        QVERIFY2(worst.velocity <= std::max(velocity, std::fabs(from.velocity) + gained) * 1.0001,
+            qPrintable(QString::number(i)));
+        const double hardest = std::max({ limits.acceleration, limits.deceleration, std::fabs(from.acceleration) });
+        QVERIFY2(worst.acceleration <= hardest * 1.001, qPrintable(QString::number(i)));
+        const double dt = profile.duration() / 1000;
+        QVERIFY2(worst.jump <= hardest * dt * dt, qPrintable(QString::number(i)));
     }
 }
 
@@ -215,9 +218,9 @@ void ProfilePlannerTest::changesVelocityFromAnyStart()
     std::mt19937 random(815);
     std::uniform_real_distribution<double> part(-1, 1);
     std::uniform_real_distribution<double> ratio(0.1, 4);
-    for (int i = 0; i < 3000; ++i) {
-        const MotionLimits limits { 100 * ratio(random), 100 * ratio(random), i % 3 ? 2000 * ratio(random) : 0 };
-        const MotionState from { 0, 80 * part(random), limits.jerk > 0 ? limits.acceleration * part(random) : 0 };
+    for (int i = 0; i < 1500; ++i) {
+        const MotionLimits limits{ 100 * ratio(random), 100 * ratio(random), i % 3 ? 2000 * ratio(random) : 0 };
+        const MotionState from{ 0, 80 * part(random), limits.jerk > 0 ? limits.acceleration * part(random) : 0 };
         const double velocity = i % 5 ? 80 * part(random) : 0;
         const Profile profile = ProfilePlanner::toVelocity(from, velocity, limits);
         const MotionState near = profile.at(profile.duration() * (1 - 1e-9));
@@ -233,8 +236,8 @@ void ProfilePlannerTest::neverOverrunsAReachableTarget()
     std::mt19937 random(99);
     std::uniform_real_distribution<double> part(0, 1);
     for (int i = 0; i < 2000; ++i) {
-        const MotionLimits limits { 300, 200, i % 2 ? 4000.0 : 0.0 };
-        const MotionState from { 0, 50 * part(random), 0 };
+        const MotionLimits limits{ 300, 200, i % 2 ? 4000.0 : 0.0 };
+        const MotionState from{ 0, 50 * part(random), 0 };
         const double stop = ProfilePlanner::stoppingDistance(from.velocity, 0, limits);
         const double target = stop * (1 + part(random));
         const Profile profile = ProfilePlanner::toPosition(from, target, 40, limits);
@@ -254,7 +257,7 @@ void ProfilePlannerTest::stopsFullyBeforeItTurnsRound_data()
 void ProfilePlannerTest::stopsFullyBeforeItTurnsRound()
 {
     QFETCH(double, jerk);
-    const MotionLimits limits { 500, 500, jerk };
+    const MotionLimits limits{ 500, 500, jerk };
     const double way = ProfilePlanner::stoppingDistance(50, 0, limits);
     const Profile profile = ProfilePlanner::toPosition({ 0, 50, 0 }, -10, 50, limits);
     QVERIFY(std::fabs(profile.highest() - way) < 1e-9);
@@ -272,14 +275,15 @@ void ProfilePlannerTest::plannedAnewItGoesOnAsBefore_data()
 void ProfilePlannerTest::plannedAnewItGoesOnAsBefore()
 {
     QFETCH(double, jerk);
-    const MotionLimits limits { 300, 150, jerk };
+    const MotionLimits limits{ 300, 150, jerk };
     const Profile whole = ProfilePlanner::toPosition({ 0, 0, 0 }, 60, 40, limits);
     for (int i = 1; i < 100; ++i) {
         const double t = whole.duration() * i / 100;
         MotionState middle = whole.at(t);
         const Profile rest = ProfilePlanner::toPosition(middle, 60, 40, limits);
         QVERIFY2(std::fabs(rest.duration() - (whole.duration() - t)) < 1e-3,
-            qPrintable(QStringLiteral("at %1: %2 instead of %3").arg(t).arg(rest.duration()).arg(whole.duration() - t)));
+            qPrintable(
+                QStringLiteral("at %1: %2 instead of %3").arg(t).arg(rest.duration()).arg(whole.duration() - t)));
         QCOMPARE(rest.end().position, 60.0);
         QVERIFY(rest.highest() <= 60 + 1e-9);
     }
@@ -313,7 +317,7 @@ void ProfilePlannerTest::knowsHowFarItGoes()
 void ProfilePlannerTest::brakesWithoutRunningBack()
 {
     // Braking at full rate with almost no speed left cannot be taken back in time at this jerk.
-    const MotionLimits limits { 500, 500, 100 };
+    const MotionLimits limits{ 500, 500, 100 };
     const Profile profile = ProfilePlanner::toVelocity({ 0, 1, -500 }, 0, limits);
     for (int i = 0; i <= 1000; ++i)
         QVERIFY(profile.at(profile.duration() * i / 1000).velocity >= -1e-9);
