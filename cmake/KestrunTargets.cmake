@@ -39,10 +39,14 @@ function(kestrun_library name kind)
   endif()
 endfunction()
 
-# kestrun_test(NAME LABEL folder [SOURCES ...] LINK ...)
+# What the thread sanitizer runs: tests of code that more than one thread enters.
+add_custom_target(tsan_tests)
+
+# kestrun_test(NAME LABEL folder [THREADS] [TIMEOUT seconds] [SOURCES ...] LINK ...)
 # One executable per class, NAME.cpp in the calling folder unless SOURCES say more. Windows stay off the screen.
+# THREADS adds the label "threads" and has the test run under the thread sanitizer too.
 function(kestrun_test name)
-  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "THREADS" "TIMEOUT" "LABEL;SOURCES;LINK" ${ARGN})
   if(NOT ARG_SOURCES)
     set(ARG_SOURCES ${name}.cpp)
   endif()
@@ -56,8 +60,12 @@ function(kestrun_test name)
     KESTRUN_SOURCE_DIR="${CMAKE_SOURCE_DIR}" KESTRUN_BUILD_DIR="${CMAKE_BINARY_DIR}")
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name})
+  if(ARG_THREADS)
+    list(APPEND ARG_LABEL threads)
+    add_dependencies(tsan_tests ${name})
+  endif()
   set_tests_properties(${name} PROPERTIES
-    LABELS ${ARG_LABEL}
+    LABELS "${ARG_LABEL}"
     TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
