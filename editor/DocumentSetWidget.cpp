@@ -4,6 +4,7 @@
 #include "axisdata/AxisRecord.h"
 #include "axisdata/DoubleValidator.h"
 #include "axisdata/NumberRule.h"
+#include "axisdata/PageTeardown.h"
 #include "axisdata/RegExpValidator.h"
 #include "host/components/PropertyEditorView.h"
 #include "sdk/IConfiguration.h"
@@ -57,7 +58,10 @@ DocumentSetWidget::DocumentSetWidget(const QString& projectName, quint32 axisId,
     connectControls();
 }
 
-DocumentSetWidget::~DocumentSetWidget() = default;
+DocumentSetWidget::~DocumentSetWidget()
+{
+    disconnectControls(*this);
+}
 
 void DocumentSetWidget::connectControls()
 {

@@ -4,10 +4,13 @@
 #include "axisdata/AxisConstants.h"
 #include "axisdata/AxisRecord.h"
 #include "axisdata/DoubleValidator.h"
+#include "axisdata/PageTeardown.h"
 #include "axisdata/RegExpValidator.h"
 #include "pages/ModelAndParamtSetWidgetFields.h"
 #include "pages/ModelAndParamtSetWidgetVisibility.h"
 #include "ui_ModelAndParamtSetWidget.h"
+
+#include <QLayout>
 
 namespace {
 
@@ -50,7 +53,10 @@ ModelAndParamtSetWidget::ModelAndParamtSetWidget(const QString& projectName, qui
     setUpdatesEnabled(true);
 }
 
-ModelAndParamtSetWidget::~ModelAndParamtSetWidget() = default;
+ModelAndParamtSetWidget::~ModelAndParamtSetWidget()
+{
+    disconnectControls(*this);
+}
 
 void ModelAndParamtSetWidget::connectModes()
 {
@@ -375,6 +381,8 @@ void ModelAndParamtSetWidget::showStackWidgetPage(int index)
         page->adjustSize();
     }
     ui->stackedWidget->adjustSize();
+    // Sized before it is shown, the stack would keep the height from before its controls got their style.
+    ui->stackedWidget->layout()->invalidate();
 }
 
 void ModelAndParamtSetWidget::commit(QLineEdit* Form::*edit)
