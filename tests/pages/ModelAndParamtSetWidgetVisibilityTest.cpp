@@ -1,0 +1,392 @@
+#include "pages/ModelAndParamtSetWidgetVisibility.h"
+#include "tests/pages/ModePage.h"
+
+#include <QMap>
+#include <QTest>
+
+namespace {
+
+struct Row {
+    const char* controls;
+    /// One letter each for pulse, encoder, virtual, EtherCAT: s shown, h hidden, . left alone, r by a rule.
+    const char* cells;
+};
+
+const Row table[] = {
+    { "label_2 groupBox", "shhs" },
+    { "label_4 stackedWidget", "...s" },
+    { "label_13 groupBox_4", "shss" },
+    { "label_18 groupBox_5", "shss" },
+    { "label_23 groupBox_6", "shss" },
+    { "label_29 label_30", "h.h." },
+    { "lineEdit_11", "hsh." },
+    { "label_28 groupBox_7", "hhhs" },
+    { "label_16 groupBox_8", "shsh" },
+    { "label_34 groupBox_9", "hhhs" },
+    { "label_39 groupBox_11", "rshh" },
+    { "widget", "srss" },
+    { "widget_2 label_41 outputMethodComboBox label_45 inputSignalComboBox", "hs.." },
+    { "widget_3", "hr.." },
+    { "label_44 lineEdit_13 label_43", "hh.." },
+    { "checkBox_4 inputPinComboBox", "hs.." },
+    { "label_40 groupBox_12", "shhh" },
+    { "label_49 pulseMethodComboBox", "sh.." },
+    { "label_36 groupBox_13", "rrhh" },
+};
+
+/// Hidden by every load and shown by nothing.
+const char* const buried = "label_14 lineEdit_5 label_15 label_46 lineEdit_14 label_47 label_48 radioButton_5 "
+                           "radioButton_6";
+
+QStringList words(const QString& text)
+{
+    return text.isEmpty() ? QStringList() : text.split(QLatin1Char(' '));
+}
+
+QStringList words(const char* text)
+{
+    return words(QString::fromLatin1(text));
+}
+
+bool isNv2(const QString& model)
+{
+    return model.startsWith(QLatin1String("NV2_"));
+}
+
+bool isNv3(const QString& model)
+{
+    return model.startsWith(QLatin1String("NV3T_"));
+}
+
+bool isTwelve(const QString& model)
+{
+    return model.startsWith(QLatin1String("NV3T_70Q12"));
+}
+
+/// What a cell of the table that goes by a rule says, written out for each group and type.
+bool byRule(const QString& control, const QString& type, const QString& model, uint device)
+{
+    const bool slow = (isNv2(model) && device > 1) || (isTwelve(model) && device > 3);
+    if (control == QLatin1String("label_39") || control == QLatin1String("groupBox_11")
+        || control == QLatin1String("widget"))
+        return !slow;
+    if (control == QLatin1String("widget_3"))
+        return !isNv2(model);
+    if (type == QLatin1String("Axis_Pulse"))
+        return isNv3(model) && !(isTwelve(model) && device > 3);
+    return !isNv2(model) && !(isTwelve(model) && device > 3);
+}
+
+/// Follows what the page ought to show through a series of axis types.
+class Expected {
+public:
+    explicit Expected(const ModePage& page)
+    {
+        const QList<QWidget*> all = page.page->findChildren<QWidget*>();
+        for (const QWidget* widget : all) {
+            const QString name = widget->objectName();
+            // The stack shows one page at a time by itself, and the scroll area has parts of its own.
+            if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")) && name != QLatin1String("page")
+                && name != QLatin1String("page_2"))
+                m_shown.insert(name, true);
+        }
+    }
+
+    void apply(const QString& type, const QString& model, uint device)
+    {
+        for (const QString& name : words(buried))
+            m_shown[name] = false;
+        m_shown[QStringLiteral("probe2checkBox")] = isNv3(model);
+        m_shown[QStringLiteral("probe2ComboBox")] = isNv3(model);
+        const int column = allAxisTypes().indexOf(type);
+        for (const Row& row : table)
+            for (const QString& name : words(row.controls))
+                applyCell(name, row.cells[column], byRule(name, type, model, device));
+    }
+
+    /// Names of the controls that stand otherwise than expected.
+    QStringList differences(const ModePage& page) const
+    {
+        QStringList wrong;
+        for (auto entry = m_shown.begin(); entry != m_shown.end(); ++entry) {
+            const auto* const widget = page.page->findChild<QWidget*>(entry.key());
+            if (!widget || widget->isHidden() == entry.value())
+                wrong.append(
+                    entry.key() + (entry.value() ? QStringLiteral(" is hidden") : QStringLiteral(" is shown")));
+        }
+        return wrong;
+    }
+
+private:
+    void applyCell(const QString& name, char cell, bool rule)
+    {
+        if (!m_shown.contains(name))
+            qFatal("no control %s", qPrintable(name));
+        if (cell != '.')
+            m_shown[name] = cell == 's' || (cell == 'r' && rule);
+    }
+
+    QMap<QString, bool> m_shown;
+};
+
+const QStringList none;
+
+} // namespace
+
+class ModelAndParamtSetWidgetVisibilityTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void thereAreThirteenControllers();
+    void freshPage_data();
+    void freshPage();
+    void afterAChangeOfType_data();
+    void afterAChangeOfType();
+    void afterALongWalkThroughTheTypes();
+    void everyDevice_data();
+    void everyDevice();
+    void namedCases_data();
+    void namedCases();
+    void jogRowOfAnEtherCatAxis();
+    void unknownTypeCountsAsEtherCat();
+    void familyByName_data();
+    void familyByName();
+    void changeOfDeviceShowsAtTheNextUpdate();
+
+private:
+    static void addTypesAndControllers();
+};
+
+void ModelAndParamtSetWidgetVisibilityTest::thereAreThirteenControllers()
+{
+    const QStringList models = allControllers();
+    QCOMPARE(models.size(), 13);
+    int neither = 0;
+    for (const QString& model : models)
+        neither += !isNv2(model) && !isNv3(model);
+    QCOMPARE(neither, 1);
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::addTypesAndControllers()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("controller");
+    for (const QString& type : allAxisTypes())
+        for (const QString& controller : allControllers())
+            QTest::addRow("%s on %s", qPrintable(type), qPrintable(controller)) << type << controller;
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::freshPage_data()
+{
+    addTypesAndControllers();
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::freshPage()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, controller);
+    ModePage page(type, controller);
+    page.open();
+    page.page->show();
+    Expected expected(page);
+    expected.apply(type, controller, 0);
+    QCOMPARE(expected.differences(page), none);
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::afterAChangeOfType_data()
+{
+    addTypesAndControllers();
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::afterAChangeOfType()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, controller);
+    ModePage page(type, controller);
+    for (const QString& next : allAxisTypes()) {
+        page.store(QStringLiteral("AxisType"), type);
+        page.open();
+        page.page->show();
+        Expected expected(page);
+        expected.apply(type, controller, 0);
+        page.changeType(next);
+        expected.apply(next, controller, 0);
+        QVERIFY2(expected.differences(page).isEmpty(),
+            qPrintable(next + QStringLiteral(": ") + expected.differences(page).join(QStringLiteral(", "))));
+    }
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::afterALongWalkThroughTheTypes()
+{
+    for (const QString& controller : allControllers()) {
+        ModePage page(QStringLiteral("Axis_EtherCAT"), controller);
+        page.open();
+        page.page->show();
+        Expected expected(page);
+        expected.apply(QStringLiteral("Axis_EtherCAT"), controller, 0);
+        for (const int step : { 1, 3, 0, 3, 2, 1, 2, 3, 1, 0, 2, 0, 1, 3 }) {
+            const QString type = allAxisTypes().at(step);
+            page.changeType(type);
+            expected.apply(type, controller, 0);
+            QCOMPARE(expected.differences(page), none);
+        }
+    }
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::everyDevice_data()
+{
+    QTest::addColumn<QString>("controller");
+    for (const QString& controller : allControllers())
+        QTest::addRow("%s", qPrintable(controller)) << controller;
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::everyDevice()
+{
+    QFETCH(QString, controller);
+    for (const QString& type : { QStringLiteral("Axis_Pulse"), QStringLiteral("Axis_Encoder") }) {
+        const bool pulse = type == QLatin1String("Axis_Pulse");
+        ModePage page(type, controller);
+        page.open();
+        page.page->show();
+        Expected expected(page);
+        const int outputs = page.list(QStringLiteral("AxisPulseOutputDev")).size();
+        for (int device = 0; device < (pulse ? outputs : 20); ++device) {
+            page.store(pulse ? QStringLiteral("OutputDevice") : QStringLiteral("InputDevice"), QString::number(device));
+            page.page->updateWidget();
+            expected.apply(type, controller, static_cast<uint>(device));
+            QCOMPARE(expected.differences(page), none);
+        }
+    }
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::namedCases_data()
+{
+    QTest::addColumn<QString>("controller");
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("hidden");
+    const QString pulse = QStringLiteral("Axis_Pulse");
+    const QString encoder = QStringLiteral("Axis_Encoder");
+    const QString inputs = QStringLiteral("label_39 groupBox_11");
+    const QString compare = QStringLiteral("label_36 groupBox_13");
+    const QString both = QString(inputs + QLatin1Char(' ') + compare);
+    const auto row = [](const char* name, const char* controller, const QString& type, const char* device,
+                         const QString& shown, const QString& hidden) {
+        QTest::newRow(name) << QString::fromLatin1(controller) << type << QString::fromLatin1(device) << shown
+                            << hidden;
+    };
+    row("pulse output 3 of twelve has the compare output", "NV3T_70Q12", pulse, "3", both, QString());
+    row("pulse output 4 of twelve has neither group", "NV3T_70Q12", pulse, "4", QString(), both);
+    row("the same holds for the E model", "NV3T_70Q12E", pulse, "4", QString(), both);
+    row("pulse output 5 of six has both groups", "NV3T_70Q6", pulse, "5", both, QString());
+    row("pulse output 1 of an NV2 has inputs and no compare output", "NV2_H48Q8E", pulse, "1", inputs,
+        compare + QStringLiteral(" probe2checkBox probe2ComboBox"));
+    row("pulse output 2 of an NV2 has no inputs", "NV2_H48Q8E", pulse, "2", QString(), inputs);
+    row("encoder input 2 of an NV2 has no probes, compare output or preset", "NV2_H48Q8E", encoder, "2", inputs,
+        compare + QStringLiteral(" widget widget_3"));
+    row("encoder input 0 of an NV2 has probes, but no compare output or preset", "NV2_H48Q8E", encoder, "0",
+        QStringLiteral("widget"), compare + QStringLiteral(" widget_3"));
+    row("encoder input 3 of twelve has probes and compare output", "NV3T_70Q12", encoder, "3",
+        compare + QStringLiteral(" widget"), QString());
+    row("encoder input 4 of twelve has neither", "NV3T_70Q12", encoder, "4", QString(),
+        compare + QStringLiteral(" widget"));
+    row("an encoder input that is no number counts as 0", "NV3T_70Q12", encoder, "-7",
+        compare + QStringLiteral(" widget"), QString());
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::namedCases()
+{
+    QFETCH(QString, controller);
+    QFETCH(QString, type);
+    QFETCH(QString, device);
+    QFETCH(QString, shown);
+    QFETCH(QString, hidden);
+    ModePage page(type, controller);
+    page.store(
+        type == QLatin1String("Axis_Pulse") ? QStringLiteral("OutputDevice") : QStringLiteral("InputDevice"), device);
+    page.open();
+    page.page->show();
+    QStringList wrong;
+    for (const QString& name : words(shown))
+        if (page.page->findChild<QWidget*>(name)->isHidden())
+            wrong.append(name);
+    for (const QString& name : words(hidden))
+        if (!page.page->findChild<QWidget*>(name)->isHidden())
+            wrong.append(name);
+    QCOMPARE(wrong, none);
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::jogRowOfAnEtherCatAxis()
+{
+    ModePage page(QStringLiteral("Axis_EtherCAT"));
+    page.open();
+    page.page->show();
+    QVERIFY(page.edit("lineEdit_11")->isVisibleTo(page.page.get()));
+    page.changeType(QStringLiteral("Axis_Pulse"));
+    page.changeType(QStringLiteral("Axis_EtherCAT"));
+    QVERIFY(!page.edit("lineEdit_11")->isVisibleTo(page.page.get()));
+    page.open();
+    page.page->show();
+    QVERIFY(page.edit("lineEdit_11")->isVisibleTo(page.page.get()));
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::unknownTypeCountsAsEtherCat()
+{
+    for (const QString& type : { QString(), QStringLiteral("axis_pulse"), QStringLiteral("Pulse") }) {
+        ModePage page(type);
+        page.open();
+        page.page->show();
+        Expected expected(page);
+        expected.apply(QStringLiteral("Axis_EtherCAT"), QStringLiteral("NV3T_70Q8"), 0);
+        QCOMPARE(expected.differences(page), none);
+    }
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::familyByName_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<bool>("nv3");
+    QTest::addColumn<bool>("filter");
+    QTest::addColumn<bool>("signalsOfDevice4");
+    QTest::addColumn<bool>("pulseCompare");
+    QTest::newRow("six pulses") << QStringLiteral("NV3T_70Q6") << true << true << true << true;
+    QTest::newRow("twelve pulses") << QStringLiteral("NV3T_70Q12") << true << true << false << true;
+    QTest::newRow("twelve pulses in small letters are no NV3T but have their limit")
+        << QStringLiteral("nv3t_70q12e") << false << true << false << false;
+    QTest::newRow("NV3T in small letters is no NV3T") << QStringLiteral("nv3t_70q6") << false << true << true << false;
+    QTest::newRow("NV2") << QStringLiteral("NV2_H48Q6E") << false << false << false << false;
+    QTest::newRow("NV2 in small letters is no NV2") << QStringLiteral("nv2_h48q6e") << false << true << true << false;
+    QTest::newRow("no name") << QString() << false << true << true << false;
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::familyByName()
+{
+    QFETCH(QString, model);
+    QFETCH(bool, nv3);
+    QFETCH(bool, filter);
+    QFETCH(bool, signalsOfDevice4);
+    QFETCH(bool, pulseCompare);
+    const ControllerFamily family(model);
+    QCOMPARE(family.isNv3t(), nv3);
+    QCOMPARE(family.hasInputFilter(), filter);
+    QCOMPARE(family.hasInputSignals(4), signalsOfDevice4);
+    QCOMPARE(family.hasInputSignals(1), true);
+    QCOMPARE(family.hasPulseCompareOutput(3), pulseCompare);
+    QCOMPARE(family.hasEncoderCompareOutput(4), filter && signalsOfDevice4);
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::changeOfDeviceShowsAtTheNextUpdate()
+{
+    ModePage page(QStringLiteral("Axis_Pulse"), QStringLiteral("NV3T_70Q12"));
+    page.open();
+    page.page->show();
+    QVERIFY(!page.find<QWidget>("groupBox_13")->isHidden());
+    page.store(QStringLiteral("OutputDevice"), QStringLiteral("7"));
+    QVERIFY(!page.find<QWidget>("groupBox_13")->isHidden());
+    page.page->updateWidget();
+    QVERIFY(page.find<QWidget>("groupBox_13")->isHidden());
+}
+
+QTEST_MAIN(ModelAndParamtSetWidgetVisibilityTest)
+#include "ModelAndParamtSetWidgetVisibilityTest.moc"
