@@ -110,10 +110,8 @@ bool CLineEdit::takeMarkedCompletion()
     if (!isListOpen())
         return false;
     const QModelIndex marked = m_completer->popup()->currentIndex();
+    if (marked.isValid())
+        setText(marked.data(m_completer->completionRole()).toString());
     m_completer->popup()->hide();
-    if (marked.isValid()) {
-        selectAll();
-        insert(marked.data(m_completer->completionRole()).toString());
-    }
     return true;
 }
