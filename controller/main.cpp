@@ -2,6 +2,8 @@
 #include "controller/ControllerServer.h"
 #include "controller/MotionController.h"
 
+#include <grpc/support/log.h>
+
 #include <poll.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -72,6 +74,8 @@ public:
 
     int run()
     {
+        // Strangers that speak no protocol are no news; what matters to the user is said below.
+        gpr_set_log_function([](gpr_log_func_args*) {});
         const int signals = openSignals();
         if (!m_options.server.usesTls() && !m_lines.wait(&m_options.server.token))
             m_options.server.token.clear();

@@ -4,6 +4,8 @@
 #include "protocol/ProtocolVersion.h"
 #include "sdk/AxisDebugParams.h"
 
+#include <grpc/support/log.h>
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QSysInfo>
@@ -47,6 +49,16 @@ std::shared_ptr<grpc::ChannelCredentials> makeCredentials(const ControllerAddres
     return grpc::SslCredentials(options);
 }
 
+/// What the transport has to tell comes back as the result of a call; its own lines on the error output help nobody.
+void silenceTransport()
+{
+    static const bool once = [] {
+        gpr_set_log_function([](gpr_log_func_args*) {});
+        return true;
+    }();
+    Q_UNUSED(once)
+}
+
 grpc::ChannelArguments channelArguments()
 {
     grpc::ChannelArguments arguments;
@@ -68,6 +80,7 @@ grpc::ChannelArguments channelArguments()
 
 std::shared_ptr<grpc::Channel> makeControllerChannel(const ControllerAddress& address, QString* error)
 {
+    silenceTransport();
     const std::shared_ptr<grpc::ChannelCredentials> credentials = makeCredentials(address, error);
     if (!credentials)
         return nullptr;
