@@ -14,12 +14,12 @@
 #include <vector>
 
 struct BackgroundTransactionService::Private {
-    // The service's own thread.
+    /// Lives on the service's thread.
     Mailbox mailbox;
-    /// Has run; waits to be destroyed where it lives.
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Transaction*> queue;
+    /// Have run, and wait to be destroyed where they live.
     std::vector<Transaction*> finished;
     Transaction* running = nullptr;
     bool ending = false;
@@ -43,11 +43,8 @@ void BackgroundTransactionService::Private::work()
         lock.unlock();
         running->execute();
         lock.lock();
-        finished.push_back(running);
-        running = nullptr;
-        lock.unlock();
+        finished.push_back(std::exchange(running, nullptr));
         mailbox.post([this] { sweep(); });
-        lock.lock();
     }
     ended = true;
     changed.notify_all();
