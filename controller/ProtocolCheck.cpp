@@ -1,0 +1,499 @@
+#include "protocol/AxisRefLayout.h"
+#include "protocol/DiagnosisCodes.h"
+#include "protocol/ProtocolVersion.h"
+#include "protocol/controller.grpc.pb.h"
+
+#include <grpc/support/log.h>
+#include <grpcpp/grpcpp.h>
+
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace proto = kestrun::protocol;
+
+// Checks whether a controller speaks the protocol as a workbench expects it. It talks to the service directly, so that
+// what it says does not depend on any client of ours.
+namespace {
+using Clock = std::chrono::steady_clock;
+using Stub = proto::AxisController::Stub;
+
+constexpr const char* help
+    = "kestrun-protocol-check checks whether a controller speaks the protocol of the workbench.\n"
+      "\n"
+      "Usage: kestrun-protocol-check HOST:PORT [OPTION...]\n"
+      "\n"
+      "  --tls-authority FILE     mutual TLS: certificate of the authority\n"
+      "  --tls-certificate FILE   the client's certificate\n"
+      "  --tls-key FILE           the key of that certificate\n"
+      "  --yes                    the axes in the controller may be replaced and moved\n"
+      "\n"
+      "Without TLS the token is read from the first line of the standard input.\n"
+      "Every check is a line \"fine\" or \"FAILED\"; the exit code is 0 only if none has failed.\n"
+      "The check replaces the controller's axes by a virtual one and moves it; it asks for --yes before it does.\n";
+
+struct Options {
+    std::string address;
+    std::string files[3];
+    bool mayReplace = false;
+    bool help = false;
+};
+
+bool readOptions(const std::vector<std::string>& arguments, Options* options)
+{
+    static const char* const names[] = { "--tls-authority", "--tls-certificate", "--tls-key" };
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& word = arguments[i];
+        int file = -1;
+        for (int k = 0; k < 3; ++k)
+            file = word == names[k] ? k : file;
+        if (word == "--help")
+            options->help = true;
+        else if (word == "--yes")
+            options->mayReplace = true;
+        else if (file >= 0 && i + 1 < arguments.size())
+            options->files[file] = arguments[++i];
+        else if (options->address.empty() && word.compare(0, 2, "--") != 0)
+            options->address = word;
+        else
+            return false;
+    }
+    return options->help || !options->address.empty();
+}
+
+std::string readFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::shared_ptr<grpc::ChannelCredentials> credentialsFor(const Options& options)
+{
+    if (options.files[0].empty())
+        return grpc::InsecureChannelCredentials();
+    grpc::SslCredentialsOptions ssl;
+    ssl.pem_root_certs = readFile(options.files[0]);
+    ssl.pem_cert_chain = readFile(options.files[1]);
+    ssl.pem_private_key = readFile(options.files[2]);
+    return grpc::SslCredentials(ssl);
+}
+
+/// A virtual axis as small as a record may be.
+void fillAxis(proto::AxisRecord* record, const std::string& velocity)
+{
+    record->set_name("ProtocolCheck");
+    const std::pair<const char*, const char*> values[] = { { "Version", "3" }, { "AxisNo", "0" },
+        { "AxisType", "Axis_Virtual" }, { "PulseCountPerCircle", "10000" }, { "UseGearEnable", "FALSE" },
+        { "UnUseGearValue", "1" }, { "UseGearValue", "1" }, { "GearRatioMolecule", "1" }, { "GearRatioParent", "1" },
+        { "ReverseEnable", "FALSE" }, { "ModeSet", "FALSE" }, { "SoftLimitEnable", "TRUE" }, { "SoftLimitNeg", "-100" },
+        { "SoftLimitPos", "100" }, { "RotationPeriod", "360" }, { "LimitDec", "1000" }, { "AxisErrorDec", "10000" },
+        { "FollowErrorThreshold", "0" }, { "MaxAcc", "500000" }, { "JogMaxVel", "50" }, { "PosTorqueMaxValue", "0" },
+        { "NegTorqueMaxValue", "0" }, { "ErrorStopEnable", "TRUE" }, { "HomeSpeed", "10" }, { "HomeAcc", "100" },
+        { "HomeCloseSpeed", "1" }, { "HomeTimeOut", "50000" }, { "HomeMode", "Homing_35" } };
+    for (const auto& value : values)
+        (*record->mutable_values())[value.first] = value.second;
+    (*record->mutable_values())["MaxVel"] = velocity;
+}
+
+class Check {
+public:
+    Check(Options options, std::string token)
+        : m_options(std::move(options)), m_token(std::move(token)),
+          m_stub(proto::AxisController::NewStub(grpc::CreateChannel(m_options.address, credentialsFor(m_options))))
+    {
+    }
+
+    ~Check() { endStream(); }
+    Check(const Check&) = delete;
+    Check& operator=(const Check&) = delete;
+
+    int run()
+    {
+        if (!checkHandshake() || !checkLogin())
+            return report();
+        checkSessions();
+        checkUnknownAxis();
+        if (m_options.mayReplace) {
+            checkDownload();
+            checkStatus();
+            checkDebugMode();
+            checkMotion();
+            checkStopAll();
+            checkDeadman();
+            checkLostClient();
+        } else {
+            std::cout << "left out: everything that replaces or moves axes (give --yes)\n";
+        }
+        return report();
+    }
+
+private:
+    // ---- How a check is made
+
+    bool say(bool fine, const std::string& what)
+    {
+        std::cout << (fine ? "fine    " : "FAILED  ") << what << std::endl;
+        m_failed += fine ? 0 : 1;
+        return fine;
+    }
+
+    int report() const
+    {
+        std::cout << (m_failed == 0 ? "The controller speaks the protocol.\n"
+                                    : std::to_string(m_failed) + " checks have failed.\n");
+        return m_failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+
+    template <typename Request, typename Reply>
+    bool call(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*), Request request, Reply* reply)
+    {
+        grpc::ClientContext context;
+        context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
+        const grpc::Status status = (m_stub.get()->*method)(&context, request, reply);
+        if (!status.ok())
+            std::cout << "        (" << status.error_message() << ")\n";
+        return status.ok();
+    }
+
+    template <typename Request>
+    int result(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, proto::Result*), Request request)
+    {
+        proto::Result reply;
+        request.set_session(m_session);
+        return call(method, request, &reply) ? reply.result() : -1;
+    }
+
+    AxisRef status(bool* fine = nullptr)
+    {
+        proto::StatusRequest request;
+        proto::StatusReply reply;
+        request.set_session(m_session);
+        request.set_size(axisRefSize);
+        const bool whole = call(&Stub::GetAxisRef, request, &reply) && reply.data().size() == sizeof(AxisRef);
+        AxisRef ref{};
+        if (whole)
+            std::memcpy(&ref, reply.data().data(), sizeof ref);
+        if (fine)
+            *fine = whole && reply.result() == 0;
+        return ref;
+    }
+
+    bool becomes(const std::function<bool(const AxisRef&)>& condition, int milliseconds = 3000)
+    {
+        const auto until = Clock::now() + std::chrono::milliseconds(milliseconds);
+        bool fine = true;
+        while (fine && Clock::now() < until) {
+            if (condition(status(&fine)))
+                return fine;
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        return false;
+    }
+
+    static bool waitFor(const std::function<bool()>& condition)
+    {
+        for (int i = 0; i < 200 && !condition(); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        return condition();
+    }
+
+    /// What the controller sees when a client is gone.
+    void endStream()
+    {
+        if (m_attendance)
+            m_attendance->TryCancel();
+        if (m_reader.joinable())
+            m_reader.join();
+    }
+
+    int enterDebugMode(int enter, int timeout)
+    {
+        proto::EnterDebugModeRequest request;
+        request.set_enter(enter);
+        request.set_timeout(timeout);
+        return result(&Stub::EnterDebugMode, request);
+    }
+
+    int enable(int on)
+    {
+        proto::FlagRequest request;
+        request.set_value(on);
+        return result(&Stub::SetEnable, request);
+    }
+
+    static proto::MotionRequest motion(double position, double velocity, double ramp = 100)
+    {
+        proto::MotionRequest request;
+        request.set_position(position);
+        request.set_velocity(velocity);
+        request.set_acceleration(ramp);
+        request.set_deceleration(ramp);
+        return request;
+    }
+
+    int jog(int pressed)
+    {
+        proto::MotionRequest request = motion(0, 5);
+        request.set_pressed(pressed);
+        return result(&Stub::JopPos, request);
+    }
+
+    bool login(std::string* session, const std::string& token, int* code)
+    {
+        proto::LoginRequest request;
+        proto::LoginReply reply;
+        request.set_version(protocolVersion);
+        request.set_token(token);
+        request.set_client_name("kestrun-protocol-check");
+        const bool fine = call(&Stub::Login, request, &reply);
+        *session = reply.session();
+        *code = reply.result();
+        return fine;
+    }
+
+    // ---- The checks
+
+    bool checkHandshake()
+    {
+        proto::HandshakeRequest request;
+        proto::HandshakeReply reply;
+        request.set_version(protocolVersion);
+        if (!say(call(&Stub::Handshake, request, &reply), "the handshake is answered"))
+            return false;
+        m_tokenNeeded = reply.token_needed();
+        return say(reply.version() == protocolVersion, "the version is " + std::to_string(protocolVersion));
+    }
+
+    bool checkLogin()
+    {
+        int code = 0;
+        std::string session;
+        if (m_tokenNeeded) {
+            say(login(&session, m_token + "x", &code) && code == Diagnosis::refused && session.empty(),
+                "a wrong token is refused with 0x7003");
+        }
+        proto::LoginRequest other;
+        proto::LoginReply reply;
+        other.set_version(protocolVersion + 1);
+        other.set_token(m_token);
+        say(call(&Stub::Login, other, &reply) && reply.result() == Diagnosis::versionDiffers,
+            "another version is refused with 0x7004");
+        const bool fine = login(&m_session, m_token, &code) && code == 0;
+        return say(fine && m_session.size() == protocolSessionLength, "the login gives a session of 16 bytes");
+    }
+
+    void checkSessions()
+    {
+        proto::AxisOnlyRequest request;
+        proto::Result reply;
+        request.set_session(std::string(protocolSessionLength, 'x'));
+        say(call(&Stub::KeepAlive, request, &reply) && reply.result() == Diagnosis::refused,
+            "a request of no session is refused with 0x7003");
+        proto::SessionRequest session;
+        session.set_session(m_session);
+        m_attendance = std::make_unique<grpc::ClientContext>();
+        m_reader = std::thread([this, session] {
+            const auto stream = m_stub->Attend(m_attendance.get(), session);
+            proto::SessionEvent event;
+            while (stream->Read(&event)) {
+                m_stopHeld = event.stop_held();
+                ++m_events;
+            }
+            stream->Finish();
+        });
+        say(waitFor([this] { return m_events > 0; }), "the session's stream begins with an event");
+    }
+
+    void checkUnknownAxis()
+    {
+        proto::AxisOnlyRequest request;
+        request.set_axis(254);
+        say(result(&Stub::Reset, request) == Diagnosis::unknownAxis, "an unknown axis is refused with 5");
+    }
+
+    void checkDownload()
+    {
+        proto::DownloadRequest request;
+        proto::DownloadReply reply;
+        request.set_session(m_session);
+        fillAxis(request.add_axes(), "fast");
+        say(call(&Stub::DownloadAxes, request, &reply) && reply.result() != 0 && reply.axis() == "ProtocolCheck"
+                && reply.key() == "MaxVel",
+            "an axis with a number that is none is refused, and named with its parameter");
+        request.clear_axes();
+        fillAxis(request.add_axes(), "50");
+        fillAxis(request.add_axes(), "50");
+        say(call(&Stub::DownloadAxes, request, &reply) && reply.result() == Diagnosis::axisNumberDoubled,
+            "a doubled axis number is refused with 50");
+        request.mutable_axes()->RemoveLast();
+        reply.Clear();
+        say(call(&Stub::DownloadAxes, request, &reply) && reply.result() == 0, "a sound axis is taken over");
+        proto::SessionRequest read;
+        proto::AxisList list;
+        read.set_session(m_session);
+        const bool fine = call(&Stub::ReadAxes, read, &list) && list.axes_size() == 1;
+        say(fine && list.axes(0).name() == "ProtocolCheck"
+                && list.axes(0).values_size() == request.axes(0).values_size(),
+            "the axis comes back as it was");
+    }
+
+    void checkStatus()
+    {
+        bool fine = false;
+        const AxisRef ref = status(&fine);
+        say(fine, "the status has 248 bytes");
+        say(ref.axisState == 0 && ref.debugMode == 0 && ref.speedRatio == 1, "an axis begins Disabled, at full speed");
+        proto::StatusRequest request;
+        proto::StatusReply reply;
+        request.set_session(m_session);
+        request.set_size(10);
+        say(call(&Stub::GetAxisRef, request, &reply) && reply.data().size() == 10,
+            "a shorter status is as long as asked");
+        proto::CurvesRequest curves;
+        proto::CurvesReply values;
+        curves.set_session(m_session);
+        curves.add_axes(0);
+        curves.add_axes(254);
+        say(call(&Stub::ReadCurves, curves, &values) && values.status_size() == 2
+                && values.status(0).size() == sizeof(AxisRef) && values.status(1).empty(),
+            "curves give a status an axis, and nothing for one that there is not");
+    }
+
+    void checkDebugMode()
+    {
+        say(enable(1) == Diagnosis::notInDebugMode, "commands outside debug mode are refused with 3");
+        say(enterDebugMode(1, 30000) == 0 && status().debugMode != 0, "debug mode is entered");
+        say(enterDebugMode(1, 30000) == 0, "entering again renews");
+        say(result(&Stub::MoveVel, motion(0, 5)) == Diagnosis::notEnabled, "a motion without power is refused with 2");
+        say(enable(1) == 0 && becomes([](const AxisRef& ref) { return ref.axisState == 3; }),
+            "enabling leads to StandStill");
+    }
+
+    void checkMotion()
+    {
+        proto::PositionRequest place;
+        place.set_position(12.5);
+        say(result(&Stub::SetPosition, place) == 0 && status().setPosition == 12.5, "the position can be set");
+        say(result(&Stub::MoveAbs, motion(20, 20)) == 0 && becomes([](const AxisRef& ref) {
+            return ref.axisState == 3 && std::fabs(ref.setPosition - 20) < 1e-9;
+        }),
+            "an absolute move arrives");
+        say(result(&Stub::MoveRel, motion(-5, 20)) == 0 && becomes([](const AxisRef& ref) {
+            return ref.axisState == 3 && std::fabs(ref.setPosition - 15) < 1e-9;
+        }),
+            "a relative move arrives");
+        say(result(&Stub::MoveAbs, motion(101, 20)) == Diagnosis::targetBeyondSoftLimit,
+            "a target beyond the soft limit is refused with 6");
+        say(result(&Stub::MoveAbs, motion(1, 0)) == Diagnosis::velocityInvalid, "no velocity is refused with 13");
+        say(result(&Stub::MoveAbs, motion(1, 51)) == Diagnosis::velocityTooHigh,
+            "a velocity over the maximum is refused with 11");
+        proto::FlagRequest ratio;
+        ratio.set_value(50);
+        say(result(&Stub::SetVelRatio, ratio) == 0 && static_cast<int>(status().speedRatio * 100) == 50,
+            "the speed ratio is taken and shown");
+        say(result(&Stub::MoveVel, motion(0, -10)) == 0
+                && becomes([](const AxisRef& ref) { return ref.axisState == 5 && ref.setVelocity == -5; }),
+            "a continuous motion runs at its velocity times the ratio");
+        say(result(&Stub::SetStop, motion(0, 0, 0)) == 0
+                && becomes([](const AxisRef& ref) { return ref.axisState == 3; }),
+            "a stop without a deceleration stops all the same");
+        ratio.set_value(100);
+        result(&Stub::SetVelRatio, ratio);
+        say(jog(0) == 0, "the end of a jog that never was is answered 0");
+        say(jog(1) == 0 && becomes([](const AxisRef& ref) { return ref.setVelocity == 5; }), "a jog runs");
+        say(jog(0) == 0 && becomes([](const AxisRef& ref) { return ref.axisState == 3; }), "its end stops the axis");
+        place.set_position(-3);
+        say(result(&Stub::SetHomeOffset, place) == 0 && result(&Stub::SetHome, proto::AxisOnlyRequest()) == 0
+                && becomes(
+                    [](const AxisRef& ref) { return ref.axisState == 3 && std::fabs(ref.setPosition + 3) < 1e-6; }),
+            "homing by method 35 shows the home offset");
+    }
+
+    void checkStopAll()
+    {
+        jog(1);
+        proto::StopAllRequest request;
+        request.set_hold(true);
+        say(result(&Stub::StopAll, request) == 0
+                && becomes([](const AxisRef& ref) { return ref.setVelocity == 0; }, 1000),
+            "the emergency stop stops a jog");
+        say(jog(1) == Diagnosis::emergencyStop, "while it holds motion is refused with 26");
+        say(waitFor([this] { return m_stopHeld.load(); }), "the session's stream tells it");
+        request.set_hold(false);
+        say(result(&Stub::StopAll, request) == 0 && jog(1) == 0, "after the release motion is taken again");
+        jog(0);
+    }
+
+    void checkDeadman()
+    {
+        say(enterDebugMode(1, 300) == 0 && jog(1) == 0, "a jog with a time-out of 300 ms");
+        proto::CurvesRequest curves;
+        curves.set_session(m_session);
+        curves.add_axes(0);
+        AxisRef ref{};
+        ref.debugMode = 1;
+        for (int i = 0; i < 20 && ref.debugMode != 0; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            proto::CurvesReply values;
+            if (call(&Stub::ReadCurves, curves, &values) && values.status_size() == 1
+                && values.status(0).size() == sizeof ref)
+                std::memcpy(&ref, values.status(0).data(), sizeof ref);
+        }
+        say(ref.debugMode == 0 && ref.setVelocity == 0, "silence ends it, though curves are read");
+    }
+
+    void checkLostClient()
+    {
+        enterDebugMode(1, 30000);
+        enable(1);
+        becomes([](const AxisRef& ref) { return ref.axisState == 3; });
+        say(jog(1) == 0, "a jog with a long time-out");
+        endStream();
+        int code = 0;
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        login(&m_session, m_token, &code);
+        say(becomes([](const AxisRef& ref) { return ref.setVelocity == 0 && ref.debugMode == 0; }, 2000),
+            "the axis stops when its client is lost");
+    }
+
+    Options m_options;
+    std::string m_token;
+    std::unique_ptr<Stub> m_stub;
+    std::string m_session;
+    std::unique_ptr<grpc::ClientContext> m_attendance;
+    std::thread m_reader;
+    std::atomic<int> m_events{ 0 };
+    std::atomic<bool> m_stopHeld{ false };
+    bool m_tokenNeeded = false;
+    int m_failed = 0;
+};
+} // namespace
+
+int main(int argc, char** argv)
+{
+    gpr_set_log_function([](gpr_log_func_args*) {});
+    Options options;
+    if (!readOptions(std::vector<std::string>(argv + 1, argv + argc), &options)) {
+        std::cerr << help;
+        return 2;
+    }
+    if (options.help) {
+        std::cout << help;
+        return EXIT_SUCCESS;
+    }
+    std::string token;
+    if (options.files[0].empty())
+        std::getline(std::cin, token);
+    return Check(std::move(options), std::move(token)).run();
+}
