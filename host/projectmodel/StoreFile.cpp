@@ -16,6 +16,8 @@ namespace {
 
 // Where a database file's header holds what, and where its users lock it: both fixed by SQLite's file format.
 constexpr int headerSize = 100;
+constexpr int pageSizeOffset = 16;
+constexpr int pageCountOffset = 28;
 constexpr int versionOffset = 60;
 constexpr int applicationOffset = 68;
 constexpr char magic[16] = "SQLite format 3";
@@ -45,6 +47,14 @@ private:
 QString systemError()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+/// The size that a file with that header has to have. A file with a log may have grown beyond what the header knows.
+qint64 leastSize(const QByteArray& header)
+{
+    // A page of 65536 bytes does not fit into the two bytes for it, so 1 stands for it.
+    const auto pageSize = qFromBigEndian<quint16>(header.constData() + pageSizeOffset);
+    return qint64(pageSize == 1 ? 65536 : pageSize) * qFromBigEndian<quint32>(header.constData() + pageCountOffset);
 }
 
 bool copyFile(const QString& from, const QString& to, QString* error)
@@ -88,6 +98,8 @@ bool StoreFile::checkHeader(QString* error) const
         *error = tr("this is a file of another program");
     else if (qFromBigEndian<qint32>(header.constData() + versionOffset) > StoreSchema::version)
         *error = tr("a newer version of this program has written it");
+    else if (file.size() < leastSize(header))
+        *error = tr("the file is damaged (a part of it is missing)");
     else
         return true;
     return false;

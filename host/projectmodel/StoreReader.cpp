@@ -5,6 +5,32 @@
 #include "host/projectmodel/StoreRows.h"
 #include "host/projectmodel/StoreSchema.h"
 
+namespace {
+
+// Texts are read as bytes: the database's own decoder takes several wrong sequences for one right character, so that a
+// changed byte could go by unseen.
+QString storedText(const QVariant& value)
+{
+    const QByteArray bytes = value.toByteArray();
+    const QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    // With one unit for each byte it is all in ASCII, and there was nothing to decode.
+    if (text.size() == bytes.size() || text.toUtf8() == bytes)
+        return text;
+    return text + QChar(QChar::ReplacementCharacter);
+}
+
+QString textsQuery(const QString& table)
+{
+    static const QHash<QString, QString> columns{
+        { QStringLiteral("controller"), QStringLiteral("CAST(role AS BLOB), CAST(description AS BLOB)") },
+        { QStringLiteral("setting"), QStringLiteral("CAST(key AS BLOB), CAST(value AS BLOB)") },
+        { QStringLiteral("source"), QStringLiteral("CAST(name AS BLOB), CAST(text AS BLOB)") },
+    };
+    return QStringLiteral("SELECT %1, checksum FROM %2").arg(columns.value(table), table);
+}
+
+} // namespace
+
 StoreReader::StoreReader(StoreConnection& connection, int schemaVersion)
     : m_connection(connection), m_version(schemaVersion)
 {
@@ -19,14 +45,15 @@ bool StoreReader::readAll(ProjectContents* contents)
 
 bool StoreReader::readAxis(quint32 id, AxisRecordData* record)
 {
-    QSqlQuery* query = m_connection.prepared(QStringLiteral("SELECT name, checksum FROM axis WHERE id=?"));
+    QSqlQuery* query
+        = m_connection.prepared(QStringLiteral("SELECT CAST(name AS BLOB), checksum FROM axis WHERE id=?"));
     if (!query)
         return failed();
     query->bindValue(0, id);
     if (!m_connection.execute(*query))
         return failed();
     const bool found = query->next();
-    const QString name = query->value(0).toString();
+    const QString name = storedText(query->value(0));
     const qint64 sum = query->value(1).toLongLong();
     query->finish();
     if (!found)
@@ -104,13 +131,13 @@ bool StoreReader::checkTally(const QString& table, int rows)
 
 bool StoreReader::readTexts(const QString& table, Texts* texts)
 {
-    QSqlQuery* query = m_connection.prepared(QStringLiteral("SELECT * FROM %1").arg(table));
+    QSqlQuery* query = m_connection.prepared(textsQuery(table));
     if (!query || !m_connection.execute(*query))
         return failed();
     bool whole = true;
     while (query->next()) {
-        const QString key = query->value(0).toString();
-        const QString text = query->value(1).toString();
+        const QString key = storedText(query->value(0));
+        const QString text = storedText(query->value(1));
         if (query->value(2).toLongLong() == textChecksum(table, key, text))
             texts->insert(key, text);
         else
@@ -143,11 +170,12 @@ bool StoreReader::readAxes(QVector<AxisRecordData>* axes)
 
 bool StoreReader::readAxisRows(QVector<AxisRecordData>* axes, QVector<qint64>* sums)
 {
-    QSqlQuery* query = m_connection.prepared(QStringLiteral("SELECT id, name, checksum FROM axis ORDER BY id"));
+    QSqlQuery* query
+        = m_connection.prepared(QStringLiteral("SELECT id, CAST(name AS BLOB), checksum FROM axis ORDER BY id"));
     if (!query || !m_connection.execute(*query))
         return failed();
     while (query->next()) {
-        axes->append({ query->value(0).toUInt(), query->value(1).toString(), {}, {} });
+        axes->append({ query->value(0).toUInt(), storedText(query->value(1)), {}, {} });
         sums->append(query->value(2).toLongLong());
     }
     return m_connection.endedWell(*query) || failed();
@@ -156,8 +184,8 @@ bool StoreReader::readAxisRows(QVector<AxisRecordData>* axes, QVector<qint64>* s
 // Both tables come in the order of the axes, so one walk over each is enough.
 bool StoreReader::readMaps(const QString& table, QVector<AxisRecordData>* axes, Texts AxisRecordData::*member)
 {
-    QSqlQuery* query
-        = m_connection.prepared(QStringLiteral("SELECT axis, key, value FROM %1 ORDER BY axis, key").arg(table));
+    QSqlQuery* query = m_connection.prepared(
+        QStringLiteral("SELECT axis, CAST(key AS BLOB), CAST(value AS BLOB) FROM %1 ORDER BY axis, key").arg(table));
     if (!query || !m_connection.execute(*query))
         return failed();
     auto axis = axes->begin();
@@ -169,22 +197,22 @@ bool StoreReader::readMaps(const QString& table, QVector<AxisRecordData>* axes, 
             return fail(
                 tr("the file is damaged (the table %1 speaks of axis %2, which is not there)").arg(table).arg(id));
         Texts& texts = (*axis).*member;
-        texts.insert(texts.cend(), query->value(1).toString(), query->value(2).toString());
+        texts.insert(texts.cend(), storedText(query->value(1)), storedText(query->value(2)));
     }
     return m_connection.endedWell(*query) || failed();
 }
 
 bool StoreReader::readMap(const QString& table, quint32 axis, Texts* texts)
 {
-    QSqlQuery* query
-        = m_connection.prepared(QStringLiteral("SELECT key, value FROM %1 WHERE axis=? ORDER BY key").arg(table));
+    QSqlQuery* query = m_connection.prepared(
+        QStringLiteral("SELECT CAST(key AS BLOB), CAST(value AS BLOB) FROM %1 WHERE axis=? ORDER BY key").arg(table));
     if (!query)
         return failed();
     query->bindValue(0, axis);
     if (!m_connection.execute(*query))
         return failed();
     while (query->next())
-        texts->insert(texts->cend(), query->value(0).toString(), query->value(1).toString());
+        texts->insert(texts->cend(), storedText(query->value(0)), storedText(query->value(1)));
     return m_connection.endedWell(*query) || failed();
 }
 

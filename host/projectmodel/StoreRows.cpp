@@ -35,7 +35,8 @@ QString storableText(const QString& text)
 {
     if (isStorableText(text))
         return text;
-    QString sound = QString::fromUtf8(text.toUtf8());
+    const QByteArray bytes = text.toUtf8();
+    QString sound = QString::fromUtf8(bytes.constData(), bytes.size());
     while (sound.startsWith(QChar::ByteOrderMark))
         sound.remove(0, 1);
     return sound.isNull() ? QString(QLatin1String("")) : sound;

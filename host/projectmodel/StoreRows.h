@@ -14,5 +14,6 @@ QString formerRole();
 
 /// The database gives back exactly this text. A text with surrogate pairs counts as doubtful.
 bool isStorableText(const QString& text);
-/// The text as the database gives it back: without a leading byte order mark, with a question mark for half a surrogate pair.
+/// The text as the database gives it back: without a leading byte order mark, with a question mark for half a surrogate
+/// pair.
 QString storableText(const QString& text);
