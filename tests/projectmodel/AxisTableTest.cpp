@@ -230,6 +230,8 @@ void AxisTableTest::textsOfAnyKindComeBackAsTheyWere_data()
     same("a character beyond the basic plane", QStringLiteral("\U0001F600"));
     same("quotation marks and semicolons", QStringLiteral("'; DROP TABLE axis; --\""));
     same("a text with a zero character in it", QString(QChar(0)) + QStringLiteral("after"));
+    same("a zero character behind a character beyond the basic plane",
+        QStringLiteral("\U0001F600") + QChar(0) + QStringLiteral("after"));
     same("a text of 100000 characters", QString(100000, QLatin1Char('x')));
     same("line ends and tabs", QStringLiteral("a\r\n\tb\n"));
     row("half a surrogate pair becomes a question mark", QString(QChar(0xd800)) + QLatin1Char('x'),
