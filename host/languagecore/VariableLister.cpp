@@ -31,13 +31,18 @@ std::size_t elementCount(const std::vector<Bounds>& bounds)
 /// "[1,4]" for the n-th element, the last index running fastest.
 std::string indexText(const std::vector<Bounds>& bounds, std::size_t n)
 {
-    std::string text = "]";
-    for (auto each = bounds.rbegin(); each != bounds.rend(); ++each) {
-        const auto size = static_cast<std::size_t>(each->high - each->low) + 1;
-        text = std::to_string(each->low + static_cast<std::int64_t>(n % size)) + text;
-        text = (each + 1 == bounds.rend() ? "[" : ",") + text;
+    std::vector<std::int64_t> indices(bounds.size());
+    for (std::size_t i = bounds.size(); i-- > 0;) {
+        const auto size = static_cast<std::size_t>(bounds[i].high - bounds[i].low) + 1;
+        indices[i] = bounds[i].low + static_cast<std::int64_t>(n % size);
         n /= size;
     }
+    std::string text;
+    for (const std::int64_t index : indices) {
+        text += text.empty() ? '[' : ',';
+        text += std::to_string(index);
+    }
+    text += ']';
     return text;
 }
 
