@@ -6,8 +6,6 @@
 #include "host/projectmodel/StoreReader.h"
 #include "host/projectmodel/StoreSchema.h"
 
-#include <QFile>
-
 namespace {
 
 void tell(QString* error, const QString& path, const QString& reason)
@@ -40,6 +38,8 @@ int salvageProject(const QString& damagedPath, const QString& newPath, QString* 
     QString reason;
     ProjectContents contents;
     const std::unique_ptr<StoreSnapshot> copy = StoreSnapshot::take(damagedPath, &reason);
+    if (copy)
+        StoreFile(copy->path()).prepareForRescue();
     if (!copy || !readDamaged(copy->path(), &contents, &reason)) {
         tell(error, damagedPath, reason);
         return -1;

@@ -105,6 +105,23 @@ bool StoreFile::checkHeader(QString* error) const
     return false;
 }
 
+void StoreFile::prepareForRescue() const
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadWrite))
+        return;
+    const QByteArray header = file.read(headerSize);
+    if (header.size() < headerSize)
+        return;
+    file.seek(0);
+    file.write(magic, sizeof magic);
+    // A count that is itself damaged must not fill the disk.
+    constexpr int mostGrowth = 100;
+    const qint64 size = leastSize(header);
+    if (size > file.size() && size / mostGrowth <= file.size())
+        file.resize(size);
+}
+
 bool StoreFile::isWritable() const
 {
     const QFileInfo file(m_path);

@@ -29,6 +29,8 @@ public:
 
     /// Tells from its header whether this is a project file that this program can read.
     bool checkHeader(QString* error) const;
+    /// Gives a damaged file the first bytes and the size without which the database does not look at the rest.
+    void prepareForRescue() const;
     /// The file and its folder can be written.
     bool isWritable() const;
     /// A log lies beside it: the last program that had it open was killed.
