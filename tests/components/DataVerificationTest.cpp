@@ -187,6 +187,8 @@ void DataVerificationTest::numbers_data()
     row("bounds that cross", 5.0, 10, 1, false);
 
     row("an unsigned minus one against a whole bound", 4294967295U, 0, 150, false);
+    row("the largest unsigned number where it is allowed", 4294967295U, 0, 4294967295.0, true);
+    row("an unsigned upper bound beyond the signed ones", 3000000000.0, 0, 4294967295U, true);
     row("an unsigned number at a whole bound", 150U, 0, 150, true);
     row("an unsigned zero against a bound of one", 0U, 1, 2147483647, false);
     row("the largest whole bound", 2147483647U, 1, 2147483647, true);
