@@ -50,6 +50,9 @@ void dlgNodeReName::buildForm()
     m_reason->setObjectName(QStringLiteral("reasonLabel"));
     m_reason->setAccessibleName(tr("Why the name cannot be used"));
     m_reason->setWordWrap(true);
+    m_reason->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // Room for the longest reason, so that the buttons stay where they are while the user types.
+    m_reason->setMinimumHeight(4 * m_reason->fontMetrics().lineSpacing());
     m_extensionLabel->hide();
     auto* label = new QLabel(tr("Name:"), this);
     label->setBuddy(m_edit);
@@ -71,7 +74,7 @@ void dlgNodeReName::buildForm()
     layout->addWidget(m_reason);
     layout->addStretch();
     layout->addLayout(buttonRow);
-    resize(340, 140);
+    resize(420, sizeHint().height());
 }
 
 void dlgNodeReName::setCurrentName(const QString& name, const QString& extension)

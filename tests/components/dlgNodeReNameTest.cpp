@@ -108,6 +108,7 @@ void dlgNodeReNameTest::namesAreJudged()
     renaming.type(name);
     QCOMPARE(renaming.reason->text(), reason);
     QCOMPARE(renaming.ok->isEnabled(), reason.isEmpty());
+    QVERIFY(renaming.reason->heightForWidth(renaming.reason->width()) <= renaming.reason->height());
 }
 
 void dlgNodeReNameTest::thePresentNameIsSelected()
