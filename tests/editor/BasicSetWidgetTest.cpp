@@ -190,6 +190,7 @@ void BasicSetWidgetTest::offersTypesByTheirLimits_data()
     QTest::newRow("exceeded wraps below 0 and stays offered") << 2 << 3 << true;
     QTest::newRow("a limit of 0 is used up") << 0 << 0 << false;
     QTest::newRow("a limit of 0 that is exceeded wraps too") << 0 << 1 << true;
+    QTest::newRow("eight bits: exceeded by 256 is used up again") << 2 << 258 << false;
 }
 
 void BasicSetWidgetTest::offersTypesByTheirLimits()
