@@ -1,0 +1,276 @@
+#include "tests/pages/ModePage.h"
+
+#include "axisdata/AxisConstants.h"
+#include "host/projectmodel/AxisRecordData.h"
+
+#include <QAbstractButton>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTest>
+
+namespace {
+
+QString latin(const char* text)
+{
+    return QString::fromLatin1(text);
+}
+
+/// Keys that decide what the page reads besides those of its own group.
+QStringList spoiledKeys()
+{
+    return QStringList(AxisModeDefaults.keys()) << latin("InputDevice") << latin("OutputDevice");
+}
+
+/// Takes keys of an axis out of a closed project file, as a program that knows fewer of them would have stored it.
+void removeKeys(const QString& file, AxisRecordData record, const QStringList& keys)
+{
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(latin("QSQLITE"), latin("removeKeys"));
+        database.setDatabaseName(file);
+        if (!database.open())
+            qFatal("the project file cannot be opened");
+        QSqlQuery query(database);
+        for (const QString& key : keys) {
+            record.properties.remove(key);
+            query.prepare(latin("DELETE FROM axis_property WHERE axis=? AND key=?"));
+            query.addBindValue(record.id);
+            query.addBindValue(key);
+            if (!query.exec())
+                qFatal("a key cannot be removed");
+        }
+        query.exec(latin("PRAGMA user_version"));
+        query.next();
+        const int version = query.value(0).toInt();
+        query.prepare(latin("UPDATE axis SET checksum=? WHERE id=?"));
+        query.addBindValue(checksumOf(record, version));
+        query.addBindValue(record.id);
+        if (!query.exec())
+            qFatal("the checksum cannot be written");
+    }
+    QSqlDatabase::removeDatabase(latin("removeKeys"));
+}
+
+/// Follows by hand what a first load writes into a record.
+class ExpectedRecord {
+public:
+    ExpectedRecord(const ModePage& page, const QString& type, const QString& controller)
+        : m_page(page), m_nv3(controller.startsWith(QLatin1String("NV3T_")))
+    {
+        for (const QString& key : spoiledKeys())
+            m_texts.insert(key, page.stored(key));
+        for (const char* key : { "Probe1Enable", "Probe2Enable", "PresetEnable", "CompareOutEnable" })
+            if (m_texts[latin(key)].toUpper() != AxisFalse)
+                m_texts[latin(key)] = AxisTrue;
+        if (type == AxisTypePulse)
+            applyPulse();
+        if (type == AxisTypeEncoder)
+            applyEncoder();
+    }
+
+    QStringList differences() const
+    {
+        QStringList wrong;
+        for (auto entry = m_texts.begin(); entry != m_texts.end(); ++entry)
+            if (m_page.stored(entry.key()) != entry.value())
+                wrong.append(entry.key() + latin(" is ") + m_page.stored(entry.key()).left(30) + latin(" and not ")
+                    + entry.value().left(30));
+        return wrong;
+    }
+
+private:
+    /// The position of a key in a list, put right where it lies past the end.
+    int position(const char* key, const QStringList& list)
+    {
+        const uint stored = m_texts[latin(key)].toUInt();
+        if (stored < uint(list.size()))
+            return int(stored);
+        m_texts[latin(key)] = latin("0");
+        return 0;
+    }
+
+    void applyPulse()
+    {
+        const QStringList modes = m_page.list(latin("PulseEncodeMode"));
+        const QStringList devices = m_page.list(latin("AxisPulseOutputDev"));
+        const QString mode = modes.at(position("PulseOutputMethod", modes));
+        const QString device = devices.at(position("OutputDevice", devices));
+        position("OutputPin", m_page.list(QString(device + QLatin1Char('.') + mode)));
+        if (m_nv3)
+            position("CompareOutputPin", m_page.list(latin("HightSpeedPlusOutputPoint")));
+    }
+
+    void applyEncoder()
+    {
+        const QStringList modes = m_page.list(latin("EncoderEncodeMode"));
+        const QString mode = modes.at(position("OutputMethod", modes));
+        position("InputSignal", m_page.list(QString(latin("Encoder.") + mode)));
+        position("CompareOutputPin", m_page.list(m_nv3 ? latin("HightSpeedPlusOutputPoint") : latin("OutputPoint")));
+    }
+
+    const ModePage& m_page;
+    bool m_nv3;
+    QMap<QString, QString> m_texts;
+};
+
+/// Controls that show otherwise than the record before the load says.
+QStringList wronglyShown(const ModePage& page, const QMap<QString, QString>& before)
+{
+    QStringList wrong;
+    const auto text = [&](const char* key) { return before.value(latin(key)); };
+    const auto check = [&](const char* name, bool expected) {
+        if (page.find<QAbstractButton>(name)->isChecked() != expected)
+            wrong.append(latin(name));
+    };
+    const auto isTrue = [&](const char* key) { return text(key).toUpper() == AxisTrue; };
+    const auto isFalse = [&](const char* key) { return text(key).toUpper() == AxisFalse; };
+    check("radioButton_3", !isTrue("ModeSet"));
+    check("checkBox", isTrue("SoftLimitEnable"));
+    check("checkBox_2", !isFalse("ErrorStopEnable"));
+    check("checkBox_3", !isFalse("CompareOutEnable"));
+    check("checkBox_4", !isFalse("PresetEnable"));
+    check("probe1checkBox", !isFalse("Probe1Enable"));
+    check("probe2checkBox", !isFalse("Probe2Enable"));
+    check("radioButton_5", isTrue("CompareOutputWidthUnit"));
+    const char* const shown[][2] = { { "lineEdit", "SoftLimitNeg" }, { "lineEdit_2", "SoftLimitPos" },
+        { "lineEdit_3", "LimitDec" }, { "lineEdit_4", "AxisErrorDec" }, { "lineEdit_5", "FollowErrorThreshold" },
+        { "lineEdit_6", "VelocityThreshold" }, { "lineEdit_7", "MaxVel" }, { "lineEdit_8", "MaxAcc" },
+        { "lineEdit_9", "PosTorqueMaxValue" }, { "lineEdit_10", "NegTorqueMaxValue" }, { "lineEdit_11", "JogMaxVel" },
+        { "lineEdit_12", "RotationPeriod" }, { "lineEdit_13", "InputSignalFilterTime" } };
+    for (const auto& row : shown)
+        if (page.edit(row[0])->text() != text(row[1]))
+            wrong.append(latin(row[0]));
+    for (const char* box : { "HardLimPosBox", "HardLimNegBox" })
+        if (page.combo(box)->currentIndex() != 0)
+            wrong.append(latin(box));
+    return wrong;
+}
+
+QMap<QString, QString> textsOf(const ModePage& page)
+{
+    QMap<QString, QString> texts;
+    for (const QString& key : spoiledKeys())
+        texts.insert(key, page.axis()->property(key, QString()));
+    return texts;
+}
+
+void addTypesAndControllers()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("controller");
+    for (const QString& type : allAxisTypes())
+        for (const QString& controller : allControllers())
+            QTest::addRow("%s on %s", qPrintable(type), qPrintable(controller)) << type << controller;
+}
+
+const QStringList none;
+
+} // namespace
+
+class ModelAndParamtSetWidgetBadRecordTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyKeyBad_data();
+    void everyKeyBad();
+    void everyKeyAbsent_data();
+    void everyKeyAbsent();
+    void oneKeyBad_data();
+    void oneKeyBad();
+};
+
+void ModelAndParamtSetWidgetBadRecordTest::everyKeyBad_data()
+{
+    addTypesAndControllers();
+}
+
+void ModelAndParamtSetWidgetBadRecordTest::everyKeyBad()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, controller);
+    ModePage page(type, controller);
+    const QStringList texts{ QString(), latin("rubbish"), latin("99999"), latin("-1"), latin("1e300"), latin("-1e300"),
+        latin("4294967295"), latin("99999999999999999999"), latin("nan"), latin("inf"), QString(400, QLatin1Char('9')),
+        latin("1\n2"), QString(QChar(0xff11)), latin("<b>1</b>") };
+    for (const QString& text : texts) {
+        for (const QString& key : spoiledKeys())
+            page.store(key, text);
+        page.store(latin("AxisType"), type);
+        const QMap<QString, QString> before = textsOf(page);
+        const ExpectedRecord expected(page, type, controller);
+        page.open();
+        QVERIFY2(expected.differences().isEmpty(),
+            qPrintable(text.left(20) + latin(": ") + expected.differences().join(latin(", "))));
+        const QStringList wrong = wronglyShown(page, before);
+        QVERIFY2(wrong.isEmpty(), qPrintable(text.left(20) + latin(": ") + wrong.join(latin(", "))));
+        page.page->updateWidget();
+        page.changeType(type);
+        QCOMPARE(page.edit("lineEdit_3")->text(), AxisModeDefaults.value(latin("LimitDec")));
+    }
+}
+
+void ModelAndParamtSetWidgetBadRecordTest::everyKeyAbsent_data()
+{
+    addTypesAndControllers();
+}
+
+void ModelAndParamtSetWidgetBadRecordTest::everyKeyAbsent()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, controller);
+    ModePage page(type, controller);
+    page.project.save();
+    AxisRecordData record;
+    record.id = page.id;
+    record.name = page.axis()->name();
+    QMap<QString, QString> all = AxisBaseDefaults;
+    for (const AxisDefaultGroup& group : { AxisUnitDefaults, AxisModeDefaults, AxisHomeDefaults })
+        all.unite(group);
+    for (auto entry = all.begin(); entry != all.end(); ++entry)
+        record.properties.insert(entry.key(), page.axis()->property(entry.key(), QString()));
+    page.project.close();
+    removeKeys(page.project.filePath(), record, spoiledKeys());
+    page.project.reopen();
+    for (const QString& key : spoiledKeys())
+        QCOMPARE(page.stored(key), latin("(absent)"));
+    const QMap<QString, QString> before = textsOf(page);
+    const ExpectedRecord expected(page, type, controller);
+    page.open();
+    QCOMPARE(expected.differences(), none);
+    QCOMPARE(wronglyShown(page, before), none);
+    page.changeType(type);
+    for (auto entry = AxisModeDefaults.begin(); entry != AxisModeDefaults.end(); ++entry)
+        QCOMPARE(page.stored(entry.key()).toDouble(), entry.value().toDouble());
+}
+
+void ModelAndParamtSetWidgetBadRecordTest::oneKeyBad_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("controller");
+    for (const QString& type : allAxisTypes())
+        for (const char* controller : { "KM1_M16", "NV2_H48Q8E", "NV3T_70Q12" })
+            QTest::addRow("%s on %s", qPrintable(type), controller) << type << latin(controller);
+}
+
+/// Each key spoiled by itself, with the others sound: nothing but that key is corrected.
+void ModelAndParamtSetWidgetBadRecordTest::oneKeyBad()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, controller);
+    ModePage page(type, controller);
+    const QMap<QString, QString> sound = textsOf(page);
+    for (const QString& key : spoiledKeys()) {
+        for (const char* text : { "", "rubbish", "99999" }) {
+            for (auto entry = sound.begin(); entry != sound.end(); ++entry)
+                page.store(entry.key(), entry.value());
+            page.store(key, latin(text));
+            const QMap<QString, QString> before = textsOf(page);
+            const ExpectedRecord expected(page, type, controller);
+            page.open();
+            QCOMPARE(expected.differences(), none);
+            QCOMPARE(wronglyShown(page, before), none);
+        }
+    }
+}
+
+QTEST_MAIN(ModelAndParamtSetWidgetBadRecordTest)
+#include "ModelAndParamtSetWidgetBadRecordTest.moc"
