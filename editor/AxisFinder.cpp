@@ -11,7 +11,6 @@
 #include "sdk/ServiceKeys.h"
 #include "sdk/ServiceLocator.h"
 
-#include <algorithm>
 #include <map>
 #include <string>
 
@@ -148,12 +147,11 @@ void AxisFinder::buildIndex()
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
+    const bool backwards = m_flags & FindBackwards;
     for (const SearchablePin* pin : searchOrder) {
         if (isEnabled(record, *pin))
-            m_index.append(record->getViewInfo(pin->controlKey, QString()));
+            m_index.insert(backwards ? 0 : m_index.size(), record->getViewInfo(pin->controlKey, QString()));
     }
-    if (m_flags & FindBackwards)
-        std::reverse(m_index.begin(), m_index.end());
 }
 
 bool AxisFinder::findNext(const QString& text)
@@ -192,7 +190,7 @@ void AxisFinder::advance()
     // Names that stand twice in a stored record must not hold the search in one place: the last one counts.
     const int place = m_index.lastIndexOf(m_currentPosition);
     const bool ends
-        = place < 0 || sameName(m_currentPosition, m_index.last()) || sameName(m_currentPosition, m_endPosition);
+        = place < 0 || sameName(m_currentPosition, m_index.constLast()) || sameName(m_currentPosition, m_endPosition);
     m_currentPosition = ends ? QString() : m_index.value(place + 1);
 }
 

@@ -20,8 +20,6 @@ const QString virtualKey = QStringLiteral("VirtualAxis");
 const QString encoderInputs = QStringLiteral("AxisEncoderInputDev");
 const QString pulseOutputs = QStringLiteral("AxisPulseOutputDev");
 
-constexpr auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
-
 uint deviceOf(const AxisTable& table, const QString& key)
 {
     return table.property(key, QString()).toUInt(nullptr, 10);
@@ -99,16 +97,22 @@ void BasicSetWidget::loadFromModel()
 
 void BasicSetWidget::connectChoices()
 {
-    connect(m_ui->comboBoxAxisType, indexChanged, this, &BasicSetWidget::onAxisTypeChanged);
-    connect(m_ui->comboBoxInputDev, indexChanged, this, &BasicSetWidget::onAxisInputDevChanged);
-    connect(m_ui->comboBoxOutputDev, indexChanged, this, &BasicSetWidget::onAxisOutputDevChanged);
+    connect(m_ui->comboBoxAxisType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &BasicSetWidget::onAxisTypeChanged);
+    connect(m_ui->comboBoxInputDev, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &BasicSetWidget::onAxisInputDevChanged);
+    connect(m_ui->comboBoxOutputDev, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &BasicSetWidget::onAxisOutputDevChanged);
 }
 
 void BasicSetWidget::disconnectChoices()
 {
-    disconnect(m_ui->comboBoxAxisType, indexChanged, this, &BasicSetWidget::onAxisTypeChanged);
-    disconnect(m_ui->comboBoxInputDev, indexChanged, this, &BasicSetWidget::onAxisInputDevChanged);
-    disconnect(m_ui->comboBoxOutputDev, indexChanged, this, &BasicSetWidget::onAxisOutputDevChanged);
+    disconnect(m_ui->comboBoxAxisType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &BasicSetWidget::onAxisTypeChanged);
+    disconnect(m_ui->comboBoxInputDev, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &BasicSetWidget::onAxisInputDevChanged);
+    disconnect(m_ui->comboBoxOutputDev, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &BasicSetWidget::onAxisOutputDevChanged);
 }
 
 void BasicSetWidget::refreshFromModel()

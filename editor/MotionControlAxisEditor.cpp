@@ -1,3 +1,6 @@
+// The host's services are connected by the signatures' texts, which are the contract with them.
+// clazy:excludeall=old-style-connect
+
 #include "editor/MotionControlAxisEditor.h"
 
 #include "axisdata/AxisConstants.h"
@@ -38,7 +41,8 @@ void enableContent(const QWidget* page, bool enabled)
 {
     if (!page)
         return;
-    for (const QScrollArea* area : page->findChildren<QScrollArea*>()) {
+    const QList<QScrollArea*> areas = page->findChildren<QScrollArea*>();
+    for (const QScrollArea* area : areas) {
         if (QWidget* content = area->widget())
             content->setEnabled(enabled);
     }
@@ -211,8 +215,9 @@ bool MotionControlAxisEditor::gotoLocation(const QString& location)
     if (!page)
         return true;
     m_view->setCurrentWidget(page);
-    for (QLineEdit* edit : page->findChildren<QLineEdit*>())
-        edit->deselect();
+    const QList<QLineEdit*> edits = page->findChildren<QLineEdit*>();
+    for (QLineEdit* other : edits)
+        other->deselect();
     auto* edit = sections.size() > 1 ? page->findChild<QLineEdit*>(sections.last()) : nullptr;
     if (!edit)
         return true;
