@@ -176,7 +176,8 @@ void AxisRevalidationTest::encoderAxisIsCarriedOverByText_data()
         QTest::newRow(name) << text(before) << text(after);
     };
     add("mode and signal at other positions", "OutputMethod=0 InputSignal=1", "OutputMethod=2 InputSignal=2");
-    add("signal at another position", "OutputMethod=0 InputSignal=3", "OutputMethod=2 InputSignal=0");
+    add("signal at another position", "OutputMethod=0 InputSignal=3", "OutputMethod=2 InputSignal=1");
+    add("signal at the first position", "OutputMethod=0 InputSignal=2", "OutputMethod=2 InputSignal=0");
     add("mode that is gone", "OutputMethod=2 InputSignal=0", "OutputMethod=0 InputSignal=0");
     add("signal without match keeps its position", "OutputMethod=1 InputSignal=2", "OutputMethod=0 InputSignal=2");
     add("not over an entry with 1ms", "OutputMethod=1 InputSignal=1", "OutputMethod=0 InputSignal=0");

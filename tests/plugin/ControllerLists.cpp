@@ -49,7 +49,7 @@ QJsonObject former()
         { QStringLiteral("PulseEncodeMode"), words("pa|pb|pc") },
         { QStringLiteral("AxisEncoderInputDev"), words("E0|E1|E2") },
         { QStringLiteral("EncoderEncodeMode"), words("m0|m1|m2|m3") },
-        { QStringLiteral("Encoder.m0"), words("a|b|c|d") },
+        { QStringLiteral("Encoder.m0"), words("a|b|d|c") },
         { QStringLiteral("Encoder.m1"), words("b|x|y|q") },
         { QStringLiteral("Encoder.m2"), words("z|w") },
         { QStringLiteral("Encoder.m3"), words("a") },
