@@ -70,7 +70,7 @@ void MotionControlTaskCfg::showCycleTime(const QStringList& choices)
         return;
     m_axisModel = axes.model();
     m_cycleTime = axes->getMotionTaskCfgCycleTime();
-    if (false)
+    if (m_cycleTime.isEmpty())
         m_cycleTime = CycleTimeChoices.key(defaultCycleTime);
     const int position = choices.indexOf(m_cycleTime);
     if (position >= 0)
