@@ -12,7 +12,7 @@ namespace {
 QString storedText(const QVariant& value)
 {
     const QByteArray bytes = value.toByteArray();
-    const QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    QString text = QString::fromUtf8(bytes.constData(), bytes.size());
     // With one unit for each byte it is all in ASCII, and there was nothing to decode.
     if (text.size() == bytes.size() || text.toUtf8() == bytes)
         return text;

@@ -106,27 +106,21 @@ bool StoreWriter::writeAxis(const AxisChange& change)
         && writeMap(QStringLiteral("axis_view"), now.id, now.viewInfo, storable(stored.viewInfo));
 }
 
-// Both maps are in key order, so one walk along both finds what has come, changed and gone.
+// A record never loses a key, so there is nothing to delete here. Both maps are in key order: one walk along both finds
+// what is new or different.
 bool StoreWriter::writeMap(const QString& table, quint32 axis, const Texts& now, const Texts& stored)
 {
     QSqlQuery* insert = m_connection.prepared(QStringLiteral("REPLACE INTO %1 VALUES(?, ?, ?)").arg(table));
-    QSqlQuery* remove = m_connection.prepared(QStringLiteral("DELETE FROM %1 WHERE axis=? AND key=?").arg(table));
-    if (!insert || !remove)
+    if (!insert)
         return false;
     auto old = stored.begin();
     for (auto it = now.begin(); it != now.end(); ++it) {
-        for (; old != stored.end() && old.key() < it.key(); ++old)
-            if (!m_connection.execute(*remove, axis, old.key()))
-                return false;
         const bool isKnown = old != stored.end() && old.key() == it.key();
         if ((!isKnown || old.value() != it.value()) && !m_connection.execute(*insert, axis, it.key(), it.value()))
             return false;
         if (isKnown)
             ++old;
     }
-    for (; old != stored.end(); ++old)
-        if (!m_connection.execute(*remove, axis, old.key()))
-            return false;
     return true;
 }
 
