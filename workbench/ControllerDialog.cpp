@@ -15,6 +15,7 @@ ControllerDialog::ControllerDialog(const ControllerCatalog& catalog, const QStri
     QPushButton* ok = m_ui->buttons->button(QDialogButtonBox::Ok);
     ok->setText(tr("Change"));
     ok->setProperty("styleType", QStringLiteral("sureButton"));
+    ok->setDefault(true);
     for (const ControllerDescription& controller : catalog.controllers()) {
         m_ui->models->addItem(controller.model());
         if (controller.model() == present)

@@ -6,6 +6,22 @@
 #include <QTranslator>
 #include <QVector>
 
+namespace {
+
+/// Texts of the standard buttons, which Qt looks up here where its own translation files are not installed.
+[[maybe_unused]] const char* const standardButtons[] = {
+    QT_TRANSLATE_NOOP("QPlatformTheme", "OK"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Apply"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Close"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Save"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Discard"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "&Yes"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "&No"),
+};
+
+} // namespace
+
 Language::Language(QObject* parent) : QObject(parent) { }
 
 Language::~Language() = default;

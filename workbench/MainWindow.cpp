@@ -46,7 +46,7 @@ MainWindow::MainWindow(
     buildMenus();
     buildStatusBar();
     resize(1280, 800);
-    resizeDocks({ m_toolWindows->panel(QStringLiteral("project")) }, { 280 }, Qt::Horizontal);
+    resizeDocks({ m_toolWindows->panel(QStringLiteral("project")) }, { 240 }, Qt::Horizontal);
     resizeDocks({ m_toolWindows->panel(QStringLiteral("output")) }, { 148 }, Qt::Vertical);
     retranslate();
     setProjectState({});
@@ -89,14 +89,14 @@ void MainWindow::buildPanels()
 
 void MainWindow::buildActions()
 {
-    for (const ActionSpec& spec : mainWindowActions()) {
+    for (const ActionEntry& entry : mainWindowActions()) {
         auto* action = new QAction(this);
-        action->setObjectName(QLatin1String(spec.name));
-        action->setIcon(QIcon::fromTheme(QLatin1String(spec.symbol)));
-        action->setShortcuts(spec.shortcuts());
+        action->setObjectName(QLatin1String(entry.name));
+        action->setIcon(QIcon::fromTheme(QLatin1String(entry.symbol)));
+        action->setShortcuts(entry.shortcuts());
         addAction(action);
-        m_actions.add(QLatin1String(spec.name), action);
-        if (qstrcmp(spec.name, "file.quit") == 0)
+        m_actions.add(QLatin1String(entry.name), action);
+        if (qstrcmp(entry.name, "file.quit") == 0)
             action->setMenuRole(QAction::QuitRole);
     }
     m_toolBar->setObjectName(QStringLiteral("mainToolBar"));
@@ -135,10 +135,10 @@ QMenu* MainWindow::addMenu(const char* title)
 
 void MainWindow::buildMenus()
 {
-    for (const MenuSpec& spec : mainMenus()) {
-        QMenu* menu = addMenu(spec.title);
-        menu->setObjectName(QLatin1String(spec.name));
-        for (const char* name : spec.actions) {
+    for (const MenuEntry& entry : mainMenus()) {
+        QMenu* menu = addMenu(entry.title);
+        menu->setObjectName(QLatin1String(entry.name));
+        for (const char* name : entry.actions) {
             if (!name) {
                 menu->addSeparator();
             } else if (qstrcmp(name, "file.recent") == 0) {
@@ -149,7 +149,7 @@ void MainWindow::buildMenus()
                 menu->addAction(m_actions.action(QLatin1String(name)));
             }
         }
-        if (qstrcmp(spec.name, "viewMenu") == 0) {
+        if (qstrcmp(entry.name, "viewMenu") == 0) {
             for (const char* panel : { "project", "output", "problems" })
                 menu->addAction(m_toolWindows->panel(QLatin1String(panel))->toggleViewAction());
         }
@@ -167,9 +167,9 @@ void MainWindow::buildStatusBar()
 void MainWindow::setProjectState(const ProjectState& state)
 {
     m_state = state;
-    for (const ActionSpec& spec : mainWindowActions()) {
-        if (spec.needsProject)
-            m_actions.action(QLatin1String(spec.name))->setEnabled(state.open);
+    for (const ActionEntry& entry : mainWindowActions()) {
+        if (entry.needsProject)
+            m_actions.action(QLatin1String(entry.name))->setEnabled(state.open);
     }
     const QString name = state.readOnly ? tr("%1 (read-only)").arg(state.name) : state.name;
     setWindowTitle(state.open ? QString(name + QLatin1String("[*] \u2014 ") + tr("Kestrun")) : tr("Kestrun"));
@@ -206,10 +206,10 @@ void MainWindow::showProblemCount(int count)
 
 void MainWindow::retranslate()
 {
-    for (const ActionSpec& spec : mainWindowActions()) {
-        QAction* action = m_actions.action(QLatin1String(spec.name));
-        action->setText(translatedActionText(spec.text));
-        QString tip = translatedActionText(spec.text);
+    for (const ActionEntry& entry : mainWindowActions()) {
+        QAction* action = m_actions.action(QLatin1String(entry.name));
+        action->setText(translatedActionText(entry.text));
+        QString tip = translatedActionText(entry.text);
         tip.remove(QLatin1Char('&')).remove(QStringLiteral("…"));
         const QString keys = action->shortcut().toString(QKeySequence::NativeText);
         action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));

@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-QList<QKeySequence> ActionSpec::shortcuts() const
+QList<QKeySequence> ActionEntry::shortcuts() const
 {
     if (standardKey == QKeySequence::UnknownKey)
         return { QKeySequence(QLatin1String(key)) };
@@ -10,9 +10,9 @@ QList<QKeySequence> ActionSpec::shortcuts() const
     return bindings.isEmpty() ? QList<QKeySequence>{ QKeySequence(QLatin1String(key)) } : bindings;
 }
 
-const std::vector<ActionSpec>& mainWindowActions()
+const std::vector<ActionEntry>& mainWindowActions()
 {
-    static const std::vector<ActionSpec> actions{
+    static const std::vector<ActionEntry> actions{
         { "file.new", QT_TRANSLATE_NOOP("MainWindow", "&New project…"), "document-new", false, QKeySequence::New, "" },
         { "file.open", QT_TRANSLATE_NOOP("MainWindow", "&Open project…"), "document-open", false, QKeySequence::Open,
             "" },
@@ -41,9 +41,9 @@ const std::vector<ActionSpec>& mainWindowActions()
     return actions;
 }
 
-const std::vector<MenuSpec>& mainMenus()
+const std::vector<MenuEntry>& mainMenus()
 {
-    static const std::vector<MenuSpec> menus{
+    static const std::vector<MenuEntry> menus{
         { "fileMenu", QT_TRANSLATE_NOOP("MainWindow", "&File"),
             { "file.new", "file.open", "file.recent", nullptr, "file.save", "file.saveAll", "file.saveAs", nullptr,
                 "file.closeEditor", "file.closeProject", nullptr, "file.quit" } },

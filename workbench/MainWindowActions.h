@@ -7,7 +7,7 @@
 #include <vector>
 
 /// One action of the main window. Texts are translated in the context "MainWindow".
-struct ActionSpec {
+struct ActionEntry {
     const char* name;
     const char* text;
     /// Name in the icon theme.
@@ -22,14 +22,14 @@ struct ActionSpec {
 };
 
 /// One menu with the names of its actions; a null name is a separator.
-struct MenuSpec {
+struct MenuEntry {
     const char* name;
     const char* title;
     std::vector<const char*> actions;
 };
 
-const std::vector<ActionSpec>& mainWindowActions();
-const std::vector<MenuSpec>& mainMenus();
+const std::vector<ActionEntry>& mainWindowActions();
+const std::vector<MenuEntry>& mainMenus();
 /// The names of the actions on the tool bar; a null name is a separator.
 const std::vector<const char*>& mainToolBar();
 QString translatedActionText(const char* text);

@@ -16,6 +16,7 @@ NewProjectDialog::NewProjectDialog(const ControllerCatalog& catalog, const QStri
     QPushButton* ok = m_ui->buttons->button(QDialogButtonBox::Ok);
     ok->setText(tr("Create"));
     ok->setProperty("styleType", QStringLiteral("sureButton"));
+    ok->setDefault(true);
     m_ui->folder->setText(QDir::toNativeSeparators(folder));
     for (const ControllerDescription& controller : catalog.controllers())
         m_ui->controller->addItem(controller.model());
@@ -79,5 +80,5 @@ QString NewProjectDialog::summary(const ControllerDescription& controller)
         if (limit.key() != total)
             parts.append(tr("%1: %2").arg(limit.key()).arg(*limit));
     }
-    return parts.join(QLatin1String("  \u00b7  "));
+    return parts.join(QStringLiteral("  \u00b7  "));
 }

@@ -12,7 +12,9 @@ OptionsDialog::OptionsDialog(QWidget* parent) : QDialog(parent), m_ui(std::make_
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    m_ui->buttons->button(QDialogButtonBox::Ok)->setProperty("styleType", QStringLiteral("sureButton"));
+    QPushButton* ok = m_ui->buttons->button(QDialogButtonBox::Ok);
+    ok->setProperty("styleType", QStringLiteral("sureButton"));
+    ok->setDefault(true);
     connect(m_ui->pageList, &QListWidget::currentRowChanged, m_ui->pages, &QStackedWidget::setCurrentIndex);
     connect(m_ui->buttons, &QDialogButtonBox::accepted, this, [this] {
         apply();

@@ -55,7 +55,9 @@ PluginListDialog::PluginListDialog(
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    m_ui->buttons->button(QDialogButtonBox::Ok)->setProperty("styleType", QStringLiteral("sureButton"));
+    QPushButton* ok = m_ui->buttons->button(QDialogButtonBox::Ok);
+    ok->setProperty("styleType", QStringLiteral("sureButton"));
+    ok->setDefault(true);
     fill(plugins, language, switchedOff);
     m_ui->list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_ui->list->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);

@@ -7,15 +7,15 @@
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("PluginPackage", text);
-}
+/// The package is no QObject; its texts have its name as their context.
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(PluginPackage)
+};
 
 bool readText(const QJsonObject& object, const QString& key, QString* text, QString* error)
 {
     if (!object.value(key).isString() || object.value(key).toString().isEmpty()) {
-        *error = tr("The package text has no \"%1\".").arg(key);
+        *error = Text::tr("The package text has no \"%1\".").arg(key);
         return false;
     }
     *text = object.value(key).toString();
@@ -27,15 +27,15 @@ bool readMap(const QJsonValue& value, const QString& key, QMap<QString, QString>
     const QJsonObject object = value.toObject();
     for (auto entry = object.begin(); entry != object.end(); ++entry) {
         if (!entry->isString()) {
-            *error
-                = tr("\"%1\" of the package text holds something that is no text under \"%2\".").arg(key, entry.key());
+            *error = Text::tr("\"%1\" of the package text holds something that is no text under \"%2\".")
+                         .arg(key, entry.key());
             return false;
         }
         map->insert(entry.key(), entry->toString());
     }
     if (value.isObject() || value.isUndefined())
         return true;
-    *error = tr("\"%1\" of the package text is no object.").arg(key);
+    *error = Text::tr("\"%1\" of the package text is no object.").arg(key);
     return false;
 }
 
@@ -55,7 +55,8 @@ bool readDependencies(const QJsonObject& object, QMap<QString, QString>* depende
         return false;
     for (auto entry = dependencies->begin(); entry != dependencies->end(); ++entry) {
         if (QVersionNumber::fromString(*entry).isNull()) {
-            *error = tr("The package text wants \"%1\" in the version \"%2\", which is none.").arg(entry.key(), *entry);
+            *error = Text::tr("The package text wants \"%1\" in the version \"%2\", which is none.")
+                         .arg(entry.key(), *entry);
             return false;
         }
     }
@@ -67,15 +68,15 @@ bool readDependencies(const QJsonObject& object, QMap<QString, QString>* depende
 bool PluginPackage::read(const QString& text, QString* error)
 {
     if (text.trimmed().isEmpty()) {
-        *error = tr("The package text is empty.");
+        *error = Text::tr("The package text is empty.");
         return false;
     }
     QJsonParseError fault;
     const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &fault);
     if (!document.isObject()) {
         *error = fault.error == QJsonParseError::NoError
-            ? tr("The package text is no JSON object.")
-            : tr("The package text is no JSON: %1, at byte %2.").arg(fault.errorString()).arg(fault.offset);
+            ? Text::tr("The package text is no JSON object.")
+            : Text::tr("The package text is no JSON: %1, at byte %2.").arg(fault.errorString()).arg(fault.offset);
         return false;
     }
     const QJsonObject object = document.object();

@@ -124,13 +124,14 @@ bool ProjectFlows::saveAll()
     return false;
 }
 
-// An existing project is never written over, so there is nothing to confirm: the store refuses it with its reason.
 QString ProjectFlows::chooseTarget(const QString& title, const QString& suggestion) const
 {
-    const QString file = QFileDialog::getSaveFileName(
-        &m_window, title, suggestion, filter(), nullptr, QFileDialog::DontConfirmOverwrite);
-    const bool complete = file.isEmpty() || file.endsWith(NewProjectDialog::fileEnding());
-    return complete ? file : QString(file + NewProjectDialog::fileEnding());
+    QFileDialog dialog(&m_window, title, QFileInfo(suggestion).absolutePath(), filter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // With the ending known to the dialog, its question about an existing file is about the right one.
+    dialog.setDefaultSuffix(NewProjectDialog::fileEnding().mid(1));
+    dialog.selectFile(QFileInfo(suggestion).fileName());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 void ProjectFlows::saveAs()
@@ -225,7 +226,7 @@ void ProjectFlows::report(const QString& text, const QString& damagedFile)
     m_log.report(LogError, text);
     const int axes = damagedFile.isEmpty() ? -1 : wholeAxes(damagedFile);
     m_damagedFile = axes > 0 ? damagedFile : QString();
-    m_window.messageBar().showMessage(text, axes > 0 ? tr("Rescue %n axes…", nullptr, axes) : QString());
+    m_window.messageBar().showMessage(text, axes > 0 ? tr("Rescue what is whole (axes: %1)…").arg(axes) : QString());
 }
 
 void ProjectFlows::rescue()
@@ -240,6 +241,6 @@ void ProjectFlows::rescue()
     const int axes = ProjectModelManager::instance()->salvageProject(damaged.absoluteFilePath(), target, &error);
     if (axes < 0)
         return report(error);
-    m_log.report(LogInfo, tr("Rescued %n axes into %1.", nullptr, axes).arg(native(target)));
+    m_log.report(LogInfo, tr("Rescued into %1; axes: %2.").arg(native(target)).arg(axes));
     open(target);
 }

@@ -85,8 +85,12 @@ void apply(const QString& name)
     QToolTip::setPalette(palette(light));
     QFile sheet(QString(
         QStringLiteral(":/workbench/themes/") + (light ? Solution::ThemeName::light() : Solution::ThemeName::dark())));
-    if (sheet.open(QIODevice::ReadOnly))
-        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+    if (!sheet.open(QIODevice::ReadOnly))
+        return;
+    // Without a sheet in between, the new one is put on every widget that the style remembers. The style learns of a
+    // widget's end by a signal, and a page that disconnects itself from everything before it goes keeps it from that.
+    qApp->setStyleSheet(QString());
+    qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
 }
 
 } // namespace Theme

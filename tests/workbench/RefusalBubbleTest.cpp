@@ -1,0 +1,154 @@
+#include "workbench/RefusalBubble.h"
+#include "host/components/DataVerification.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include <memory>
+
+/// A window with two fields, the first of which checks its number once it has lost the focus.
+class RefusalBubbleTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void aTypedNumberThatIsRefusedIsTold();
+    void passingThroughAFieldTellsNothing();
+    void aSecondPassTellsNothing();
+    void anAcceptedNumberTellsNothing();
+    void theBubbleStandsBesideTheField();
+    void typingTakesTheBubbleAway();
+    void aRefusalOutsideAnyFieldTellsNothing();
+    void markupInANumberIsShownAsText();
+
+private:
+    void leave() { QTest::keyClick(first, Qt::Key_Tab); }
+
+    std::unique_ptr<QWidget> window;
+    QLineEdit* first = nullptr;
+    QLineEdit* second = nullptr;
+    RefusalBubble* bubble = nullptr;
+    QSignalSpy* refusals = nullptr;
+};
+
+void RefusalBubbleTest::init()
+{
+    window = std::make_unique<QWidget>();
+    first = new QLineEdit(QStringLiteral("500"), window.get());
+    second = new QLineEdit(window.get());
+    auto* layout = new QVBoxLayout(window.get());
+    layout->addWidget(first);
+    layout->addWidget(second);
+    layout->addStretch();
+    bubble = new RefusalBubble(window.get());
+    refusals = new QSignalSpy(bubble, &RefusalBubble::refused);
+    connect(first, &QLineEdit::editingFinished, first, [this] {
+        if (first->hasFocus())
+            return;
+        QString text = first->text();
+        if (!DataVerification::getInstance().isValidNumber(text, text.toDouble(), 1, 100, false, false))
+            first->setText(QStringLiteral("50"));
+    });
+    window->resize(400, 300);
+    window->show();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    first->setFocus();
+    QTRY_VERIFY(first->hasFocus());
+}
+
+void RefusalBubbleTest::cleanup()
+{
+    delete refusals;
+    window.reset();
+}
+
+void RefusalBubbleTest::aTypedNumberThatIsRefusedIsTold()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    leave();
+    QCOMPARE(refusals->count(), 1);
+    const QString text = refusals->first().first().toString();
+    QVERIFY2(text.contains(QStringLiteral("150")) && text.contains(QStringLiteral("100")), qPrintable(text));
+    QVERIFY(bubble->isVisible());
+    QCOMPARE(first->text(), QStringLiteral("50"));
+}
+
+void RefusalBubbleTest::passingThroughAFieldTellsNothing()
+{
+    leave();
+    QTRY_VERIFY(second->hasFocus());
+    QString text = QStringLiteral("500");
+    QVERIFY(!DataVerification::getInstance().isValidNumber(text, 500, 1, 100, false, false));
+    QCOMPARE(refusals->count(), 0);
+    QVERIFY(!bubble->isVisible());
+}
+
+void RefusalBubbleTest::aSecondPassTellsNothing()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    leave();
+    QCOMPARE(refusals->count(), 1);
+    first->setFocus();
+    first->setText(QStringLiteral("500"));
+    leave();
+    QCOMPARE(refusals->count(), 1);
+}
+
+void RefusalBubbleTest::anAcceptedNumberTellsNothing()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("99"));
+    leave();
+    QCOMPARE(refusals->count(), 0);
+    QVERIFY(!bubble->isVisible());
+    QCOMPARE(first->text(), QStringLiteral("99"));
+}
+
+void RefusalBubbleTest::theBubbleStandsBesideTheField()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    leave();
+    QVERIFY(!bubble->geometry().intersects(first->geometry()));
+    QVERIFY(bubble->y() - first->geometry().bottom() < 12);
+    QVERIFY(window->rect().contains(bubble->geometry()));
+}
+
+void RefusalBubbleTest::typingTakesTheBubbleAway()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    leave();
+    QVERIFY(bubble->isVisible());
+    QTest::keyClicks(second, QStringLiteral("1"));
+    QVERIFY(!bubble->isVisible());
+}
+
+void RefusalBubbleTest::aRefusalOutsideAnyFieldTellsNothing()
+{
+    QString text = QStringLiteral("500");
+    QVERIFY(!DataVerification::getInstance().isValidNumber(text, 500, 1, 100, false, false));
+    QCOMPARE(refusals->count(), 0);
+}
+
+void RefusalBubbleTest::markupInANumberIsShownAsText()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("<b>1</b>"));
+    leave();
+    QCOMPARE(refusals->count(), 1);
+    for (const QLabel* label : bubble->findChildren<QLabel*>()) {
+        if (!label->text().isEmpty())
+            QCOMPARE(label->textFormat(), Qt::PlainText);
+    }
+}
+
+QTEST_MAIN(RefusalBubbleTest)
+#include "RefusalBubbleTest.moc"

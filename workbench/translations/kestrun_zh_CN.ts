@@ -1,0 +1,1069 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en_US">
+<context>
+    <name>AppearancePage</name>
+    <message>
+        <source>Theme:</source>
+        <translation>主题：</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>浅色</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>Language:</source>
+        <translation>语言：</translation>
+    </message>
+    <message>
+        <source>Open editors are opened anew when the language changes.</source>
+        <translation>切换语言时，已打开的编辑器会重新打开。</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>外观</translation>
+    </message>
+</context>
+<context>
+    <name>AxisModel</name>
+    <message>
+        <source>The axis %1 is not stored: it has been removed.</source>
+        <translation>轴 %1 未保存：它已被删除。</translation>
+    </message>
+    <message>
+        <source>The axis %1 is not stored. %2</source>
+        <translation>轴 %1 未保存。%2</translation>
+    </message>
+</context>
+<context>
+    <name>CommunicationPage</name>
+    <message>
+        <source>Poll period:</source>
+        <translation>轮询周期：</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> 毫秒</translation>
+    </message>
+    <message>
+        <source>Time-out in debug mode:</source>
+        <translation>调试模式超时：</translation>
+    </message>
+    <message>
+        <source>Twelve poll periods (%1 ms) do not stay below the time-out (%2 ms): the controller may leave debug mode while an axis is being watched.</source>
+        <translation>十二个轮询周期（%1 毫秒）不小于超时时间（%2 毫秒）：监视轴时控制器可能会退出调试模式。</translation>
+    </message>
+    <message>
+        <source>Communication</source>
+        <translation>通信</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerCatalog</name>
+    <message>
+        <source>There are no controller descriptions in %1.</source>
+        <translation>%1 中没有控制器描述文件。</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerDescription</name>
+    <message>
+        <source>at byte %1: %2</source>
+        <translation>第 %1 字节：%2</translation>
+    </message>
+    <message>
+        <source>/: an object is expected</source>
+        <translation>/：应为对象</translation>
+    </message>
+    <message>
+        <source>another type has the display name &quot;%1&quot;</source>
+        <translation>显示名称“%1”已用于另一类型</translation>
+    </message>
+    <message>
+        <source>no axis type has this display name</source>
+        <translation>没有轴类型使用此显示名称</translation>
+    </message>
+    <message>
+        <source>another point has the key %1</source>
+        <translation>键 %1 已用于另一输入点</translation>
+    </message>
+    <message>
+        <source>another point has the name &quot;%1&quot;</source>
+        <translation>名称“%1”已用于另一输入点</translation>
+    </message>
+    <message>
+        <source>another state has the text &quot;%1&quot;</source>
+        <translation>文本“%1”已用于另一状态</translation>
+    </message>
+    <message>
+        <source>another entry of this class has the code %1</source>
+        <translation>同类中已有代码 %1</translation>
+    </message>
+    <message>
+        <source>the list is empty</source>
+        <translation>列表为空</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no display name of an axis type</source>
+        <translation>“%1”不是轴类型的显示名称</translation>
+    </message>
+    <message>
+        <source>there is no limit for &quot;%1&quot;</source>
+        <translation>“%1”没有数量限制</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no homing method</source>
+        <translation>“%1”不是回原点方式</translation>
+    </message>
+    <message>
+        <source>&quot;Homing_35&quot;, which virtual axes need, is missing</source>
+        <translation>缺少虚轴所需的“Homing_35”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no input point</source>
+        <translation>“%1”不是输入点</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerDialog</name>
+    <message>
+        <source>Change controller</source>
+        <translation>更换控制器</translation>
+    </message>
+    <message>
+        <source>Controllers</source>
+        <translation>控制器</translation>
+    </message>
+    <message>
+        <source>Axes that cannot exist on the new controller are removed, and the other axes&apos; devices and signals are carried over by name as far as the new controller has them. This cannot be undone.</source>
+        <translation>新控制器不支持的轴将被删除，其余轴的设备和信号在新控制器具备时按名称沿用。此操作无法撤销。</translation>
+    </message>
+    <message>
+        <source>Present controller: %1</source>
+        <translation>当前控制器：%1</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>更换</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerProcess</name>
+    <message>
+        <source>The controller %1 cannot be started: %2</source>
+        <translation>无法启动控制器 %1：%2</translation>
+    </message>
+    <message>
+        <source>The controller has ended.</source>
+        <translation>控制器已退出。</translation>
+    </message>
+</context>
+<context>
+    <name>Diagnosis</name>
+    <message>
+        <source>%1 (16#%2)</source>
+        <translation>%1 (16#%2)</translation>
+    </message>
+    <message>
+        <source>The diagnosis table of the controller %1 does not know the error %2.</source>
+        <translation>控制器 %1 的诊断表中没有错误 %2。</translation>
+    </message>
+    <message>
+        <source>No project is open that could explain the error %1.</source>
+        <translation>没有打开可解释错误 %1 的工程。</translation>
+    </message>
+    <message>
+        <source>Unknown error</source>
+        <translation>未知错误</translation>
+    </message>
+</context>
+<context>
+    <name>EditorManager</name>
+    <message>
+        <source>%1 (removed)</source>
+        <translation>%1（已删除）</translation>
+    </message>
+</context>
+<context>
+    <name>JsonReader</name>
+    <message>
+        <source>an object is expected</source>
+        <translation>应为对象</translation>
+    </message>
+    <message>
+        <source>is missing</source>
+        <translation>缺失</translation>
+    </message>
+    <message>
+        <source>a list is expected</source>
+        <translation>应为列表</translation>
+    </message>
+    <message>
+        <source>a text is expected</source>
+        <translation>应为文本</translation>
+    </message>
+    <message>
+        <source>the text is empty</source>
+        <translation>文本为空</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands in the list twice</source>
+        <translation>列表中“%1”重复</translation>
+    </message>
+    <message>
+        <source>a number is expected</source>
+        <translation>应为数字</translation>
+    </message>
+    <message>
+        <source>%1 is outside %2 to %3</source>
+        <translation>%1 不在 %2 到 %3 之间</translation>
+    </message>
+    <message>
+        <source>a whole number is expected</source>
+        <translation>应为整数</translation>
+    </message>
+</context>
+<context>
+    <name>LanguageCore</name>
+    <message>
+        <source>an expression is expected</source>
+        <translation>应为表达式</translation>
+    </message>
+    <message>
+        <source>an operator or the end of the expression is expected</source>
+        <translation>应为运算符或表达式结尾</translation>
+    </message>
+    <message>
+        <source>less nesting is expected</source>
+        <translation>嵌套过深</translation>
+    </message>
+    <message>
+        <source>the end of this comment is expected</source>
+        <translation>注释未结束</translation>
+    </message>
+    <message>
+        <source>the closing quote of this text is expected</source>
+        <translation>字符串缺少结束引号</translation>
+    </message>
+    <message>
+        <source>an operand is expected</source>
+        <translation>应为操作数</translation>
+    </message>
+    <message>
+        <source>&apos;)&apos; is expected</source>
+        <translation>应为“)”</translation>
+    </message>
+    <message>
+        <source>&apos;]&apos; is expected</source>
+        <translation>应为“]”</translation>
+    </message>
+    <message>
+        <source>the name %1 is declared already</source>
+        <translation>名称 %1 已声明</translation>
+    </message>
+    <message>
+        <source>the type %1 is not declared</source>
+        <translation>类型 %1 未声明</translation>
+    </message>
+    <message>
+        <source>the type %1 contains itself</source>
+        <translation>类型 %1 包含自身</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>%1 (read-only)</source>
+        <translation>%1（只读）</translation>
+    </message>
+    <message>
+        <source>Kestrun</source>
+        <translation>Kestrun</translation>
+    </message>
+    <message>
+        <source>Controller: %1</source>
+        <translation>控制器：%1</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>Problems (%1)</source>
+        <translation>问题 (%1)</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>问题</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>工程</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>输出</translation>
+    </message>
+    <message>
+        <source>Tool bar</source>
+        <translation>工具栏</translation>
+    </message>
+    <message>
+        <source>Project tree</source>
+        <translation>工程树</translation>
+    </message>
+    <message>
+        <source>Editors</source>
+        <translation>编辑器</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>最近的工程(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;New project…</source>
+        <translation>新建工程(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>&amp;Open project…</source>
+        <translation>打开工程(&amp;O)…</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save a&amp;ll</source>
+        <translation>全部保存(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Save project &amp;as…</source>
+        <translation>工程另存为(&amp;A)…</translation>
+    </message>
+    <message>
+        <source>Close &amp;editor</source>
+        <translation>关闭编辑器(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Close project</source>
+        <translation>关闭工程(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Change controller…</source>
+        <translation>更换控制器(&amp;C)…</translation>
+    </message>
+    <message>
+        <source>&amp;Options…</source>
+        <translation>选项(&amp;O)…</translation>
+    </message>
+    <message>
+        <source>&amp;Plug-ins…</source>
+        <translation>插件(&amp;P)…</translation>
+    </message>
+    <message>
+        <source>&amp;About Kestrun</source>
+        <translation>关于 Kestrun(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>文件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>编辑(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>视图(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Project</source>
+        <translation>工程(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>工具(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>帮助(&amp;H)</translation>
+    </message>
+</context>
+<context>
+    <name>MessageBar</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>NewProjectDialog</name>
+    <message>
+        <source>New project</source>
+        <translation>新建工程</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>名称：</translation>
+    </message>
+    <message>
+        <source>Folder:</source>
+        <translation>文件夹：</translation>
+    </message>
+    <message>
+        <source>Browse…</source>
+        <translation>浏览…</translation>
+    </message>
+    <message>
+        <source>Controller:</source>
+        <translation>控制器：</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>创建</translation>
+    </message>
+    <message>
+        <source>Folder of the project</source>
+        <translation>工程所在文件夹</translation>
+    </message>
+    <message>
+        <source>There is no controller description to make a project from.</source>
+        <translation>没有可用于新建工程的控制器描述。</translation>
+    </message>
+    <message>
+        <source>The name must not contain &quot;/&quot; or &quot;\&quot;.</source>
+        <translation>名称不能包含“/”或“\”。</translation>
+    </message>
+    <message>
+        <source>The folder does not exist.</source>
+        <translation>文件夹不存在。</translation>
+    </message>
+    <message>
+        <source>%1 already exists.</source>
+        <translation>%1 已存在。</translation>
+    </message>
+    <message>
+        <source>Up to %1 axes</source>
+        <translation>最多 %1 个轴</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>NumberRefusalNotifier</name>
+    <message>
+        <source>above %1, below %2</source>
+        <translation>大于 %1，小于 %2</translation>
+    </message>
+    <message>
+        <source>above %1, at most %2</source>
+        <translation>大于 %1，不大于 %2</translation>
+    </message>
+    <message>
+        <source>at least %1, below %2</source>
+        <translation>不小于 %1，小于 %2</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 到 %2</translation>
+    </message>
+</context>
+<context>
+    <name>OptionsDialog</name>
+    <message>
+        <source>Options</source>
+        <translation>选项</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>页面</translation>
+    </message>
+</context>
+<context>
+    <name>OutputPanel</name>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>来源</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>消息</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>输出</translation>
+    </message>
+    <message>
+        <source>Workbench</source>
+        <translation>工作台</translation>
+    </message>
+</context>
+<context>
+    <name>PluginListDialog</name>
+    <message>
+        <source>Plug-ins</source>
+        <translation>插件</translation>
+    </message>
+    <message>
+        <source>Plug-in</source>
+        <translation>插件</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>Provider</source>
+        <translation>提供者</translation>
+    </message>
+    <message>
+        <source>Order</source>
+        <translation>顺序</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>A plug-in that is switched on or off here is so from the next start on.</source>
+        <translation>在此启用或停用的插件在下次启动时生效。</translation>
+    </message>
+    <message>
+        <source>In service</source>
+        <translation>运行中</translation>
+    </message>
+    <message>
+        <source>Switched off</source>
+        <translation>已停用</translation>
+    </message>
+    <message>
+        <source>Loaded</source>
+        <translation>已加载</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>Needs: %1</source>
+        <translation>依赖：%1</translation>
+    </message>
+    <message>
+        <source>Always loaded; it cannot be switched off.</source>
+        <translation>总是加载，不能停用。</translation>
+    </message>
+    <message>
+        <source>There is no plug-in in the plug-in folder.</source>
+        <translation>插件文件夹中没有插件。</translation>
+    </message>
+</context>
+<context>
+    <name>PluginManager</name>
+    <message>
+        <source>There is no plug-in folder %1.</source>
+        <translation>插件文件夹 %1 不存在。</translation>
+    </message>
+    <message>
+        <source>It is a plug-in of another kind (%1).</source>
+        <translation>这是其他类型的插件（%1）。</translation>
+    </message>
+    <message>
+        <source>Its object is no plug-in of this program.</source>
+        <translation>其对象不是本程序的插件。</translation>
+    </message>
+    <message>
+        <source>The package &quot;%1&quot; is already there: %2.</source>
+        <translation>软件包“%1”已存在：%2。</translation>
+    </message>
+    <message>
+        <source>It needs the package &quot;%1&quot; %2, which is not in service.</source>
+        <translation>它需要软件包“%1” %2，该包未运行。</translation>
+    </message>
+    <message>
+        <source>It needs the package &quot;%1&quot; %2; in service is %3.</source>
+        <translation>它需要软件包“%1” %2，当前运行的是 %3。</translation>
+    </message>
+    <message>
+        <source>It declined to start.</source>
+        <translation>它拒绝启动。</translation>
+    </message>
+    <message>
+        <source>Plug-in %1 %2 is in service.</source>
+        <translation>插件 %1 %2 已运行。</translation>
+    </message>
+    <message>
+        <source>The plug-in %1 is not in service. %2</source>
+        <translation>插件 %1 未运行。%2</translation>
+    </message>
+</context>
+<context>
+    <name>PluginPackage</name>
+    <message>
+        <source>The package text has no &quot;%1&quot;.</source>
+        <translation>软件包说明中没有“%1”。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; of the package text holds something that is no text under &quot;%2&quot;.</source>
+        <translation>软件包说明的“%1”中，“%2”的值不是文本。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; of the package text is no object.</source>
+        <translation>软件包说明的“%1”不是对象。</translation>
+    </message>
+    <message>
+        <source>The package text wants &quot;%1&quot; in the version &quot;%2&quot;, which is none.</source>
+        <translation>软件包说明要求“%1”的版本为“%2”，这不是有效版本。</translation>
+    </message>
+    <message>
+        <source>The package text is empty.</source>
+        <translation>软件包说明为空。</translation>
+    </message>
+    <message>
+        <source>The package text is no JSON object.</source>
+        <translation>软件包说明不是 JSON 对象。</translation>
+    </message>
+    <message>
+        <source>The package text is no JSON: %1, at byte %2.</source>
+        <translation>软件包说明不是 JSON：%1，第 %2 字节。</translation>
+    </message>
+</context>
+<context>
+    <name>ProblemsPanel</name>
+    <message>
+        <source>Problem</source>
+        <translation>问题</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>源文件</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>行</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>列</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>问题</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectFlows</name>
+    <message>
+        <source>Kestrun projects (*%1)</source>
+        <translation>Kestrun 工程 (*%1)</translation>
+    </message>
+    <message>
+        <source>Created %1.</source>
+        <translation>已创建 %1。</translation>
+    </message>
+    <message>
+        <source>Open project</source>
+        <translation>打开工程</translation>
+    </message>
+    <message>
+        <source>Opened %1.</source>
+        <translation>已打开 %1。</translation>
+    </message>
+    <message>
+        <source>%1 can only be read; changes cannot be saved.</source>
+        <translation>%1 为只读，更改无法保存。</translation>
+    </message>
+    <message>
+        <source>Save project as</source>
+        <translation>工程另存为</translation>
+    </message>
+    <message>
+        <source>Going on with %1.</source>
+        <translation>继续使用 %1。</translation>
+    </message>
+    <message>
+        <source>The project has the controller %1 now.</source>
+        <translation>工程现在使用控制器 %1。</translation>
+    </message>
+    <message>
+        <source>Removed, because they cannot exist on it: %1.</source>
+        <translation>因新控制器不支持而删除：%1。</translation>
+    </message>
+    <message>
+        <source>Kestrun</source>
+        <translation>Kestrun</translation>
+    </message>
+    <message>
+        <source>There are unsaved changes in %1. Save them?</source>
+        <translation>%1 中有未保存的更改。是否保存？</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Rescue what is whole (axes: %1)…</source>
+        <translation>抢救完好内容（轴：%1）…</translation>
+    </message>
+    <message>
+        <source>-rescued</source>
+        <translation>-抢救</translation>
+    </message>
+    <message>
+        <source>Rescue into a new project</source>
+        <translation>抢救到新工程</translation>
+    </message>
+    <message>
+        <source>Rescued into %1; axes: %2.</source>
+        <translation>已抢救到 %1，轴：%2。</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectModelManager</name>
+    <message>
+        <source>%1: the file exists already.</source>
+        <translation>%1：文件已存在。</translation>
+    </message>
+    <message>
+        <source>%1: the project is still closing.</source>
+        <translation>%1：工程仍在关闭。</translation>
+    </message>
+    <message>
+        <source>%1: the project is open already.</source>
+        <translation>%1：工程已打开。</translation>
+    </message>
+    <message>
+        <source>%1: a project with the name %2 is open already.</source>
+        <translation>%1：名为 %2 的工程已打开。</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectStore</name>
+    <message>
+        <source>another program has the file open</source>
+        <translation>文件已被其他程序打开</translation>
+    </message>
+    <message>
+        <source>a newer version of this program has written it</source>
+        <translation>文件由本程序的更新版本写入</translation>
+    </message>
+    <message>
+        <source>the file can only be read</source>
+        <translation>文件只读</translation>
+    </message>
+</context>
+<context>
+    <name>PropertyEditorView</name>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>是(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>否(&amp;N)</translation>
+    </message>
+</context>
+<context>
+    <name>RefusalBubble</name>
+    <message>
+        <source>“%1” was not taken. Allowed: %2.</source>
+        <translation>“%1”未被采用。允许范围：%2。</translation>
+    </message>
+</context>
+<context>
+    <name>StartPage</name>
+    <message>
+        <source>Nothing is open</source>
+        <translation>没有打开的编辑器</translation>
+    </message>
+    <message>
+        <source>Welcome to Kestrun</source>
+        <translation>欢迎使用 Kestrun</translation>
+    </message>
+    <message>
+        <source>Double-click an axis or a source in the project tree to open it here. The context menu of a node shows what can be done with it.</source>
+        <translation>双击工程树中的轴或源文件即可在此打开。节点的右键菜单列出可执行的操作。</translation>
+    </message>
+    <message>
+        <source>Create a project for a controller, or open one that exists.</source>
+        <translation>为控制器新建工程，或打开已有工程。</translation>
+    </message>
+    <message>
+        <source>New project…</source>
+        <translation>新建工程…</translation>
+    </message>
+    <message>
+        <source>Open project…</source>
+        <translation>打开工程…</translation>
+    </message>
+    <message>
+        <source>Recent projects</source>
+        <translation>最近的工程</translation>
+    </message>
+</context>
+<context>
+    <name>StoreConnection</name>
+    <message>
+        <source>another program has the file open</source>
+        <translation>文件已被其他程序打开</translation>
+    </message>
+    <message>
+        <source>the file cannot be written</source>
+        <translation>文件无法写入</translation>
+    </message>
+    <message>
+        <source>the disk reports an error (%1)</source>
+        <translation>磁盘报告错误（%1）</translation>
+    </message>
+    <message>
+        <source>the file is damaged (%1)</source>
+        <translation>文件已损坏（%1）</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>磁盘已满</translation>
+    </message>
+    <message>
+        <source>the file, or one beside it, cannot be opened</source>
+        <translation>无法打开该文件或其旁的文件</translation>
+    </message>
+</context>
+<context>
+    <name>StoreFile</name>
+    <message>
+        <source>this is not a project file</source>
+        <translation>这不是工程文件</translation>
+    </message>
+    <message>
+        <source>this is a file of another program</source>
+        <translation>这是其他程序的文件</translation>
+    </message>
+    <message>
+        <source>a newer version of this program has written it</source>
+        <translation>文件由本程序的更新版本写入</translation>
+    </message>
+    <message>
+        <source>the file exists already</source>
+        <translation>文件已存在</translation>
+    </message>
+</context>
+<context>
+    <name>StoreReader</name>
+    <message>
+        <source>there is no axis %1</source>
+        <translation>没有轴 %1</translation>
+    </message>
+    <message>
+        <source>the record of axis %1 is damaged</source>
+        <translation>轴 %1 的记录已损坏</translation>
+    </message>
+    <message>
+        <source>the file is damaged (its tables are not as they were made)</source>
+        <translation>文件已损坏（表结构与创建时不符）</translation>
+    </message>
+    <message>
+        <source>the file is damaged (%1)</source>
+        <translation>文件已损坏（%1）</translation>
+    </message>
+    <message>
+        <source>the file is damaged (rows of the table %1 are missing)</source>
+        <translation>文件已损坏（表 %1 缺少行）</translation>
+    </message>
+    <message>
+        <source>the file is damaged (the entry %1 of the table %2)</source>
+        <translation>文件已损坏（表 %2 的条目 %1）</translation>
+    </message>
+    <message>
+        <source>the file is damaged (the table %1 speaks of axis %2, which is not there)</source>
+        <translation>文件已损坏（表 %1 引用了不存在的轴 %2）</translation>
+    </message>
+</context>
+<context>
+    <name>TypeAssistant</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Choose a Boolean Variable</source>
+        <translation>选择布尔变量</translation>
+    </message>
+    <message>
+        <source>Choose a Variable</source>
+        <translation>选择变量</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>筛选</translation>
+    </message>
+    <message>
+        <source>Filter by path, type or comment</source>
+        <translation>按路径、类型或注释筛选</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>变量</translation>
+    </message>
+    <message>
+        <source>Variable</source>
+        <translation>变量</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>类型</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>注释</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>%1 of %2 variables</source>
+        <translation>%1 / %2 个变量</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench</name>
+    <message>
+        <source>About Kestrun</source>
+        <translation>关于 Kestrun</translation>
+    </message>
+    <message>
+        <source>Kestrun %1
+
+A workbench for controllers and their motion axes.</source>
+        <translation>Kestrun %1
+
+控制器及其运动轴的工作台。</translation>
+    </message>
+</context>
+<context>
+    <name>Workspace</name>
+    <message>
+        <source>Configuration</source>
+        <translation>配置</translation>
+    </message>
+    <message>
+        <source>Program sources</source>
+        <translation>程序源文件</translation>
+    </message>
+</context>
+<context>
+    <name>dlgNodeReName</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Rename Axis</source>
+        <translation>重命名轴</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Why the name cannot be used</source>
+        <translation>名称不可用的原因</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>名称：</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Enter a name.</source>
+        <translation>请输入名称。</translation>
+    </message>
+    <message>
+        <source>A name begins with a letter or underscore, followed by letters, digits and single underscores.</source>
+        <translation>名称以字母或下划线开头，后接字母、数字和单个下划线。</translation>
+    </message>
+    <message>
+        <source>%1 is a reserved word.</source>
+        <translation>%1 是保留字。</translation>
+    </message>
+    <message>
+        <source>There is an axis of the name %1 already.</source>
+        <translation>已有名为 %1 的轴。</translation>
+    </message>
+    <message>
+        <source>The project uses the name %1 already.</source>
+        <translation>工程已使用名称 %1。</translation>
+    </message>
+</context>
+</TS>
