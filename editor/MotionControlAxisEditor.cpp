@@ -93,7 +93,7 @@ bool MotionControlAxisEditor::open(const QString& fileName, const QString& mimeT
     const AxisNodePath node = AxisNodePath::parse(fileName, mimeType);
     m_nodePath = fileName;
     m_projectName = node.projectName;
-    if (!Solution::application())
+    if (!m_view || !Solution::application())
         return false;
     m_axisId = node.axisId;
     if (!beginBuild())
@@ -210,6 +210,8 @@ bool MotionControlAxisEditor::gotoLocation(const QString& location)
 {
     if (location.isEmpty())
         return false;
+    if (!m_view)
+        return true;
     const QStringList sections = location.split(QLatin1Char('.'));
     auto* page = m_view->findChild<QWidget*>(sections.first());
     if (!page)
@@ -285,7 +287,8 @@ bool MotionControlAxisEditor::isReadOnly()
 
 bool MotionControlAxisEditor::isModified()
 {
-    m_view->setFocus(Qt::OtherFocusReason);
+    if (m_view)
+        m_view->setFocus(Qt::OtherFocusReason);
     const AxisRecord record(m_projectName, m_axisId);
     return record && record->modified;
 }
@@ -315,7 +318,7 @@ void MotionControlAxisEditor::activated() { }
 
 IEditContext* MotionControlAxisEditor::currentContext()
 {
-    return m_view->getCurrentContext();
+    return m_view ? m_view->getCurrentContext() : nullptr;
 }
 
 void MotionControlAxisEditor::refreshPages()
@@ -333,9 +336,8 @@ void MotionControlAxisEditor::refreshPages()
 QString MotionControlAxisEditor::currentFindPosition() const
 {
     IEditorManager* manager = Solution::editorManager();
-    if (manager && manager->currentEditor() != this)
-        return QString();
-    return m_findPosition;
+    const IEditor* current = manager ? manager->currentEditor() : nullptr;
+    return current && current != this ? QString() : m_findPosition;
 }
 
 void MotionControlAxisEditor::onTextChanged()

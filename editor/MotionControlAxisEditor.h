@@ -66,7 +66,6 @@ public slots:
     void emitModificationChanged(ModelObject* obj, const QString& type, const QString& param);
 
 private:
-    void bindPath(const QString& fileName);
     bool beginBuild() const;
     void makePages();
     void addTabs();
@@ -82,10 +81,11 @@ private:
     QString m_nodePath;
     QString m_findPosition;
     QString m_projectName;
+    // Whoever shows the view may delete it first, and the pages with it.
     QPointer<PropertyEditorView> m_view;
-    BasicSetWidget* m_basicPage = nullptr;
-    DocumentSetWidget* m_unitPage = nullptr;
-    ModelAndParamtSetWidget* m_motionPage = nullptr;
-    OriginReturnSetWidget* m_homingPage = nullptr;
-    OnlineDebugWidget* m_onlinePage = nullptr;
+    QPointer<BasicSetWidget> m_basicPage;
+    QPointer<DocumentSetWidget> m_unitPage;
+    QPointer<ModelAndParamtSetWidget> m_motionPage;
+    QPointer<OriginReturnSetWidget> m_homingPage;
+    QPointer<OnlineDebugWidget> m_onlinePage;
 };

@@ -186,6 +186,15 @@ void MotionControlAxisEditorTest::viewMayDieFirst()
         editor->widget()->setParent(&tab);
     }
     QCOMPARE(editor->widget(), nullptr);
+    m_host->transfer.setOnline(true);
+    m_host->transfer.setOnline(false);
+    emit m_host->comparatorMan.cmpStateChanged(true);
+    editor->refreshPages();
+    QVERIFY(editor->gotoLocation(QStringLiteral("OriginReturnSetWidget.lineEditPos")));
+    QVERIFY(!editor->isModified());
+    QCOMPARE(editor->currentContext(), nullptr);
+    QVector<FindResult> results;
+    QVERIFY(editor->findReferences(QStringLiteral("Main.flag"), results));
 }
 
 void MotionControlAxisEditorTest::closingWithAPendingEditIsSurvived()
