@@ -112,7 +112,8 @@ void AxisCommands::showNew(AxisTable& axis, AxisModel& model, IApplication* appl
 {
     const Solution::NodeDescription node = AxisNodes::axisNode(axis, m_state.unitNodePath, m_state.defaultTheme);
     const QString fileName = AxisNodes::childPath(m_state.unitNodePath, node.name);
-    view.addNode(m_state.currentNodePath, node, 0);
+    const QString parentPath = m_state.currentNodePath;
+    view.addNode(parentPath, node, 0);
     storeRow(axis, view, fileName);
     IEditorManager* editors = Solution::editorManager(application);
     if (!editors)
@@ -132,17 +133,19 @@ void AxisCommands::deleteCurrent()
     Solution::View* view = treeView(application);
     if (!view)
         return;
-    const int id = view->nodeProperty(m_state.currentNodePath, dataBaseKey, QVariant()).toInt();
+    // A copy: the tree moves its selection while the node goes, and reports another current node meanwhile.
+    const QString nodePath = m_state.currentNodePath;
+    const int id = view->nodeProperty(nodePath, dataBaseKey, QVariant()).toInt();
     const AxisRecord record(m_state.projectName, static_cast<quint32>(id));
     if (!record)
         return;
-    storeRow(*record.table(), *view, m_state.currentNodePath);
+    storeRow(*record.table(), *view, nodePath);
     Solution::ViewHelper* stack = undoStack(application);
     if (!stack)
         return;
     stack->pushCommand(new ModelRemoveCommand(record.table(), record.model()));
     record.model()->removeAxisTable(record.table());
-    view->removeNode(m_state.currentNodePath, true);
+    view->removeNode(nodePath, true);
 }
 
 void AxisCommands::deleteAll()
@@ -172,25 +175,26 @@ void AxisCommands::renameCurrent()
     if (!record)
         return;
     record->save();
+    const QString oldName = record->name();
     dlgNodeReName dialog(m_state.projectName, AxisViewKey, nullptr);
-    dialog.setCurrentName(record->name(), QString());
+    dialog.setCurrentName(oldName, QString());
     if (dialog.exec() != QDialog::Accepted)
         return;
     const QString newName = dialog.getRenameName();
     if (!newName.isEmpty())
-        rename(*record.table(), *record.model(), *view, newName);
+        rename(*record.table(), *record.model(), *view, oldName, newName);
 }
 
-void AxisCommands::rename(AxisTable& axis, AxisModel& model, Solution::View& view, const QString& newName) const
+void AxisCommands::rename(
+    AxisTable& axis, AxisModel& model, Solution::View& view, const QString& oldName, const QString& newName) const
 {
-    const QString oldName = axis.name();
     if (!model.renameAxisTable(axis.id(), newName)) {
-        showInformation(QObject::tr("rename axis(%1) error!").arg(oldName));
+        showInformation(QObject::tr("rename axis(%1) error!").arg(axis.name()));
         return;
     }
-    view.setNodeProperty(m_state.currentNodePath, QStringLiteral("DisplayName"), newName);
-    const QString fileName
-        = view.nodeProperty(m_state.currentNodePath, QStringLiteral("FileName"), QVariant()).toString();
+    const QString nodePath = m_state.currentNodePath;
+    view.setNodeProperty(nodePath, QStringLiteral("DisplayName"), newName);
+    const QString fileName = view.nodeProperty(nodePath, QStringLiteral("FileName"), QVariant()).toString();
     IEditorManager* editors = Solution::editorManager(m_state.application);
     if (!editors)
         return;

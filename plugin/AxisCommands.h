@@ -29,7 +29,8 @@ public:
 private:
     void add(const QString& name, IApplication* application, Solution::View* view) const;
     void showNew(AxisTable& axis, AxisModel& model, IApplication* application, Solution::View& view) const;
-    void rename(AxisTable& axis, AxisModel& model, Solution::View& view, const QString& newName) const;
+    void rename(
+        AxisTable& axis, AxisModel& model, Solution::View& view, const QString& oldName, const QString& newName) const;
 
     AxisTreeState m_state;
 };

@@ -97,6 +97,11 @@ void dlgNodeReName::accept()
 {
     if (!objection(m_edit->text()).isEmpty())
         return;
+    // A name that stays is no renaming, which would close the editor and leave an undo entry.
+    if (m_edit->text() == m_currentName) {
+        reject();
+        return;
+    }
     m_acceptedName = m_edit->text() + m_extension;
     QDialog::accept();
 }

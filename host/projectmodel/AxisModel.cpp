@@ -282,6 +282,10 @@ bool AxisModel::save(AxisTable& record)
     changes.axes.append({ record.m_data, record.m_stored, record.m_isStored });
     QString error;
     if (!d->project->write(changes, &error)) {
+        // What an editor corrected while it was built is no change of the user's, but it is not stored now.
+        if (record.m_data.properties != record.m_stored.properties
+            || record.m_data.viewInfo != record.m_stored.viewInfo)
+            record.modified = true;
         emit project()->storeFailed(tr("The axis %1 is not stored. %2").arg(record.name(), error));
         return false;
     }

@@ -59,6 +59,7 @@ private slots:
     void cancelAcceptsNothing();
     void theExtensionStays();
     void aPresentNameThatIsTakenStaysAllowed();
+    void aNameThatStaysRenamesNothing();
     void asAModalDialog();
     void namesForTestsAndReaders();
 };
@@ -174,6 +175,15 @@ void dlgNodeReNameTest::aPresentNameThatIsTakenStaysAllowed()
     renaming.project.addSource(QStringLiteral("Late"), QStringLiteral("PROGRAM Infeed END_PROGRAM"));
     renaming.type(QStringLiteral("Infeed"));
     QVERIFY(renaming.ok->isEnabled());
+}
+
+void dlgNodeReNameTest::aNameThatStaysRenamesNothing()
+{
+    Renaming renaming;
+    renaming.type(QStringLiteral("Infeed"));
+    QTest::mouseClick(renaming.ok, Qt::LeftButton);
+    QCOMPARE(renaming.dialog.result(), int(QDialog::Rejected));
+    QCOMPARE(renaming.dialog.getRenameName(), QString());
 }
 
 void dlgNodeReNameTest::asAModalDialog()

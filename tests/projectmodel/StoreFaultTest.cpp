@@ -17,6 +17,7 @@ private slots:
     void everyNthOperationFails();
     void aFullDiskIsToldAndNothingIsLost();
     void aFailedSaveOfTheProjectKeepsEverythingModified();
+    void whatAnEditorCorrectedCountsAsAChangeOnceItCouldNotBeStored();
     void aFailedCopyLeavesNothingBehind();
     void aFailedCreationLeavesNothingBehind();
 
@@ -157,6 +158,25 @@ void StoreFaultTest::aFailedSaveOfTheProjectKeepsEverythingModified()
     QVERIFY(scenario.open());
     QCOMPARE(namesOf(scenario.project()->axisModel()).last(), QStringLiteral("New"));
     QCOMPARE(scenario.stateOf(3), 4);
+}
+
+void StoreFaultTest::whatAnEditorCorrectedCountsAsAChangeOnceItCouldNotBeStored()
+{
+    const QString path = m_folder.filePath(QStringLiteral("corrected.kproj"));
+    QVERIFY(QFile::copy(m_base, path));
+    StoreScenario scenario(path);
+    QVERIFY(scenario.open());
+    AxisTable* axis = recordsOf(scenario.project()->axisModel()).front();
+    axis->pageBuild = true;
+    axis->setProperty(QStringLiteral("OutputPin"), QStringLiteral("3"));
+    axis->pageBuild = false;
+    QVERIFY(!axis->modified);
+    FaultVfs::failNth(FaultVfs::Operation::Write, 1, true);
+    QVERIFY(!axis->save());
+    QVERIFY(FaultVfs::stopFailing());
+    QVERIFY(axis->modified);
+    QVERIFY(axis->save());
+    QVERIFY(!axis->modified);
 }
 
 void StoreFaultTest::aFailedCopyLeavesNothingBehind()
