@@ -89,7 +89,6 @@ private:
     void begin(Profile profile);
     void plan();
     void brake(double deceleration, double jerk);
-    void halt();
     double ratioVelocity(double highest) const;
     bool profileDone() const;
     bool standing() const;

@@ -34,8 +34,6 @@ ControllerService::ControllerService(MotionController* controller, Faults* fault
 {
 }
 
-// ---- What every request has in common
-
 Status ControllerService::finish(Context* context, const Faults::Effect& effect) const
 {
     const auto until = Clock::now() + std::chrono::milliseconds(effect.delayMs);
@@ -64,8 +62,6 @@ Status ControllerService::command(Context* context, const char* method, const Re
     return answer(context, method, request, reply,
         [&](SessionId session) { return m_controller->command(session, request.axis(), kind, command); });
 }
-
-// ---- Sessions
 
 Status ControllerService::Handshake(Context* context, const proto::HandshakeRequest*, proto::HandshakeReply* reply)
 {
@@ -125,8 +121,6 @@ Status ControllerService::Logout(Context* context, const proto::SessionRequest* 
     });
 }
 
-// ---- Axes
-
 Status ControllerService::DownloadAxes(
     Context* context, const proto::DownloadRequest* request, proto::DownloadReply* reply)
 {
@@ -183,8 +177,6 @@ Status ControllerService::ReadCurves(Context*, const proto::CurvesRequest* reque
     reply->set_time_us(time);
     return Status::OK;
 }
-
-// ---- Debug requests
 
 Status ControllerService::status(
     Context* context, const char* method, const proto::StatusRequest& request, proto::StatusReply* reply, bool known)

@@ -22,8 +22,6 @@ MotionController::~MotionController()
     shutdown();
 }
 
-// ---- The cycle and its thread
-
 void MotionController::start()
 {
     const std::lock_guard<std::mutex> lock(m_taskMutex);
@@ -163,8 +161,6 @@ std::int16_t MotionController::runInline(const std::function<std::int16_t()>& wo
     return result;
 }
 
-// ---- Axes
-
 MotionController::Entry* MotionController::find(int axisNo) const
 {
     return axisNo >= 0 && axisNo < axisNumbers ? m_entries[axisNo].get() : nullptr;
@@ -252,8 +248,6 @@ bool MotionController::withAxis(int axisNo, const std::function<void(Axis&)>& ta
         return entry ? Diagnosis::ok : Diagnosis::unknownAxis;
     }) == Diagnosis::ok;
 }
-
-// ---- Debug sessions
 
 void MotionController::setOwner(Entry& entry, int axisNo, SessionId owner)
 {
@@ -384,8 +378,6 @@ void MotionController::stopAll(bool hold)
         return Diagnosis::ok;
     });
 }
-
-// ---- Readers
 
 bool MotionController::status(SessionId session, int axisNo, AxisRef* ref)
 {

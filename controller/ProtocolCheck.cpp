@@ -139,8 +139,6 @@ public:
     }
 
 private:
-    // ---- How a check is made
-
     bool say(bool fine, const std::string& what)
     {
         std::cout << (fine ? "fine    " : "FAILED  ") << what << std::endl;
@@ -261,8 +259,6 @@ private:
         *code = reply.result();
         return fine;
     }
-
-    // ---- The checks
 
     bool checkHandshake()
     {

@@ -154,8 +154,6 @@ grpc::Status GrpcLink::send(grpc::Status (Stub::*method)(grpc::ClientContext*, c
     return (m_stub.get()->*method)(&call.context, request, reply);
 }
 
-// ---- Session
-
 grpc::Status GrpcLink::handshake(proto::HandshakeReply* reply, Deadline deadline, std::string* detail)
 {
     proto::HandshakeRequest request;
@@ -265,8 +263,6 @@ void GrpcLink::shutDown()
         m_attendance->TryCancel();
 }
 
-// ---- Axes
-
 DownloadOutcome GrpcLink::download(const QVector<ControllerAxis>& axes)
 {
     proto::DownloadRequest request;
@@ -301,8 +297,6 @@ short GrpcLink::readAxes(QVector<ControllerAxis>* axes)
     }
     return resultOfNumber(reply.result());
 }
-
-// ---- Debug requests
 
 template <typename Request>
 AxisReply GrpcLink::command(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, proto::Result*),

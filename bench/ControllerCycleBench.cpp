@@ -1,0 +1,122 @@
+#include "controller/MotionController.h"
+#include "tests/controller/ControllerRig.h"
+
+#include <sys/resource.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+// Whether the controller's cycle, with 64 axes on the move, begins as punctually as a loop that does nothing but sleep,
+// both at the same time on the same machine.
+namespace {
+using Clock = std::chrono::steady_clock;
+constexpr int axes = 64;
+constexpr auto period = std::chrono::milliseconds(1);
+constexpr auto lateness = std::chrono::microseconds(500);
+
+/// The loop that the controller's cycle is measured by: the same sleep and the same rule for a pause.
+class SleepingLoop {
+public:
+    SleepingLoop() : m_thread([this] { run(); }) { }
+
+    CycleStatistics end()
+    {
+        m_ending = true;
+        m_thread.join();
+        return m_statistics;
+    }
+
+private:
+    void run()
+    {
+        Clock::time_point next = Clock::now() + period;
+        while (!m_ending) {
+            std::this_thread::sleep_until(next);
+            ++m_statistics.cycles;
+            m_statistics.late += Clock::now() - next > lateness ? 1 : 0;
+            next += period;
+            if (Clock::now() > next + 10 * period)
+                next = Clock::now() + period;
+        }
+    }
+
+    std::atomic<bool> m_ending{ false };
+    CycleStatistics m_statistics;
+    std::thread m_thread;
+};
+
+double processorSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec)
+        + static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+double share(const CycleStatistics& statistics)
+{
+    return 100.0 * static_cast<double>(statistics.late) / static_cast<double>(statistics.cycles);
+}
+
+/// All axes run to and fro, so that plans are made anew all the time.
+bool bringAxesToMove(MotionController& controller)
+{
+    std::vector<AxisText> texts;
+    for (int i = 0; i < axes; ++i)
+        texts.push_back(makeAxisText(i, { { "ModeSet", "TRUE" } }));
+    if (controller.download(texts).code != 0)
+        return false;
+    for (int i = 0; i < axes; ++i) {
+        controller.enterDebugMode(1, i, 1, 32767);
+        controller.command(1, i, MotionController::Kind::Plain, [](Axis& axis) { return axis.setEnable(true); });
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    return true;
+}
+
+void keepMoving(MotionController& controller, double seconds)
+{
+    const auto until = Clock::now() + std::chrono::duration<double>(seconds);
+    int direction = 1;
+    while (Clock::now() < until) {
+        for (int i = 0; i < axes; ++i) {
+            controller.command(1, i, MotionController::Kind::Motion,
+                [direction](Axis& axis) { return axis.moveVelocity(numbers(direction * 100, 500, 500, 5000)); });
+        }
+        direction = -direction;
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    }
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const double seconds = argc > 1 ? std::atof(argv[1]) : 60;
+    MotionController controller({});
+    controller.start();
+    if (!bringAxesToMove(controller)) {
+        std::puts("the axes were not taken over");
+        return 1;
+    }
+    const CycleStatistics before = controller.statistics();
+    const double processorBefore = processorSeconds();
+    SleepingLoop loop;
+    keepMoving(controller, seconds);
+    const CycleStatistics bare = loop.end();
+    CycleStatistics cycle = controller.statistics();
+    const double processor = processorSeconds() - processorBefore;
+    controller.shutdown();
+    cycle.cycles -= before.cycles;
+    cycle.late -= before.late;
+    const double allowed = 1.2 * share(bare) + 0.1;
+    const bool fine = share(cycle) <= allowed && cycle.cycles > 0.9 * seconds * 1000;
+    std::printf("cycle of 1 ms with %d moving axes, %.0f s\n", axes, seconds);
+    std::printf("  later than 0.5 ms: %.3f %% of %llu cycles; the sleeping loop %.3f %% of %llu; allowed %.3f %%  %s\n",
+        share(cycle), static_cast<unsigned long long>(cycle.cycles), share(bare),
+        static_cast<unsigned long long>(bare.cycles), allowed, fine ? "ok" : "EXCEEDED");
+    std::printf("  processor: %.1f %% of one core, both loops together\n", 100 * processor / seconds);
+    return fine ? 0 : 1;
+}
