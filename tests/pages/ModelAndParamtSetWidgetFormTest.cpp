@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QFile>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -74,6 +75,7 @@ class ModelAndParamtSetWidgetFormTest : public QObject {
 
 private slots:
     void initTestCase();
+    void cleanup();
     void headings_data();
     void headings();
     void controls_data();
@@ -100,6 +102,12 @@ void ModelAndParamtSetWidgetFormTest::initTestCase()
 {
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setFont(QFont(QStringLiteral("Noto Sans"), 10));
+}
+
+void ModelAndParamtSetWidgetFormTest::cleanup()
+{
+    if (!qApp->styleSheet().isEmpty())
+        qApp->setStyleSheet(QString());
 }
 
 void ModelAndParamtSetWidgetFormTest::headings_data()
@@ -411,13 +419,21 @@ void ModelAndParamtSetWidgetFormTest::everyControlHasAName()
 void ModelAndParamtSetWidgetFormTest::nothingIsCutOff_data()
 {
     QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("sheet");
     for (const QString& type : allAxisTypes())
-        QTest::addRow("%s", qPrintable(type)) << type;
+        for (const char* sheet : { "", "default.qss", "dark.qss" })
+            QTest::addRow("%s with the sheet \"%s\"", qPrintable(type), sheet) << type << QString::fromLatin1(sheet);
 }
 
 void ModelAndParamtSetWidgetFormTest::nothingIsCutOff()
 {
     QFETCH(QString, type);
+    QFETCH(QString, sheet);
+    QFile file(QStringLiteral(KESTRUN_SOURCE_DIR "/workbench/themes/") + sheet);
+    if (!sheet.isEmpty()) {
+        QVERIFY(file.open(QFile::ReadOnly));
+        qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+    }
     ModePage page(type);
     page.openWindow();
     const QList<QWidget*> widgets = page.page->findChildren<QWidget*>();
