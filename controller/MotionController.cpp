@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -75,7 +76,7 @@ void MotionController::cycleLoop()
 void MotionController::step(int cycles)
 {
     const std::lock_guard<std::mutex> lock(m_cycleMutex);
-    const auto cycleUs = static_cast<std::int64_t>(m_options.cycle * 1e6 + 0.5);
+    const auto cycleUs = std::int64_t{ std::llround(m_options.cycle * 1e6) };
     for (int i = 0; i < cycles; ++i)
         cycle(m_nowUs + cycleUs);
 }

@@ -467,6 +467,10 @@ void AxisTest::jogTakesTheButtonsDirectionAndABoundedSpeed()
     rig.axis.setVelocityRatio(1000);
     rig.run(500);
     QVERIFY(std::fabs(rig.axis.setPoint().velocity) <= 50);
+    // The ratio scales what the bound has left.
+    rig.axis.setVelocityRatio(50);
+    rig.run(500);
+    QCOMPARE(rig.axis.setPoint().velocity, expected / 2);
 }
 
 void AxisTest::endOfAJogWithoutAJogTouchesNothing()
