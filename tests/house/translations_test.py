@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Fails on a text of the sources that a translation file lacks. usage: translations_test.py SOURCE-FOLDER LUPDATE"""
+"""Fails on a text of the sources that a translation file lacks, and on one that has to read the same in two contexts
+but does not. usage: translations_test.py SOURCE-FOLDER LUPDATE
+"""
 import pathlib
 import shutil
 import subprocess
@@ -13,6 +15,11 @@ FILES = {
     "workbench/translations/kestrun_zh_CN.ts": [
         "workbench", "host/projectmodel", "host/languagecore", "host/components", "host/communication"],
 }
+
+# One class makes these tabs and the other finds them again by their titles.
+SAME_IN = ("MotionControlAxisEditor", "BasicSetWidget")
+SAME_TITLES = ["document setting", "origin return setting", "online debug setting"]
+SAME_FILE = "plugin/translations/motioncontrol.axis.plugin_zh_CN.ts"
 
 
 def lacking(root, lupdate, name, folders):
@@ -31,9 +38,21 @@ def lacking(root, lupdate, name, folders):
                     yield f"{name}: {context.findtext('name')}: {message.findtext('source')!r}"
 
 
+def differing(root):
+    """The titles that are not the same, or not there, in both contexts."""
+    contexts = {context.findtext("name"): {message.findtext("source"): message.findtext("translation")
+                                           for message in context.findall("message")}
+                for context in ElementTree.parse(root / SAME_FILE).getroot().findall("context")}
+    for title in SAME_TITLES:
+        made, sought = (contexts.get(context, {}).get(title) for context in SAME_IN)
+        if not made or made != sought:
+            yield f"{SAME_FILE}: {title!r}: {made!r} in {SAME_IN[0]}, {sought!r} in {SAME_IN[1]}"
+
+
 def main(root, lupdate):
     faults = [fault for name, folders in FILES.items() for fault in lacking(root, lupdate, name, folders)]
-    print("\n".join(faults) or "every text is translated")
+    faults += differing(root)
+    print("\n".join(faults) or "every text is translated, and titles agree")
     return 1 if faults else 0
 
 
