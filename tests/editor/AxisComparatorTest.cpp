@@ -25,6 +25,7 @@ private slots:
     void whatIsBoundToThePlaceDoesNotCount();
     void missingSidesCountAsEmpty();
     void nodeIsAskedOfBothSidesInOrder();
+    void nodeIsAskedWithANullFallback();
     void withoutTreeOrHostNothingIsRead();
 
 private:
@@ -190,6 +191,16 @@ void AxisComparatorTest::nodeIsAskedOfBothSidesInOrder()
     QCOMPARE(host.calls.entries(),
         (QStringList{ QStringLiteral("view.nodeProperty(%1, ObjPath)").arg(project.axisPath(first->id())),
             QStringLiteral("view.nodeProperty(%1, ObjPath)").arg(project.axisPath(second->id())) }));
+}
+
+void AxisComparatorTest::nodeIsAskedWithANullFallback()
+{
+    TestHost host;
+    TestProject project(QStringLiteral("NV3T_70Q12"));
+    const CompareItem axis = item(project, project.addAxis(QStringLiteral("feed")));
+    host.view.lastFallback = QStringLiteral("nothing asked");
+    AxisComparator().compare(axis, axis);
+    QVERIFY(!host.view.lastFallback.isValid());
 }
 
 void AxisComparatorTest::withoutTreeOrHostNothingIsRead()

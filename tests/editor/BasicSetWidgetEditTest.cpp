@@ -1,6 +1,10 @@
 #include "tests/editor/BasicPageFixture.h"
 
+#include "host/projectmodel/ProjectModel.h"
+
 #include <QAbstractItemView>
+#include <QJsonArray>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QSpinBox>
 
@@ -23,6 +27,11 @@ private slots:
     void userChangesTheType();
     void typeChangeKeepsDevicesInPlace();
     void typeChangeOfAMissingNameWritesNothingElse();
+    void typeIsFoundByItsExactName_data();
+    void typeIsFoundByItsExactName();
+    void typeChangeIsToldWithTheProjectReleased();
+    void deviceChangeIsToldWithTheProjectHeld_data();
+    void deviceChangeIsToldWithTheProjectHeld();
     void userChangesTheEncoderInput();
     void userChangesTheEtherCatInput_data();
     void userChangesTheEtherCatInput();
@@ -187,6 +196,75 @@ void BasicSetWidgetEditTest::typeChangeOfAMissingNameWritesNothingElse()
     types()->setCurrentText(QStringLiteral("Unheard Axis"));
     QCOMPARE(text(typeKey), QString());
     QCOMPARE(changed.count(), 1);
+}
+
+void BasicSetWidgetEditTest::typeIsFoundByItsExactName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("type");
+    QTest::newRow("before another that differs in letters only") << QStringLiteral("Drive") << encoderType;
+    QTest::newRow("behind another that differs in letters only") << QStringLiteral("DRIVE") << pulseType;
+    QTest::newRow("letters that no type has") << QStringLiteral("drive") << QString();
+}
+
+void BasicSetWidgetEditTest::typeIsFoundByItsExactName()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, type);
+    QJsonObject controller = TestProject::description(QStringLiteral("NV3T_70Q12E"));
+    controller.insert(QStringLiteral("axisTypes"),
+        QJsonObject{ { virtualType, QStringLiteral("Virtual Axis") }, { pulseType, QStringLiteral("DRIVE") },
+            { encoderType, QStringLiteral("Drive") }, { etherCatType, QStringLiteral("EtherCAT Axis") } });
+    controller.insert(QStringLiteral("limits"),
+        QJsonObject{ { QStringLiteral("Virtual Axis"), 4 }, { QStringLiteral("DRIVE"), 4 },
+            { QStringLiteral("Drive"), 4 }, { QStringLiteral("MaxAxis"), 8 } });
+    QJsonObject lists = controller.value(QStringLiteral("lists")).toObject();
+    lists.insert(QStringLiteral("AxisType"),
+        QJsonArray{ QStringLiteral("Virtual Axis"), QStringLiteral("DRIVE"), QStringLiteral("Drive") });
+    controller.insert(QStringLiteral("lists"), lists);
+    m_project->changeController(controller);
+    makePage(addAxis(virtualType, QStringLiteral("0"), QStringLiteral("0")));
+    types()->addItem(QStringLiteral("drive"));
+    types()->setCurrentIndex(types()->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    QCOMPARE(text(typeKey), type);
+}
+
+void BasicSetWidgetEditTest::typeChangeIsToldWithTheProjectReleased()
+{
+    makePage(addAxis(virtualType, QStringLiteral("0"), QStringLiteral("0")));
+    const QPointer<ProjectModel> model = m_project->model();
+    bool held = true;
+    connect(m_page, &BasicSetWidget::axisTypeChanged, m_page, [&] {
+        // A project that something holds outlives its closing.
+        m_project->close();
+        held = !model.isNull();
+    });
+    types()->setCurrentText(QStringLiteral("Pulse Axis"));
+    QVERIFY(!held);
+}
+
+void BasicSetWidgetEditTest::deviceChangeIsToldWithTheProjectHeld_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::newRow("an input device") << encoderType;
+    QTest::newRow("an output device") << pulseType;
+}
+
+void BasicSetWidgetEditTest::deviceChangeIsToldWithTheProjectHeld()
+{
+    QFETCH(QString, type);
+    makePage(addAxis(type, QStringLiteral("1"), QStringLiteral("1")));
+    const QPointer<ProjectModel> model = m_project->model();
+    bool held = false;
+    const auto close = [&] {
+        m_project->close();
+        held = !model.isNull();
+    };
+    connect(m_page, &BasicSetWidget::axisInputDeviceChanged, m_page, close);
+    connect(m_page, &BasicSetWidget::axisOutputDeviceChanged, m_page, close);
+    (type == encoderType ? inputs() : outputs())->setCurrentIndex(2);
+    QVERIFY(held);
+    QVERIFY2(!model, "and lets go of it after that");
 }
 
 void BasicSetWidgetEditTest::userChangesTheEncoderInput()

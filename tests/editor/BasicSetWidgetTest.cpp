@@ -1,5 +1,6 @@
 #include "tests/editor/BasicPageFixture.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QScrollArea>
 #include <QSignalSpy>
@@ -14,6 +15,8 @@ private slots:
 
     void signalsAndSlotsStandInTheirOrder();
     void formHoldsItsControls();
+    void formHasItsSizeAndPlaces();
+    void withoutARecordTheFormStandsAsDrawn();
     void labelsAreBuddiesAndFieldsHaveNames();
 
     void showsTheAxisNumber_data();
@@ -81,6 +84,36 @@ void BasicSetWidgetTest::formHoldsItsControls()
     for (QWidget* child :
         m_page->findChildren<QWidget*>(QRegularExpression(QStringLiteral("^(label|comboBox|checkBox|spinBox)"))))
         QVERIFY2(area->widget()->isAncestorOf(child), qPrintable(child->objectName()));
+}
+
+void BasicSetWidgetTest::formHasItsSizeAndPlaces()
+{
+    PropertyEditorView view;
+    const BasicSetWidget page(m_project->name(), addAxis(pulseType, {}, {})->id(), &view);
+    QCOMPARE(page.size(), QSize(937, 596));
+    const auto* grid = page.findChild<QGridLayout*>(QStringLiteral("gridLayout"));
+    QVERIFY(grid);
+    const QVector<QStringList> rows{ { QStringLiteral("label") },
+        { QStringLiteral("label_3"), QStringLiteral("spinBoxAxisNo") },
+        { QStringLiteral("label_4"), QStringLiteral("comboBoxAxisType") },
+        { QStringLiteral("label_5"), QStringLiteral("comboBoxInputDev") },
+        { QStringLiteral("label_6"), QStringLiteral("comboBoxOutputDev") },
+        { QStringLiteral("checkBoxAxisVritual"), QStringLiteral("checkBoxAxisAutoMap") } };
+    for (int row = 0; row < rows.size(); ++row) {
+        for (int column = 0; column < rows.at(row).size(); ++column) {
+            QLayoutItem* place = grid->itemAtPosition(row, column);
+            QVERIFY(place && place->widget());
+            QCOMPARE(place->widget()->objectName(), rows.at(row).at(column));
+        }
+    }
+}
+
+void BasicSetWidgetTest::withoutARecordTheFormStandsAsDrawn()
+{
+    PropertyEditorView view;
+    const BasicSetWidget page(m_project->name(), 4711, &view);
+    QVERIFY(page.findChild<QCheckBox*>(QStringLiteral("checkBoxAxisVritual"))->isChecked());
+    QVERIFY(page.findChild<QCheckBox*>(QStringLiteral("checkBoxAxisAutoMap"))->isChecked());
 }
 
 void BasicSetWidgetTest::labelsAreBuddiesAndFieldsHaveNames()

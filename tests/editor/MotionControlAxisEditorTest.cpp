@@ -10,6 +10,7 @@
 #include "pages/OriginReturnSetWidget.h"
 #include "sdk/IEditContext.h"
 #include "sdk/ServiceLocator.h"
+#include "tests/support/ReceiverCount.h"
 #include "tests/support/TestHost.h"
 #include "tests/support/TestProject.h"
 
@@ -413,7 +414,10 @@ void MotionControlAxisEditorTest::pagesAreWiredOnce()
     using Basic = BasicSetWidget;
     using Motion = ModelAndParamtSetWidget;
     using Homing = OriginReturnSetWidget;
-    // A connection can be taken away exactly once if it was made once.
+    QCOMPARE(receiverCount(*basic, SIGNAL(axisTypeChanged())), 3);
+    QCOMPARE(receiverCount(*basic, SIGNAL(axisInputDeviceChanged())), 1);
+    QCOMPARE(receiverCount(*basic, SIGNAL(axisOutputDeviceChanged())), 1);
+    QCOMPARE(receiverCount(*homing, SIGNAL(updateFindIndex())), 1);
     const auto taken = [&] {
         return QList<bool>{ disconnect(basic, &Basic::axisTypeChanged, unit, &DocumentSetWidget::axisTypeChanged),
             disconnect(basic, &Basic::axisTypeChanged, motion, &Motion::axisTypeChanged),
@@ -423,7 +427,6 @@ void MotionControlAxisEditorTest::pagesAreWiredOnce()
             disconnect(homing, &Homing::updateFindIndex, editor.get(), &MotionControlAxisEditor::onUpdateFindIndex) };
     };
     QCOMPARE(taken(), (QList<bool>{ true, true, true, true, true, true }));
-    QCOMPARE(taken(), (QList<bool>{ false, false, false, false, false, false }));
     QVERIFY(!disconnect(basic, nullptr, homing, nullptr));
     QVERIFY(!disconnect(basic, nullptr, unit, nullptr));
     QVERIFY(!disconnect(basic, nullptr, motion, nullptr));

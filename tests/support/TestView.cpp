@@ -41,18 +41,21 @@ const Solution::NodeDescription* TestView::node(const QString& path) const
 bool TestView::addNode(const QString& parentPath, const Solution::NodeDescription& node, int flags)
 {
     m_log.add("view.addNode", { parentPath, node.name, QString::number(flags) });
+    reportSelection();
     return insert(parentPath, -1, node);
 }
 
 bool TestView::insertNode(const QString& parentPath, int row, const Solution::NodeDescription& node)
 {
     m_log.add("view.insertNode", { parentPath, QString::number(row), node.name });
+    reportSelection();
     return insert(parentPath, row, node);
 }
 
 bool TestView::removeNode(const QString& path, bool withIndex)
 {
     m_log.add("view.removeNode", { path, CallLog::text(withIndex) });
+    reportSelection();
     Node* node = path.isEmpty() ? nullptr : find(path);
     if (!node)
         return false;
@@ -79,6 +82,7 @@ void TestView::setNodeProperty(const QString& path, const QString& key, const QV
 QVariant TestView::nodeProperty(const QString& path, const QString& key, const QVariant& fallback)
 {
     m_log.add("view.nodeProperty", { path, key });
+    lastFallback = fallback;
     const Node* node = find(path);
     if (!node)
         return fallback;
@@ -124,6 +128,12 @@ QString TestView::nodePathOfKey(const QString& nodeType, unsigned id)
     m_log.add("view.nodePathOfKey", { nodeType, QString::number(id) });
     const Node* node = m_byKey.value(keyOf(nodeType, id));
     return node ? pathOf(node) : QString();
+}
+
+void TestView::reportSelection()
+{
+    if (!selectedByChanges.isEmpty())
+        emit nodeEvent(selectedByChanges, Solution::NodeSelected, QVariant());
 }
 
 TestView::Node* TestView::find(const QString& path) const

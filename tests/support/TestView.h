@@ -34,6 +34,12 @@ public:
     QString nodePathOfFile(const QString& fileName, bool currentProjectFirst) override;
     QString nodePathOfKey(const QString& nodeType, unsigned id) override;
 
+    /// Reported as selected whenever a node comes or goes, as by a tree whose current row moves with that; none if
+    /// empty.
+    QString selectedByChanges;
+    /// The fallback that the last nodeProperty passed.
+    QVariant lastFallback;
+
 private:
     struct Node {
         Solution::NodeDescription description;
@@ -42,6 +48,7 @@ private:
     };
     using Index = QHash<QString, Node*>;
 
+    void reportSelection();
     Node* find(const QString& path) const;
     bool insert(const QString& parentPath, int row, const Solution::NodeDescription& description);
     void enter(Node* node);
