@@ -46,7 +46,7 @@ std::string listenObjection(const std::string& host, int port)
         return gai_strerror(code);
     const int handle = socket(found->ai_family, SOCK_STREAM, 0);
     const bool bound = handle >= 0 && bind(handle, found->ai_addr, found->ai_addrlen) == 0;
-    const std::string reason = bound ? "the certificate or its key is not usable" : std::strerror(errno);
+    std::string reason = bound ? "the certificate or its key is not usable" : std::strerror(errno);
     if (handle >= 0)
         close(handle);
     freeaddrinfo(found);

@@ -27,7 +27,7 @@ QString say(const char* text)
 
 /// What a session tells, on its own thread.
 struct SessionEvents {
-    std::function<void(std::shared_ptr<GrpcLink>)> opened;
+    std::function<void(const std::shared_ptr<GrpcLink>&)> opened;
     std::function<void(short, QString)> failed;
     std::function<void(QString)> lost;
     std::function<void(bool)> stopHeld;
@@ -217,7 +217,8 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     state = Connecting;
     stopHeld = false;
     SessionEvents events;
-    events.opened = [this, number](std::shared_ptr<GrpcLink> link) { post(number, [this, link] { opened(link); }); };
+    events.opened
+        = [this, number](const std::shared_ptr<GrpcLink>& link) { post(number, [this, link] { opened(link); }); };
     events.failed = [this, number](short code, const QString& reason) {
         post(number, [this, code, reason] { failed(code, reason); });
     };
