@@ -8,6 +8,18 @@
 #include <QJsonArray>
 #include <QtTest>
 
+// Lists that stand in for those of the controller. The linker leads the plug-in's calls of
+// AxisModel::getAxisBaseSettingList to the wrapper, since no description is read that holds an entry twice.
+static QHash<QString, QStringList> standIns;
+
+extern "C" QStringList __real__ZNK9AxisModel22getAxisBaseSettingListER7QString(const AxisModel* model, QString& group);
+extern "C" Q_DECL_EXPORT QStringList __wrap__ZNK9AxisModel22getAxisBaseSettingListER7QString(
+    const AxisModel* model, QString& group)
+{
+    const auto own = standIns.constFind(group);
+    return own != standIns.constEnd() ? *own : __real__ZNK9AxisModel22getAxisBaseSettingListER7QString(model, group);
+}
+
 namespace {
 
 QString text(const char* words)
@@ -49,6 +61,19 @@ public:
     TestProject project;
 };
 
+/// A description with other lists, given as "Name=entry|entry".
+QJsonObject withLists(QJsonObject description, const QStringList& own)
+{
+    QJsonObject lists = description.value(text("lists")).toObject();
+    for (const QString& list : own) {
+        QStringList entries = list.section(QLatin1Char('='), 1).split(QLatin1Char('|'));
+        entries.removeAll(QString());
+        lists.insert(list.section(QLatin1Char('='), 0, 0), QJsonArray::fromStringList(entries));
+    }
+    description.insert(text("lists"), lists);
+    return description;
+}
+
 QJsonObject withVirtualLimit(int limit)
 {
     QJsonObject description = ControllerLists::latter();
@@ -77,16 +102,22 @@ class AxisRevalidationTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void cleanup() { standIns.clear(); }
     void inputsAreKeptOnlyWhereTheListsNameThem_data();
     void inputsAreKeptOnlyWhereTheListsNameThem();
     void pulseAxisFollowsTheLists_data();
     void pulseAxisFollowsTheLists();
     void encoderAxisIsCarriedOverByText_data();
     void encoderAxisIsCarriedOverByText();
+    void encoderTextsCompareExactly_data();
+    void encoderTextsCompareExactly();
+    void firstOfTwoEqualEntriesCounts();
     void encoderModePastTheFormerListStaysByPosition_data();
     void encoderModePastTheFormerListStaysByPosition();
     void axisWithoutItsDeviceCannotExist_data();
     void axisWithoutItsDeviceCannotExist();
+    void axisOfAKindWithoutDevicesCannotExist_data();
+    void axisOfAKindWithoutDevicesCannotExist();
     void inputsOfAnAxisThatGoesAreCheckedFirst();
     void otherTypesAreNotHeldAgainstTheLists_data();
     void otherTypesAreNotHeldAgainstTheLists();
@@ -203,6 +234,62 @@ void AxisRevalidationTest::encoderAxisIsCarriedOverByText()
     QCOMPARE(read(*axis, after), after);
 }
 
+void AxisRevalidationTest::encoderTextsCompareExactly_data()
+{
+    QTest::addColumn<QStringList>("formerLists");
+    QTest::addColumn<QStringList>("latterLists");
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    const auto list = [](const char* words) { return text(words).split(QLatin1Char(' ')); };
+    QTest::newRow("mode in other letters is another mode")
+        << list("EncoderEncodeMode=m0|Quad Encoder.Quad=a") << list("EncoderEncodeMode=m1|m9|QUAD Encoder.QUAD=a|b")
+        << "OutputMethod=1 InputSignal=0"
+        << "OutputMethod=0 InputSignal=0";
+    QTest::newRow("signal in other letters is another signal")
+        << list("EncoderEncodeMode=m0 Encoder.m0=a|Phase") << list("EncoderEncodeMode=m0 Encoder.m0=x|y|PHASE")
+        << "OutputMethod=0 InputSignal=1"
+        << "OutputMethod=0 InputSignal=1";
+    QTest::newRow("1MS is no time base") << list("EncoderEncodeMode=m0 Encoder.m0=a|b")
+                                         << list("EncoderEncodeMode=m0 Encoder.m0=x|1MS")
+                                         << "OutputMethod=0 InputSignal=1"
+                                         << "OutputMethod=0 InputSignal=1";
+    QTest::newRow("1US is no time base") << list("EncoderEncodeMode=m0 Encoder.m0=a|b")
+                                         << list("EncoderEncodeMode=m0 Encoder.m0=x|1Us")
+                                         << "OutputMethod=0 InputSignal=1"
+                                         << "OutputMethod=0 InputSignal=1";
+    QTest::newRow("no modes at all") << list("EncoderEncodeMode=m0|m3 Encoder.m3=a|b")
+                                     << list("EncoderEncodeMode= AxisType=Virtual|Axis")
+                                     << "OutputMethod=1 InputSignal=1"
+                                     << "OutputMethod=0 InputSignal=0";
+}
+
+void AxisRevalidationTest::encoderTextsCompareExactly()
+{
+    QFETCH(QStringList, formerLists);
+    QFETCH(QStringList, latterLists);
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    latterLists.replaceInStrings(text("Virtual|Axis"), text("Virtual Axis"));
+    Changed changed(
+        withLists(ControllerLists::former(), formerLists), withLists(ControllerLists::latter(), latterLists));
+    AxisTable* axis = changed.add("feed", text("Axis_Encoder"));
+    write(*axis, before);
+    QVERIFY(AxisRevalidation(changed.model()).revise(*axis));
+    QCOMPARE(read(*axis, after), after);
+}
+
+void AxisRevalidationTest::firstOfTwoEqualEntriesCounts()
+{
+    Changed changed(ControllerLists::former(), ControllerLists::latter());
+    standIns = { { text("EncoderEncodeMode"), { text("m9"), text("m0"), text("m0") } },
+        { text("Encoder.m0"), { text("x"), text("d"), text("d"), text("d") } } };
+    AxisTable* axis = changed.add("feed", text("Axis_Encoder"));
+    write(*axis, text("OutputMethod=0 InputSignal=2"));
+    QVERIFY(AxisRevalidation(changed.model()).revise(*axis));
+    const QString after = text("OutputMethod=1 InputSignal=1");
+    QCOMPARE(read(*axis, after), after);
+}
+
 void AxisRevalidationTest::encoderModePastTheFormerListStaysByPosition_data()
 {
     QTest::addColumn<QString>("before");
@@ -260,6 +347,27 @@ void AxisRevalidationTest::axisWithoutItsDeviceCannotExist()
     QCOMPARE(AxisRevalidation(changed.model()).revise(*axis), stays);
     if (!stays)
         QCOMPARE(read(*axis, text("PulseOutputMethod= OutputMethod=")), text("PulseOutputMethod=9 OutputMethod=9"));
+}
+
+void AxisRevalidationTest::axisOfAKindWithoutDevicesCannotExist_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("list");
+    QTest::newRow("pulse") << "Axis_Pulse"
+                           << "AxisPulseOutputDev=";
+    QTest::newRow("encoder") << "Axis_Encoder"
+                             << "AxisEncoderInputDev=";
+}
+
+void AxisRevalidationTest::axisOfAKindWithoutDevicesCannotExist()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, list);
+    Changed changed(
+        ControllerLists::former(), withLists(ControllerLists::latter(), { list, text("AxisType=Virtual Axis") }));
+    AxisTable* axis = changed.add("feed", type);
+    write(*axis, text("InputDevice=0 OutputDevice=0"));
+    QVERIFY2(!AxisRevalidation(changed.model()).revise(*axis), "also at the first position");
 }
 
 void AxisRevalidationTest::inputsOfAnAxisThatGoesAreCheckedFirst()

@@ -50,6 +50,40 @@ bool offers(IEditor* editor, const QString& entry)
         boxes.begin(), boxes.end(), [&entry](const QComboBox* box) { return box->findText(entry) >= 0; });
 }
 
+/// An editor of another part of the host that stands under an axis's file name.
+class ForeignEditor : public IEditor {
+public:
+    QWidget* widget() override { return nullptr; }
+    QString displayName() override { return told(); }
+    bool open(const QString&, const QString&) override { return tell(); }
+    bool load() override { return tell(); }
+    bool reload() override { return tell(); }
+    bool save() override { return tell(); }
+    bool saveAs() override { return tell(); }
+    bool gotoLocation(const QString&) override { return tell(); }
+    EditorLocation locationInfo() override { return {}; }
+    bool findReferences(const QString&, QVector<FindResult>&) override { return tell(); }
+    void setReadOnly(bool) override { tell(); }
+    bool isReadOnly() override { return tell(); }
+    bool isModified() override { return tell(); }
+    QString nodePath() override { return told(); }
+    QString typeKey() override { return told(); }
+    QByteArray saveState() override { return {}; }
+    bool restoreState(const QByteArray&) override { return tell(); }
+    void activated() override { tell(); }
+    IEditContext* currentContext() override { return nullptr; }
+
+    int calls = 0;
+
+private:
+    bool tell() { return ++calls == 0; }
+    QString told()
+    {
+        tell();
+        return {};
+    }
+};
+
 } // namespace
 
 /// A change of controller as the tree, the editors and the undo stack see it.
@@ -66,6 +100,7 @@ private slots:
     void virtualAxesBeyondTheLimitGoFromTheEnd();
     void openEditorIsRefreshed();
     void editorOfARemovedAxisStaysOpenUnrefreshed();
+    void foreignEditorIsLeftAlone();
     void nothingHappensWithout_data();
     void nothingHappensWithout();
     void onlineDoesNotHoldItUp();
@@ -175,6 +210,17 @@ void ControllerChangeTest::editorOfARemovedAxisStaysOpenUnrefreshed()
     line.change();
     QCOMPARE(line.host.editorManager.openFiles(), QStringList{ line.pathOf(line.gone) });
     QVERIFY(offers(editor, text("P3")));
+}
+
+void ControllerChangeTest::foreignEditorIsLeftAlone()
+{
+    Line line;
+    auto* foreign = new ForeignEditor;
+    line.host.editorManager.adoptEditor(line.pathOf(line.kept), foreign);
+    line.change();
+    QCOMPARE(foreign->calls, 0);
+    QCOMPARE(line.host.editorManager.openFiles(), QStringList{ line.pathOf(line.kept) });
+    QCOMPARE(line.axisNames(), (QStringList{ text("kept"), text("encoder") }));
 }
 
 void ControllerChangeTest::nothingHappensWithout_data()

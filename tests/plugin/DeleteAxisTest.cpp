@@ -59,6 +59,7 @@ private slots:
     void anyAnswerButYesKeepsTheAxes_data();
     void anyAnswerButYesKeepsTheAxes();
 
+    void selectionThatMovesOnDoesNotMislead();
     void commandIsPushedBeforeTheRemoval();
     void undoPutsTheNodeBackInItsRow();
     void redoAfterRedoStaysInStep();
@@ -127,6 +128,22 @@ void DeleteAxisTest::anyAnswerButYesKeepsTheAxes()
     QCOMPARE(boxes.count(), 1);
     QCOMPARE(fixture.axisNames(), all);
     QVERIFY(fixture.host.calls.entries().isEmpty());
+}
+
+void DeleteAxisTest::selectionThatMovesOnDoesNotMislead()
+{
+    ThreeAxes fixture;
+    fixture.host.view.selectedByChanges = fixture.project.axisPath(3);
+    fixture.deleteAxis(2);
+    QCOMPARE(fixture.axisNames(), (QStringList{ text("feed"), text("turn") }));
+    QCOMPARE(fixture.shownAxes(), fixture.axisNames());
+
+    fixture.host.view.selectedByChanges = fixture.project.unitPath();
+    fixture.deleteAll();
+    QVERIFY(fixture.axisNames().isEmpty());
+    QVERIFY(fixture.shownAxes().isEmpty());
+    fixture.host.viewHelper.stack.undo();
+    QCOMPARE(fixture.shownAxes().size(), 2);
 }
 
 void DeleteAxisTest::commandIsPushedBeforeTheRemoval()

@@ -2,6 +2,7 @@
 #include "host/projectmodel/AxisTable.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/MessageBoxWatcher.h"
+#include "tests/support/RecordingTranslator.h"
 
 #include <QtTest>
 
@@ -22,6 +23,7 @@ class DeleteFailureTest : public QObject {
 private slots:
     void init() { heldAxis = QStringLiteral("lift"); }
     void axisThatStaysIsToldAndTheOthersGo();
+    void axisThatStaysIsToldInPlainContext();
     void singleDeletionDoesNotLookAtTheResult();
 };
 
@@ -45,6 +47,21 @@ void DeleteFailureTest::axisThatStaysIsToldAndTheOthersGo()
     QCOMPARE(fixture.shownAxes(), QStringList{ QStringLiteral("lift") });
     QCOMPARE(fixture.host.calls.count(QStringLiteral("viewHelper.pushCommand")), 2);
     QCOMPARE(fixture.host.viewHelper.stack.count(), 1);
+}
+
+void DeleteFailureTest::axisThatStaysIsToldInPlainContext()
+{
+    PluginFixture fixture;
+    fixture.addAxis(QStringLiteral("lift"));
+    fixture.send(fixture.project.unitPath(), Solution::NodeSelected);
+    const RecordingTranslator translator;
+    MessageBoxWatcher boxes;
+    boxes.answer(QStringLiteral("MotionControlAxisPlugin|Yes"));
+    fixture.call("deleteAllAxis");
+    QCOMPARE(boxes.count(), 2);
+    QCOMPARE(boxes.boxes.last().text, QStringLiteral("QObject|delete axis(lift) error!"));
+    QCOMPARE(boxes.boxes.last().title, QStringLiteral("QObject|Kestrun"));
+    QCOMPARE(boxes.boxes.last().buttons, QStringList{ QStringLiteral("QObject|OK") });
 }
 
 void DeleteFailureTest::singleDeletionDoesNotLookAtTheResult()

@@ -5,6 +5,7 @@
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/support/PopupMenuDriver.h"
+#include "tests/support/ReceiverCount.h"
 
 #include <QtTest>
 
@@ -55,6 +56,10 @@ private slots:
     void axesOfAStoredProjectComeBack();
     void openingEndsSilentlyWithout_data();
     void openingEndsSilentlyWithout();
+    void currentProjectIsKnownEvenWithout_data();
+    void currentProjectIsKnownEvenWithout();
+    void everyOpeningHearsTheConnectionAnew();
+    void nodesHoldTheDeviceNumbersFromBeforeTheRepair();
     void unknownProjectAddsNothing();
     void furtherProjectLeavesTheCurrentOne();
     void anotherCurrentProjectReplacesTheFormer();
@@ -195,6 +200,65 @@ void MotionControlAxisPluginTest::openingEndsSilentlyWithout()
     started.open(project.nodePath());
     QVERIFY(started.host.view.childNodes(project.nodePath()).isEmpty());
     QCOMPARE(boxes.count(), 0);
+}
+
+void MotionControlAxisPluginTest::currentProjectIsKnownEvenWithout_data()
+{
+    QTest::addColumn<QString>("missing");
+    QTest::newRow("the connection") << "zelport.Transfer";
+    QTest::newRow("the project") << "project";
+}
+
+void MotionControlAxisPluginTest::currentProjectIsKnownEvenWithout()
+{
+    QFETCH(QString, missing);
+    TestProject project(model);
+    Started started(project);
+    if (missing == QLatin1String("project"))
+        project.close();
+    else
+        started.host.withhold(missing);
+    started.open(QStringLiteral("Line.ConfigAndSetup"));
+    QVERIFY(started.host.view.childNodes(QStringLiteral("Line.ConfigAndSetup")).isEmpty());
+
+    project.reopen();
+    const AxisTable* axis = project.addAxis(QStringLiteral("feed"));
+    started.host.calls.clear();
+    started.plugin.onApplyOption(QString());
+    emit started.host.viewHelper.commandExecuted(QStringLiteral("PROJECT_MODEL_STACK_INSERT"),
+        QStringLiteral("AxisModel"), QString::number(axis->id()), QString());
+    const QStringList changes
+        = started.host.calls.entriesOf({ QStringLiteral("view.setNodeProperty"), QStringLiteral("view.insertNode") });
+    QCOMPARE(changes.size(), 2);
+    QVERIFY(changes.first().startsWith(QStringLiteral("view.setNodeProperty(Line.ConfigAndSetup.Axis, Icon")));
+    QVERIFY(changes.last().startsWith(QStringLiteral("view.insertNode(Line.ConfigAndSetup.Axis, ")));
+}
+
+void MotionControlAxisPluginTest::everyOpeningHearsTheConnectionAnew()
+{
+    TestProject project(model);
+    Started started(project);
+    const char* const signal = SIGNAL(onlineState(bool));
+    QCOMPARE(receiverCount(started.host.transfer, signal), 0);
+    started.open(project.nodePath());
+    QCOMPARE(receiverCount(started.host.transfer, signal), 1);
+    started.open(project.nodePath());
+    QCOMPARE(receiverCount(started.host.transfer, signal), 2);
+}
+
+void MotionControlAxisPluginTest::nodesHoldTheDeviceNumbersFromBeforeTheRepair()
+{
+    const QString key = QStringLiteral("AxisID");
+    TestProject project(model);
+    const AxisTable* feed = project.addAxis(QStringLiteral("feed"));
+    AxisTable* lift = project.addAxis(QStringLiteral("lift"));
+    const QString doubled = feed->property(key, QString());
+    lift->setProperty(key, doubled);
+    Started started(project);
+    started.open(project.nodePath());
+    QVERIFY(lift->property(key, QString()) != doubled);
+    const Solution::NodeDescription* node = started.host.view.node(project.axisPath(lift->id()));
+    QCOMPARE(node->properties.value(QStringLiteral("DeviceID")).toString(), doubled);
 }
 
 void MotionControlAxisPluginTest::unknownProjectAddsNothing()

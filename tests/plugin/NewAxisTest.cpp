@@ -48,6 +48,7 @@ private slots:
     void axisIsInModelTreeEditorAndStack();
     void stepsFollowInOrder();
     void nodeGoesUnderTheNodeOfTheMenu();
+    void selectionThatMovesOnDoesNotMislead();
     void undoAndRedoMoveModelAndTreeTogether();
     void cancelledDialogEndsTheFlow();
     void emptyNameEndsTheFlow();
@@ -116,6 +117,18 @@ void NewAxisTest::nodeGoesUnderTheNodeOfTheMenu()
     QVERIFY(node);
     QCOMPARE(node->properties.value(text("FileName")).toString(), fixture.project.axisPath(1));
     QCOMPARE(fixture.project.axisModel()->axisTable(1)->property(text("Row"), QString()), text("-1"));
+}
+
+void NewAxisTest::selectionThatMovesOnDoesNotMislead()
+{
+    PluginFixture fixture;
+    const AxisTable* feed = fixture.addAxis(text("feed"));
+    fixture.host.view.selectedByChanges = fixture.pathOf(feed);
+    addAxis(fixture, text("lift"));
+    QCOMPARE(fixture.shownAxes(), (QStringList{ text("feed"), text("lift") }));
+    QVERIFY(fixture.host.view.childNodes(fixture.pathOf(feed)).isEmpty());
+    const AxisTable* lift = fixture.project.axisModel()->axisTable(2);
+    QCOMPARE(lift->property(text("Row"), QString()), text("1"));
 }
 
 void NewAxisTest::undoAndRedoMoveModelAndTreeTogether()

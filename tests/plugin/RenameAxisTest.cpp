@@ -39,6 +39,8 @@ private slots:
     void openEditorIsClosed();
     void stepsFollowInOrder();
     void undoAndRedoRenameBothAndCloseTheEditor();
+    void undoGoesBackToTheNameFromBeforeTheDialog();
+    void selectionThatMovesOnDoesNotMislead();
     void cancelledDialogEndsTheFlow();
     void refusedNameIsTold();
     void renameEndsSilentlyWithout_data();
@@ -124,6 +126,33 @@ void RenameAxisTest::undoAndRedoRenameBothAndCloseTheEditor()
         QCOMPARE(fixture.shownAxes(), QStringList{ text("lift") });
         QVERIFY(fixture.host.editorManager.openFiles().isEmpty());
     }
+}
+
+void RenameAxisTest::undoGoesBackToTheNameFromBeforeTheDialog()
+{
+    PluginFixture fixture;
+    const AxisTable* axis = fixture.addAxis(text("feed"));
+    ModalDialogDriver dialogs([&](QDialog* dialog) {
+        fixture.project.axisModel()->renameAxisTable(axis->id(), text("turn"));
+        DialogInput::enter(dialog, text("lift"));
+    });
+    fixture.send(fixture.pathOf(axis), Solution::NodeRename);
+    QCOMPARE(axis->name(), text("lift"));
+    fixture.host.viewHelper.stack.undo();
+    QCOMPARE(axis->name(), text("feed"));
+}
+
+void RenameAxisTest::selectionThatMovesOnDoesNotMislead()
+{
+    PluginFixture fixture;
+    const AxisTable* axis = fixture.addAxis(text("feed"));
+    const AxisTable* other = fixture.addAxis(text("turn"));
+    fixture.host.editorManager.openEditor(fixture.pathOf(axis), text("AxisView"));
+    fixture.host.editorManager.openEditor(fixture.pathOf(other), text("AxisView"));
+    fixture.host.view.selectedByChanges = fixture.pathOf(other);
+    rename(fixture, axis, text("lift"));
+    QCOMPARE(fixture.shownAxes(), (QStringList{ text("lift"), text("turn") }));
+    QCOMPARE(fixture.host.editorManager.openFiles(), QStringList{ fixture.pathOf(other) });
 }
 
 void RenameAxisTest::cancelledDialogEndsTheFlow()
