@@ -74,11 +74,21 @@ ProjectModel* ProjectModelManager::createProject(
 
 ProjectModel* ProjectModelManager::openProject(const QString& filePath, QString* error, const QString& alias)
 {
+    return open(filePath, error, alias, false);
+}
+
+ProjectModel* ProjectModelManager::openProjectReadOnly(const QString& filePath, QString* error, const QString& alias)
+{
+    return open(filePath, error, alias, true);
+}
+
+ProjectModel* ProjectModelManager::open(const QString& filePath, QString* error, const QString& alias, bool readOnly)
+{
     const QString name = alias.isEmpty() ? projectNameForFile(filePath) : alias;
     if (!isFree(filePath, name, nullptr, error))
         return nullptr;
     ProjectContents contents;
-    std::unique_ptr<ProjectStore> store = ProjectStore::open(filePath, &contents, error);
+    std::unique_ptr<ProjectStore> store = ProjectStore::open(filePath, &contents, error, readOnly);
     if (!store)
         return nullptr;
     std::unique_ptr<ProjectModel> project(new ProjectModel(name, std::move(store)));

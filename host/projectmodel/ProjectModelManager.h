@@ -31,6 +31,8 @@ public:
     /// Opens a project file. The name of the project is the file's base name, made fit for a node path, or the alias
     /// if one is given (for a second project of the same name). Null sets the error.
     ProjectModel* openProject(const QString& filePath, QString* error, const QString& alias = QString());
+    /// The same for a project that is only to be looked at: the file stays as it is and every save fails.
+    ProjectModel* openProjectReadOnly(const QString& filePath, QString* error, const QString& alias = QString());
     /// Closes without saving. The model dies when its last guard lets go.
     void closeProject(ProjectModel* project);
     /// Copies the project by the database's own means to another file, stores what is not stored there, and goes on
@@ -53,6 +55,7 @@ private:
     ~ProjectModelManager() override;
     friend class SafeProjectModel;
 
+    ProjectModel* open(const QString& filePath, QString* error, const QString& alias, bool readOnly);
     /// False sets the error: another project than the exception has that file or that name.
     bool isFree(const QString& filePath, const QString& name, const ProjectModel* except, QString* error) const;
 

@@ -75,22 +75,24 @@ bool ProjectStore::create(const QString& path, const ProjectContents& contents, 
     return false;
 }
 
-std::unique_ptr<ProjectStore> ProjectStore::open(const QString& path, ProjectContents* contents, QString* error)
+std::unique_ptr<ProjectStore> ProjectStore::open(
+    const QString& path, ProjectContents* contents, QString* error, bool readOnly)
 {
     QString reason;
-    std::unique_ptr<ProjectStore> store = openFile(path, contents, &reason);
+    std::unique_ptr<ProjectStore> store = openFile(path, contents, &reason, readOnly);
     if (!store)
         tell(error, path, reason);
     return store;
 }
 
-std::unique_ptr<ProjectStore> ProjectStore::openFile(const QString& path, ProjectContents* contents, QString* reason)
+std::unique_ptr<ProjectStore> ProjectStore::openFile(
+    const QString& path, ProjectContents* contents, QString* reason, bool readOnly)
 {
     const StoreFile file(path);
     if (!file.checkHeader(reason))
         return nullptr;
     std::unique_ptr<StoreSnapshot> snapshot;
-    const bool isWritable = file.isWritable();
+    const bool isWritable = !readOnly && file.isWritable();
     if (!isWritable || file.hasLog()) {
         if (file.isLockedElsewhere()) {
             *reason = tr("another program has the file open");

@@ -21,8 +21,10 @@ public:
     static bool create(const QString& path, const ProjectContents& contents, QString* error);
     /// Opens a project file, checks all of it and reads it. Brings a file of an older version up to date, after a copy
     /// has been put beside it. A file that cannot be written, or that lies in a folder where nothing can, is opened to
-    /// be read only. Null sets the error.
-    static std::unique_ptr<ProjectStore> open(const QString& path, ProjectContents* contents, QString* error);
+    /// be read only, and so is any file if the caller asks for that: it then stays as it is, its version included. Null
+    /// sets the error.
+    static std::unique_ptr<ProjectStore> open(
+        const QString& path, ProjectContents* contents, QString* error, bool readOnly = false);
 
     ~ProjectStore();
     ProjectStore(const ProjectStore&) = delete;
@@ -41,7 +43,8 @@ public:
 
 private:
     ProjectStore(const QString& path, std::unique_ptr<StoreSnapshot> snapshot);
-    static std::unique_ptr<ProjectStore> openFile(const QString& path, ProjectContents* contents, QString* reason);
+    static std::unique_ptr<ProjectStore> openFile(
+        const QString& path, ProjectContents* contents, QString* reason, bool readOnly = false);
     bool load(ProjectContents* contents, QString* reason);
 
     QString m_path;

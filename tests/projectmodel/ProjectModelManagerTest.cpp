@@ -17,6 +17,7 @@ private slots:
     void projectNames();
     void anExistingFileIsNotTouchedByCreating();
     void creatingInAFolderThatIsNotThereFails();
+    void aFileOpenedToBeReadStaysAsItIs();
     void aNewFileStandsAlone();
     void aFileIsOpenedOnceOnly();
     void twoProjectsOfOneNameNeedAnAlias();
@@ -99,6 +100,23 @@ void ProjectModelManagerTest::creatingInAFolderThatIsNotThereFails()
 {
     QVERIFY(!create("none/line.kproj"));
     QVERIFY(m_error.startsWith(path("none/line.kproj")));
+}
+
+void ProjectModelManagerTest::aFileOpenedToBeReadStaysAsItIs()
+{
+    manager()->closeProject(create("line.kproj"));
+    const QByteArray before = bytesOf(path("line.kproj"));
+    ProjectModel* project = manager()->openProjectReadOnly(path("line.kproj"), &m_error, QStringLiteral("Looked at"));
+    QVERIFY2(project, qPrintable(m_error));
+    QVERIFY(project->isReadOnly());
+    QCOMPARE(project->name(), QStringLiteral("Looked at"));
+    QCOMPARE(project->filePath(), path("line.kproj"));
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{ QStringLiteral("line.kproj") });
+    project->setSetting(QStringLiteral("Author"), QStringLiteral("me"));
+    QVERIFY(!project->save(&m_error));
+    QVERIFY2(m_error.startsWith(path("line.kproj")), qPrintable(m_error));
+    manager()->closeProject(project);
+    QCOMPARE(bytesOf(path("line.kproj")), before);
 }
 
 void ProjectModelManagerTest::aNewFileStandsAlone()
