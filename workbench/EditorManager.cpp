@@ -79,9 +79,8 @@ IEditor* EditorManager::openEditor(const QString& fileName, const QString& mimeT
 
 IEditor* EditorManager::createEditor(const QString& fileName, const QString& mimeType)
 {
-    const auto fits = [&mimeType](IEditorFactory* factory) { return factory->canCreate(mimeType); };
-    const auto factory = std::find_if(m_factories.begin(), m_factories.end(), fits);
-    IEditor* editor = factory == m_factories.end() ? nullptr : (*factory)->createEditor(fileName, mimeType);
+    IEditorFactory* maker = factory(mimeType);
+    IEditor* editor = maker ? maker->createEditor(fileName, mimeType) : nullptr;
     if (!editor)
         return nullptr;
     // Factories hand out editors whose open has failed: those know no name of what they show.
@@ -89,6 +88,13 @@ IEditor* EditorManager::createEditor(const QString& fileName, const QString& mim
         return editor;
     editor->deleteLater();
     return nullptr;
+}
+
+IEditorFactory* EditorManager::factory(const QString& mimeType) const
+{
+    const auto fits = [&mimeType](IEditorFactory* each) { return each->canCreate(mimeType); };
+    const auto found = std::find_if(m_factories.begin(), m_factories.end(), fits);
+    return found == m_factories.end() ? nullptr : *found;
 }
 
 void EditorManager::addTab(const Entry& entry)

@@ -55,6 +55,8 @@ public:
 
     /// The tabs, to be put into a window. The window that takes them owns them.
     QTabWidget* tabs() const { return m_tabs; }
+    /// The factory that makes editors of a type, or null.
+    IEditorFactory* factory(const QString& mimeType) const;
     /// The editors in the order of their tabs.
     QVector<IEditor*> editors() const;
     QVector<OpenFile> openFiles() const;

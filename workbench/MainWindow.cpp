@@ -2,7 +2,9 @@
 
 #include "sdk/IEditor.h"
 #include "workbench/ActionManager.h"
+#include "workbench/ComparisonPanel.h"
 #include "workbench/EditorManager.h"
+#include "workbench/FindPanel.h"
 #include "workbench/MainWindowActions.h"
 #include "workbench/MessageBar.h"
 #include "workbench/OutputPanel.h"
@@ -29,9 +31,10 @@
 MainWindow::MainWindow(
     ProjectTree& tree, EditorManager& editors, ActionManager& actions, QUndoStack& undo, QWidget* parent)
     : QMainWindow(parent), m_editors(editors), m_actions(actions), m_undo(undo), m_tree(new ProjectTreeView(tree)),
-      m_output(new OutputPanel), m_problems(new ProblemsPanel), m_messageBar(new MessageBar),
-      m_startPage(new StartPage), m_centre(new QStackedWidget), m_toolWindows(new ToolWindowManager(*this, this)),
-      m_toolBar(new QToolBar(this)), m_controllerLabel(new QLabel(this)), m_connectionLabel(new QLabel(this))
+      m_output(new OutputPanel), m_problems(new ProblemsPanel), m_find(new FindPanel),
+      m_comparison(new ComparisonPanel), m_messageBar(new MessageBar), m_startPage(new StartPage),
+      m_centre(new QStackedWidget), m_toolWindows(new ToolWindowManager(*this, this)), m_toolBar(new QToolBar(this)),
+      m_controllerLabel(new QLabel(this)), m_connectionLabel(new QLabel(this))
 {
     setObjectName(QStringLiteral("MainWindow"));
     setAcceptDrops(true);
@@ -83,6 +86,8 @@ void MainWindow::buildPanels()
     m_toolWindows->addPanel(QStringLiteral("project"), QString(), m_tree, Qt::LeftDockWidgetArea);
     m_toolWindows->addToolWindow(QStringLiteral("output"), QString(), m_output);
     m_toolWindows->addToolWindow(QStringLiteral("problems"), QString(), m_problems);
+    m_toolWindows->addToolWindow(QStringLiteral("find"), QString(), m_find);
+    m_toolWindows->addToolWindow(QStringLiteral("comparison"), QString(), m_comparison);
     m_toolWindows->showToolWindow(QStringLiteral("output"));
     connect(m_problems, &ProblemsPanel::countChanged, this, &MainWindow::showProblemCount);
 }
@@ -150,7 +155,7 @@ void MainWindow::buildMenus()
             }
         }
         if (qstrcmp(entry.name, "viewMenu") == 0) {
-            for (const char* panel : { "project", "output", "problems" })
+            for (const char* panel : { "project", "output", "problems", "find", "comparison" })
                 menu->addAction(m_toolWindows->panel(QLatin1String(panel))->toggleViewAction());
         }
     }
@@ -218,6 +223,8 @@ void MainWindow::retranslate()
     retranslateUndo();
     m_toolWindows->panel(QStringLiteral("project"))->setWindowTitle(tr("Project"));
     m_toolWindows->panel(QStringLiteral("output"))->setWindowTitle(tr("Output"));
+    m_toolWindows->panel(QStringLiteral("find"))->setWindowTitle(tr("Find"));
+    m_toolWindows->panel(QStringLiteral("comparison"))->setWindowTitle(tr("Comparison"));
     m_toolBar->setWindowTitle(tr("Tool bar"));
     m_tree->setAccessibleName(tr("Project tree"));
     m_editors.tabs()->setAccessibleName(tr("Editors"));

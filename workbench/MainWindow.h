@@ -6,7 +6,9 @@
 #include <vector>
 
 class ActionManager;
+class ComparisonPanel;
 class EditorManager;
+class FindPanel;
 class MessageBar;
 class OutputPanel;
 class ProblemsPanel;
@@ -43,6 +45,8 @@ public:
     ProjectTreeView& tree() { return *m_tree; }
     OutputPanel& output() { return *m_output; }
     ProblemsPanel& problems() { return *m_problems; }
+    FindPanel& find() { return *m_find; }
+    ComparisonPanel& comparison() { return *m_comparison; }
     MessageBar& messageBar() { return *m_messageBar; }
     StartPage& startPage() { return *m_startPage; }
     ToolWindowManager& toolWindows() { return *m_toolWindows; }
@@ -86,6 +90,8 @@ private:
     ProjectTreeView* m_tree;
     OutputPanel* m_output;
     ProblemsPanel* m_problems;
+    FindPanel* m_find;
+    ComparisonPanel* m_comparison;
     MessageBar* m_messageBar;
     StartPage* m_startPage;
     QStackedWidget* m_centre;

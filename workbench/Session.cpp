@@ -10,7 +10,7 @@
 namespace {
 
 /// Grows when the set of panels changes, so that an old layout is not forced on them.
-constexpr int layoutVersion = 1;
+constexpr int layoutVersion = 2;
 
 QString geometryKey()
 {

@@ -2,10 +2,28 @@
 
 #include "workbench/StructuredTextHighlighter.h"
 
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFontDatabase>
+#include <QMenu>
 #include <QPainter>
 #include <QTextBlock>
+
+#include <memory>
+
+namespace {
+
+bool isNamePart(QChar character)
+{
+    return character.isLetterOrNumber() || character == QLatin1Char('_');
+}
+
+bool isPathPart(QChar character)
+{
+    return isNamePart(character) || QStringLiteral(".[]").contains(character);
+}
+
+} // namespace
 
 class SourceView::NumberArea : public QWidget {
 public:
@@ -45,6 +63,31 @@ void SourceView::goTo(int line, int column)
     setTextCursor(cursor);
     centerCursor();
     setFocus(Qt::OtherFocusReason);
+}
+
+QString SourceView::nameAtCursor() const
+{
+    const QTextCursor cursor = textCursor();
+    if (cursor.hasSelection())
+        return cursor.selectedText().trimmed();
+    const QString line = cursor.block().text();
+    int begin = cursor.positionInBlock();
+    int end = begin;
+    while (end < line.size() && isNamePart(line.at(end)))
+        ++end;
+    while (begin > 0 && isPathPart(line.at(begin - 1)))
+        --begin;
+    return line.mid(begin, end - begin);
+}
+
+void SourceView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() == QContextMenuEvent::Mouse && !textCursor().hasSelection())
+        setTextCursor(cursorForPosition(event->pos()));
+    const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    menu->addSeparator();
+    menu->addActions(actions());
+    menu->exec(event->globalPos());
 }
 
 void SourceView::markCurrentLine()

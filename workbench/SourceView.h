@@ -12,10 +12,14 @@ public:
 
     /// Puts the cursor on a place, both from 1, and brings it to the middle.
     void goTo(int line, int column);
+    /// The selected text, or else the name at the cursor with what it is a member of: "drive.limit" on its last part.
+    QString nameAtCursor() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    /// The usual menu, with the actions that others have put on the view.
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     class NumberArea;

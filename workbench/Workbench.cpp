@@ -50,7 +50,10 @@ Workbench::Workbench(const WorkbenchPaths& paths)
           m_settings, [this] { return m_workspace.project() ? &m_workspace.project()->controller() : nullptr; }),
       m_window(m_tree, m_editors, m_actions, *m_undo.stack()), m_bubble(new RefusalBubble(&m_window)),
       m_session(m_settings, m_window, m_workspace, m_editors), m_plugins(m_log, m_options),
-      m_flows(m_workspace, m_editors, m_window, m_catalog, m_settings, m_log)
+      m_flows(m_workspace, m_editors, m_window, m_catalog, m_settings, m_log),
+      m_find(m_workspace, m_tree, m_editors, m_window, *m_actions.action(QStringLiteral("edit.findReferences"))),
+      m_comparison(m_tree, m_comparators), m_comparisonFlows(m_comparison, m_workspace, m_editors, m_window, m_log,
+                                               *m_actions.action(QStringLiteral("project.closeComparison")))
 {
     m_cookies.setValue(Solution::ConfigKey::theme(), theme());
     m_settings.setValue(Solution::ConfigKey::language(), startLanguage(m_settings));
@@ -108,6 +111,10 @@ void Workbench::connectActions()
     on("file.closeEditor", [this] { m_flows.closeEditor(); });
     on("file.closeProject", [this] { m_flows.closeProject(); });
     on("file.quit", [this] { m_window.close(); });
+    on("edit.find", [this] { m_find.showPanel(); });
+    on("edit.findNext", [this] { m_find.step(1); });
+    on("edit.findPrevious", [this] { m_find.step(-1); });
+    on("project.compare", [this] { m_comparisonFlows.chooseAndCompare(); });
     on("project.controller", [this] { m_flows.changeController(); });
     on("tools.options", [this] { m_options.exec(QString()); });
     on("tools.plugins", [this] { showPlugins(); });

@@ -3,16 +3,19 @@
 #include "workbench/ActionManager.h"
 #include "workbench/Application.h"
 #include "workbench/ComparatorManager.h"
+#include "workbench/ComparisonFlows.h"
 #include "workbench/Configuration.h"
 #include "workbench/ConnectionState.h"
 #include "workbench/ControllerCatalog.h"
 #include "workbench/Diagnosis.h"
 #include "workbench/EditorManager.h"
+#include "workbench/FindFlows.h"
 #include "workbench/Language.h"
 #include "workbench/LogManager.h"
 #include "workbench/MainWindow.h"
 #include "workbench/OptionManager.h"
 #include "workbench/PluginManager.h"
+#include "workbench/ProjectComparison.h"
 #include "workbench/ProjectFlows.h"
 #include "workbench/ProjectTree.h"
 #include "workbench/RefusalBubble.h"
@@ -57,6 +60,9 @@ public:
     UndoHelper& undo() { return m_undo; }
     PluginManager& plugins() { return m_plugins; }
     ProjectFlows& flows() { return m_flows; }
+    FindFlows& find() { return m_find; }
+    ProjectComparison& comparison() { return m_comparison; }
+    ComparisonFlows& comparisonFlows() { return m_comparisonFlows; }
     Settings& settings() { return m_settings; }
     ConnectionState& connection() { return m_connection; }
     ComparatorManager& comparators() { return m_comparators; }
@@ -103,5 +109,8 @@ private:
     Session m_session;
     PluginManager m_plugins;
     ProjectFlows m_flows;
+    FindFlows m_find;
+    ProjectComparison m_comparison;
+    ComparisonFlows m_comparisonFlows;
     bool m_running = false;
 };

@@ -103,6 +103,7 @@ bool Workspace::open(const QString& file, QString* error)
 {
     if (m_project && QFileInfo(m_project->filePath()) == QFileInfo(file))
         return true;
+    emit aboutToUse(file);
     // Two projects of one name cannot be in the tree together, not even for the moment of the exchange.
     const QString former = m_project ? m_project->filePath() : QString();
     const bool sameName = m_project && ProjectModelManager::projectNameForFile(file) == m_name;
@@ -222,6 +223,7 @@ bool Workspace::saveAs(const QString& file, QString* error)
 {
     if (!m_project)
         return false;
+    emit aboutToUse(file);
     m_editors.anyModified();
     const Shown shown = takeDown();
     ProjectModel* project = m_project;

@@ -51,6 +51,8 @@ public:
     void openEditors(const QVector<EditorManager::OpenFile>& files, const QString& current);
 
 signals:
+    /// A file is about to be opened or written as the project.
+    void aboutToUse(const QString& file);
     /// The project is in the tree.
     void opened();
     void aboutToClose();

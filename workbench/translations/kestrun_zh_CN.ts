@@ -63,6 +63,76 @@
     </message>
 </context>
 <context>
+    <name>ComparisonFlows</name>
+    <message>
+        <source>Compare with project</source>
+        <translation>与工程比较</translation>
+    </message>
+    <message>
+        <source>Kestrun projects (*%1)</source>
+        <translation>Kestrun 工程 (*%1)</translation>
+    </message>
+    <message>
+        <source>Comparing with %1.</source>
+        <translation>正在与 %1 比较。</translation>
+    </message>
+</context>
+<context>
+    <name>ComparisonPanel</name>
+    <message>
+        <source>Compare with project…</source>
+        <translation>与工程比较…</translation>
+    </message>
+    <message>
+        <source>Close comparison</source>
+        <translation>关闭比较</translation>
+    </message>
+    <message>
+        <source>This project</source>
+        <translation>本工程</translation>
+    </message>
+    <message>
+        <source>Other project</source>
+        <translation>另一工程</translation>
+    </message>
+    <message>
+        <source>Only keys that differ</source>
+        <translation>仅显示不同的项</translation>
+    </message>
+    <message>
+        <source>Keys of the axis with both values</source>
+        <translation>轴的各项及两侧的值</translation>
+    </message>
+    <message>
+        <source>= Equal</source>
+        <translation>= 相同</translation>
+    </message>
+    <message>
+        <source>≠ Different</source>
+        <translation>≠ 不同</translation>
+    </message>
+    <message>
+        <source>← Only in this project</source>
+        <translation>← 仅在本工程中</translation>
+    </message>
+    <message>
+        <source>→ Only in the other project</source>
+        <translation>→ 仅在另一工程中</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>No comparison is on.</source>
+        <translation>当前没有比较。</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>项</translation>
+    </message>
+</context>
+<context>
     <name>ControllerCatalog</name>
     <message>
         <source>There are no controller descriptions in %1.</source>
@@ -186,6 +256,92 @@
     <message>
         <source>%1 (removed)</source>
         <translation>%1（已删除）</translation>
+    </message>
+</context>
+<context>
+    <name>FindFlows</name>
+    <message>
+        <source>There is nothing here that can be searched.</source>
+        <translation>此处没有可搜索的内容。</translation>
+    </message>
+    <message>
+        <source>Places found: %1.</source>
+        <translation>找到的位置：%1。</translation>
+    </message>
+    <message>
+        <source>Uses of %1: %2.</source>
+        <translation>%1 的引用：%2。</translation>
+    </message>
+    <message>
+        <source>The project has no variable %1.</source>
+        <translation>工程中没有变量 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is not in the project any more.</source>
+        <translation>%1 已不在工程中。</translation>
+    </message>
+</context>
+<context>
+    <name>FindPanel</name>
+    <message>
+        <source>Text:</source>
+        <translation>文本：</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>查找</translation>
+    </message>
+    <message>
+        <source>In:</source>
+        <translation>范围：</translation>
+    </message>
+    <message>
+        <source>The whole project</source>
+        <translation>整个工程</translation>
+    </message>
+    <message>
+        <source>This editor</source>
+        <translation>当前编辑器</translation>
+    </message>
+    <message>
+        <source>Whole word</source>
+        <translation>全字匹配</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>区分大小写</translation>
+    </message>
+    <message>
+        <source>Backwards</source>
+        <translation>反向查找</translation>
+    </message>
+    <message>
+        <source>Variable:</source>
+        <translation>变量：</translation>
+    </message>
+    <message>
+        <source>Program.variable</source>
+        <translation>程序.变量</translation>
+    </message>
+    <message>
+        <source>Find references</source>
+        <translation>查找引用</translation>
+    </message>
+    <message>
+        <source>Find results</source>
+        <translation>查找结果</translation>
+    </message>
+    <message>
+        <source>Object</source>
+        <translation>对象</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
     </message>
 </context>
 <context>
@@ -407,6 +563,38 @@
     <message>
         <source>&amp;Help</source>
         <translation>帮助(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>查找</translation>
+    </message>
+    <message>
+        <source>Comparison</source>
+        <translation>比较</translation>
+    </message>
+    <message>
+        <source>&amp;Find…</source>
+        <translation>查找(&amp;F)…</translation>
+    </message>
+    <message>
+        <source>Find &amp;next</source>
+        <translation>查找下一个(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Find &amp;previous</source>
+        <translation>查找上一个(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Find re&amp;ferences</source>
+        <translation>查找引用(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Compare &amp;with project…</source>
+        <translation>与工程比较(&amp;W)…</translation>
+    </message>
+    <message>
+        <source>Close c&amp;omparison</source>
+        <translation>关闭比较(&amp;O)</translation>
     </message>
 </context>
 <context>
@@ -674,6 +862,24 @@
     <message>
         <source>Problems</source>
         <translation>问题</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectComparison</name>
+    <message>
+        <source>%1: no plug-in is loaded that compares axes.</source>
+        <translation>%1：没有加载可比较轴的插件。</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectFind</name>
+    <message>
+        <source>%1 could not be read.</source>
+        <translation>无法读取 %1。</translation>
+    </message>
+    <message>
+        <source>The search in %1 did not come to an end and was stopped after %2 places.</source>
+        <translation>在 %1 中的搜索没有结束，已在 %2 个位置后停止。</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,504 @@
+#include "workbench/FindPanel.h"
+
+#include "host/projectmodel/SourceModel.h"
+#include "sdk/IEditor.h"
+#include "sdk/IEditorFactory.h"
+#include "sdk/IEditorFinder.h"
+#include "tests/support/MessageBoxWatcher.h"
+#include "tests/workbench/RunningProgram.h"
+#include "workbench/SourceEditor.h"
+#include "workbench/SourceView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QTreeWidget>
+#include <QtTest>
+
+namespace {
+
+/// What the finders of a test answer, and what they were asked.
+struct Script {
+    QStringList places;
+    QString position;
+    bool readable = true;
+    bool endless = false;
+    QStringList calls;
+};
+
+class ScriptedFinder : public IEditorFinder {
+public:
+    explicit ScriptedFinder(Script& script) : m_script(script) { }
+
+    QString typeKey() override { return QStringLiteral("Scripted"); }
+    QString nodePath() override { return m_path; }
+    bool bindNode(const QString& path) override
+    {
+        m_path = path;
+        return true;
+    }
+    void setFindFlags(int flags) override { m_script.calls.append(QStringLiteral("flags %1").arg(flags)); }
+    QString currentPosition() override { return m_script.position; }
+    QString startPosition() override { return {}; }
+    void setStartPosition(const QString& position) override
+    {
+        m_next = qMax(0, m_script.places.indexOf(position));
+        m_script.calls.append(QStringLiteral("start ") + position);
+    }
+    QString endPosition() override { return {}; }
+    void setEndPosition(const QString& position) override
+    {
+        m_last = position.isEmpty() ? m_script.places.size() : m_script.places.indexOf(position);
+        m_script.calls.append(QStringLiteral("end ") + position);
+    }
+    bool findNext(const QString& text) override
+    {
+        m_script.calls.append(QStringLiteral("find ") + text);
+        m_result = EditorLocation();
+        if (!m_script.readable)
+            return false;
+        if (m_script.endless)
+            m_next = 0;
+        if (m_next >= m_last)
+            return true;
+        m_result.text = m_result.matchedText = m_result.label = m_script.places.at(m_next);
+        m_result.location = QStringLiteral("page.") + m_script.places.at(m_next++);
+        m_result.atEnd = false;
+        return true;
+    }
+    EditorLocation result() override { return m_result; }
+    bool optionCheckA() override { return false; }
+    bool optionCheckB() override { return false; }
+    bool optionCheckC() override { return false; }
+    bool findReferences(const QString&, QVector<FindResult>&) override { return m_script.readable; }
+
+private:
+    Script& m_script;
+    QString m_path;
+    int m_next = 0;
+    int m_last = 0;
+    EditorLocation m_result;
+};
+
+class ScriptedFactory : public IEditorFactory {
+    Q_OBJECT
+
+public:
+    QStringList typeKeys() override { return { typeKey() }; }
+    IEditor* createEditor(const QString&, const QString&) override { return nullptr; }
+    IEditor* createEditorForPath(const QString&, const QString&) override { return nullptr; }
+    QString typeKey() override { return QStringLiteral("Scripted"); }
+    QString typeName() override { return typeKey(); }
+    bool canCreate(const QString& mimeType) override { return mimeType == typeKey(); }
+    IEditorFinder* createFinder() override { return new ScriptedFinder(script); }
+
+    Script script;
+};
+
+QString text(const char* latin)
+{
+    return QString::fromLatin1(latin);
+}
+
+const char* const mainProgram = "PROGRAM Main\n"
+                                "VAR\n"
+                                "  front : BOOL;\n"
+                                "  back, FRONT2 : BOOL;\n"
+                                "END_VAR\n"
+                                "front := back;\n"
+                                "END_PROGRAM\n"
+                                "PROGRAM Aside\n"
+                                "VAR\n"
+                                "  front : BOOL;\n"
+                                "END_VAR\n"
+                                "END_PROGRAM\n";
+
+} // namespace
+
+class FindPanelTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void theKeyOpensThePanel();
+    void theWholeProjectIsSearched_data();
+    void theWholeProjectIsSearched();
+    void thisEditorAloneIsSearched();
+    void anEditorWithoutAFinderIsNamedSo();
+    void aResultLeadsToItsControl();
+    void keysGoFromPlaceToPlace();
+    void aNewTextIsSearchedFirst();
+    void aNodeThatIsGoneIsNamed();
+    void theSearchGoesByTheContract();
+    void itBeginsWhereTheUserIs();
+    void aPlaceThatTheFinderDoesNotKnowIsNotHandedOver();
+    void aFinderThatDoesNotEndIsStopped();
+    void anObjectThatCannotBeReadIsNamed();
+    void referencesOfAnEnteredVariable();
+    void referencesFromTheSource_data();
+    void referencesFromTheSource();
+    void referencesWithoutASourceAskForTheVariable();
+    void anUnknownVariableIsNamed();
+    void theMenuOfASourceOffersThem();
+    void closingTheProjectEmptiesTheList();
+
+private:
+    template <typename Widget>
+    Widget* child(const char* name) const
+    {
+        return program->workbench->window().find().findChild<Widget*>(QLatin1String(name));
+    }
+    void setPins(const char* axis, const char* positive, const char* negative, const char* origin);
+    void search(const QString& what);
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    QStringList results() const;
+    QString status() const { return child<QLabel>("status")->text(); }
+    void addScriptedNode();
+    SourceView* openSource() const;
+
+    std::unique_ptr<RunningProgram> program;
+    /// Fields that lose the focus check their pins; none of these is refused.
+    std::unique_ptr<MessageBoxWatcher> boxes;
+    ScriptedFactory factory;
+};
+
+void FindPanelTest::init()
+{
+    factory.script = Script();
+    boxes = std::make_unique<MessageBoxWatcher>();
+    program = std::make_unique<RunningProgram>();
+    program->create(text("Line"), { text("Feed"), text("Turn") });
+    program->project()->sourceModel()->setSource(text("Main"), text(mainProgram));
+    setPins("Feed", "Main.front", "Main.FRONT2", "%IX1.0");
+    setPins("Turn", "Aside.front", "Main.back", "Main.front");
+    // The homing page leaves the names of its controls with the record when it is built.
+    program->openAxis(text("Turn"));
+    program->openAxis(text("Feed"));
+}
+
+void FindPanelTest::cleanup()
+{
+    program.reset();
+    const QStringList texts = boxes->texts();
+    boxes.reset();
+    QCOMPARE(texts, QStringList());
+}
+
+void FindPanelTest::setPins(const char* axis, const char* positive, const char* negative, const char* origin)
+{
+    AxisTable* table = program->axis(text(axis));
+    for (const char* key : { "PosLimitEnable", "NegsLimitEnable", "OrgSignalEnable" })
+        table->setProperty(text(key), text("TRUE"));
+    table->setProperty(text("PosLimitPin"), text(positive));
+    table->setProperty(text("NegLimitPin"), text(negative));
+    table->setProperty(text("OrgSignalPin"), text(origin));
+}
+
+void FindPanelTest::press(int key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(&program->workbench->window(), Qt::Key(key), modifiers);
+}
+
+void FindPanelTest::search(const QString& what)
+{
+    press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(child<QLineEdit>("text"), what);
+    QTest::keyClick(child<QLineEdit>("text"), Qt::Key_Return);
+}
+
+QStringList FindPanelTest::results() const
+{
+    QStringList results;
+    const auto* list = child<QTreeWidget>("results");
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        const QTreeWidgetItem* item = list->topLevelItem(row);
+        results.append(QString(item->text(0) + QLatin1Char(' ') + item->text(1)));
+    }
+    return results;
+}
+
+void FindPanelTest::addScriptedNode()
+{
+    program->workbench->editors().addEditorFactory(&factory);
+    Solution::NodeDescription node;
+    node.name = text("Scripted");
+    node.displayText = text("The object");
+    node.properties.insert(text("FileName"), text("Line.Scripted"));
+    node.properties.insert(text("MimeType"), text("Scripted"));
+    QVERIFY(program->workbench->tree().addNode(text("Line"), node, 0));
+}
+
+SourceView* FindPanelTest::openSource() const
+{
+    program->workbench->workspace().showSource(text("Main"), 1, 1);
+    IEditor* editor = program->workbench->editors().currentEditor();
+    return editor ? qobject_cast<SourceView*>(editor->widget()) : nullptr;
+}
+
+void FindPanelTest::theKeyOpensThePanel()
+{
+    child<QLineEdit>("text")->setText(text("former"));
+    press(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(child<QLineEdit>("text")->isVisible());
+    QTRY_VERIFY(child<QLineEdit>("text")->hasFocus());
+    QTest::keyClicks(child<QLineEdit>("text"), text("new"));
+    QCOMPARE(child<QLineEdit>("text")->text(), text("new"));
+    QVERIFY(child<QPushButton>("find")->isEnabled());
+    child<QLineEdit>("text")->clear();
+    QVERIFY(!child<QPushButton>("find")->isEnabled());
+}
+
+void FindPanelTest::theWholeProjectIsSearched_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<QStringList>("found");
+    const QString a = text("Feed Positive limit:Main.front");
+    const QString b = text("Feed Negative limit:Main.FRONT2");
+    const QString c = text("Turn Positive limit:Aside.front");
+    const QString d = text("Turn Origin signal:Main.front");
+    QTest::newRow("in any case") << text("Front") << QString() << QStringList{ a, b, c, d };
+    QTest::newRow("in this case") << text("front") << text("caseSensitive") << QStringList{ a, c, d };
+    QTest::newRow("as a whole word") << text("FRONT") << text("wholeWord") << QStringList{ a, c, d };
+    QTest::newRow("as a whole word in this case") << text("FRONT") << text("wholeWord caseSensitive") << QStringList();
+    QTest::newRow("backwards") << text("front") << text("backwards") << QStringList{ d, c, b, a };
+    QTest::newRow("an address") << text("%IX1") << QString() << QStringList{ text("Feed Origin signal:%IX1.0") };
+    QTest::newRow("a text that stands nowhere") << text("nowhere") << QString() << QStringList();
+}
+
+void FindPanelTest::theWholeProjectIsSearched()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, options);
+    QFETCH(QStringList, found);
+    for (const char* option : { "wholeWord", "caseSensitive", "backwards" }) {
+        if (options.contains(QLatin1String(option)))
+            child<QCheckBox>(option)->click();
+    }
+    search(what);
+    QCOMPARE(results(), found);
+    QVERIFY2(status().contains(QString::number(found.size())), qPrintable(status()));
+}
+
+void FindPanelTest::thisEditorAloneIsSearched()
+{
+    program->openAxis(text("Turn"));
+    child<QComboBox>("scope")->setCurrentIndex(1);
+    search(text("front"));
+    QCOMPARE(
+        results(), (QStringList{ text("Turn Positive limit:Aside.front"), text("Turn Origin signal:Main.front") }));
+}
+
+void FindPanelTest::anEditorWithoutAFinderIsNamedSo()
+{
+    QVERIFY(openSource());
+    child<QComboBox>("scope")->setCurrentIndex(1);
+    search(text("front"));
+    QVERIFY(results().isEmpty());
+    QCOMPARE(status(), text("There is nothing here that can be searched."));
+}
+
+void FindPanelTest::aResultLeadsToItsControl()
+{
+    program->workbench->editors().closeAllEditors();
+    search(text("back"));
+    auto* list = child<QTreeWidget>("results");
+    QCOMPARE(list->topLevelItemCount(), 1);
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    IEditor* editor = program->workbench->editors().currentEditor();
+    QVERIFY(editor);
+    QCOMPARE(editor->nodePath(), program->axisPath(text("Turn")));
+    QTRY_VERIFY(QApplication::focusWidget());
+    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditNeg"));
+    QVERIFY(editor->widget()->isAncestorOf(QApplication::focusWidget()));
+}
+
+void FindPanelTest::keysGoFromPlaceToPlace()
+{
+    search(text("front"));
+    const auto focus
+        = [] { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(); };
+    const auto axis = [this] { return program->workbench->editors().currentEditor()->displayName(); };
+    press(Qt::Key_F3);
+    QCOMPARE(axis() + focus(), text("FeedlineEditPos"));
+    press(Qt::Key_F3);
+    QCOMPARE(axis() + focus(), text("FeedlineEditNeg"));
+    press(Qt::Key_F3);
+    QCOMPARE(axis() + focus(), text("TurnlineEditPos"));
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(axis() + focus(), text("FeedlineEditNeg"));
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(axis() + focus(), text("TurnlineEditOrg"));
+    press(Qt::Key_F3);
+    QCOMPARE(axis() + focus(), text("FeedlineEditPos"));
+}
+
+void FindPanelTest::aNewTextIsSearchedFirst()
+{
+    press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(child<QLineEdit>("text"), text("%IX"));
+    press(Qt::Key_F3);
+    QCOMPARE(results(), QStringList{ text("Feed Origin signal:%IX1.0") });
+    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditOrg"));
+    child<QLineEdit>("text")->setText(text("nowhere"));
+    press(Qt::Key_F3);
+    QVERIFY(results().isEmpty());
+}
+
+void FindPanelTest::aNodeThatIsGoneIsNamed()
+{
+    search(text("back"));
+    program->workbench->tree().removeNode(program->axisPath(text("Turn")), true);
+    press(Qt::Key_F3);
+    QCOMPARE(status(), text("Turn is not in the project any more."));
+}
+
+void FindPanelTest::theSearchGoesByTheContract()
+{
+    addScriptedNode();
+    factory.script.places = QStringList{ text("one"), text("two") };
+    child<QCheckBox>("wholeWord")->click();
+    child<QCheckBox>("caseSensitive")->click();
+    child<QCheckBox>("backwards")->click();
+    search(text("x"));
+    QCOMPARE(factory.script.calls,
+        (QStringList{
+            text("flags 22"), text("start "), text("end "), text("find x"), text("find x"), text("find x") }));
+    QCOMPARE(results(), (QStringList{ text("The object one"), text("The object two") }));
+}
+
+void FindPanelTest::itBeginsWhereTheUserIs()
+{
+    addScriptedNode();
+    factory.script.places = QStringList{ text("one"), text("two"), text("three") };
+    factory.script.position = text("two");
+    const ProjectFind find(program->workbench->tree(), program->workbench->editors());
+    FindRequest request;
+    request.text = text("x");
+    QStringList found;
+    const FindOutcome outcome = find.findIn(text("Line.Scripted"), request);
+    for (const FoundPlace& place : outcome.places)
+        found.append(place.text);
+    QCOMPARE(found, (QStringList{ text("two"), text("three"), text("one") }));
+}
+
+void FindPanelTest::aPlaceThatTheFinderDoesNotKnowIsNotHandedOver()
+{
+    addScriptedNode();
+    factory.script.places = QStringList{ text("one"), text("two") };
+    factory.script.position = text("elsewhere");
+    const ProjectFind find(program->workbench->tree(), program->workbench->editors());
+    FindRequest request;
+    request.text = text("x");
+    QCOMPARE(find.findIn(text("Line.Scripted"), request).places.size(), 2);
+    QVERIFY(!factory.script.calls.contains(text("start elsewhere")));
+}
+
+void FindPanelTest::aFinderThatDoesNotEndIsStopped()
+{
+    addScriptedNode();
+    factory.script.places = QStringList{ text("one") };
+    factory.script.endless = true;
+    search(text("zz"));
+    QCOMPARE(results(), QStringList{ text("The object one") });
+    QVERIFY2(status().contains(text("The search in The object did not come to an end")), qPrintable(status()));
+    QCOMPARE(factory.script.calls.count(text("find zz")), ProjectFind::maximumAnswers);
+}
+
+void FindPanelTest::anObjectThatCannotBeReadIsNamed()
+{
+    addScriptedNode();
+    factory.script.readable = false;
+    search(text("%IX1"));
+    QCOMPARE(results().size(), 1);
+    QVERIFY2(status().contains(text("The object could not be read.")), qPrintable(status()));
+    QCOMPARE(factory.script.calls.count(text("find %IX1")), 1);
+    child<QLineEdit>("variable")->setText(text("Main.front"));
+    child<QPushButton>("references")->click();
+    QVERIFY2(status().contains(text("The object could not be read.")), qPrintable(status()));
+}
+
+void FindPanelTest::referencesOfAnEnteredVariable()
+{
+    QVERIFY(!child<QPushButton>("references")->isEnabled());
+    QTest::keyClicks(child<QLineEdit>("variable"), text(" Main.front "));
+    QTest::keyClick(child<QLineEdit>("variable"), Qt::Key_Return);
+    QCOMPARE(results(), (QStringList{ text("Feed Positive limit:Main.front"), text("Turn Origin signal:Main.front") }));
+    QCOMPARE(status(), text("Uses of Main.front: 2."));
+    press(Qt::Key_F3);
+    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditPos"));
+    QCOMPARE(program->workbench->editors().currentEditor()->displayName(), text("Feed"));
+}
+
+void FindPanelTest::referencesFromTheSource_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("variable");
+    QTest::newRow("at its declaration") << 3 << 4 << text("Main.front");
+    QTest::newRow("at its use") << 6 << 1 << text("Main.front");
+    QTest::newRow("behind its last letter") << 6 << 6 << text("Main.front");
+    QTest::newRow("another one of the line") << 6 << 11 << text("Main.back");
+    QTest::newRow("of the same name in another program") << 10 << 5 << text("Aside.front");
+}
+
+void FindPanelTest::referencesFromTheSource()
+{
+    QFETCH(int, line);
+    QFETCH(int, column);
+    QFETCH(QString, variable);
+    SourceView* source = openSource();
+    QVERIFY(source);
+    source->goTo(line, column);
+    press(Qt::Key_F12, Qt::ShiftModifier);
+    QCOMPARE(child<QLineEdit>("variable")->text(), variable);
+    QVERIFY(child<QTreeWidget>("results")->isVisible());
+    QVERIFY(!results().isEmpty());
+    for (const QString& result : results())
+        QVERIFY2(result.contains(variable), qPrintable(result));
+}
+
+void FindPanelTest::referencesWithoutASourceAskForTheVariable()
+{
+    program->openAxis(text("Feed"));
+    press(Qt::Key_F12, Qt::ShiftModifier);
+    QTRY_VERIFY(child<QLineEdit>("variable")->hasFocus());
+    QVERIFY(results().isEmpty());
+}
+
+void FindPanelTest::anUnknownVariableIsNamed()
+{
+    for (const char* name : { "Main.unheard", "..", "Main..front", "<b>" }) {
+        child<QLineEdit>("variable")->setText(text(name));
+        child<QPushButton>("references")->click();
+        QVERIFY(results().isEmpty());
+        QCOMPARE(status(), QString(text("The project has no variable ") + text(name) + QLatin1Char('.')));
+    }
+    QCOMPARE(child<QLabel>("status")->textFormat(), Qt::PlainText);
+}
+
+void FindPanelTest::theMenuOfASourceOffersThem()
+{
+    const SourceView* source = openSource();
+    QVERIFY(source->actions().contains(program->workbench->action(text("edit.findReferences"))));
+}
+
+void FindPanelTest::closingTheProjectEmptiesTheList()
+{
+    search(text("front"));
+    QVERIFY(!results().isEmpty());
+    program->workbench->workspace().close();
+    QVERIFY(results().isEmpty());
+    QVERIFY(status().isEmpty());
+    press(Qt::Key_F3);
+    QVERIFY(!program->workbench->action(text("edit.find"))->isEnabled());
+}
+
+QTEST_MAIN(FindPanelTest)
+#include "FindPanelTest.moc"

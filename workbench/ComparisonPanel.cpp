@@ -1,0 +1,178 @@
+#include "workbench/ComparisonPanel.h"
+
+#include "ui_ComparisonPanel.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+enum Column { HereColumn, StateColumn, ThereColumn };
+
+QStandardItem* cell(const QString& text)
+{
+    auto* item = new QStandardItem(text);
+    item->setEditable(false);
+    item->setToolTip(text);
+    return item;
+}
+
+/// Stands where a project lacks what the other one has.
+QString absent()
+{
+    return QStringLiteral("\u2014");
+}
+
+} // namespace
+
+ComparisonPanel::ComparisonPanel(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::ComparisonPanel>())
+{
+    m_ui->setupUi(this);
+    joinTrees();
+    m_ui->values->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_ui->values->verticalHeader()->setVisible(false);
+    connect(m_ui->compare, &QPushButton::clicked, this, &ComparisonPanel::compareRequested);
+    connect(m_ui->stop, &QPushButton::clicked, this, &ComparisonPanel::stopRequested);
+    connect(m_ui->differencesOnly, &QCheckBox::toggled, this, &ComparisonPanel::fillValues);
+    setProjectOpen(false);
+    show(nullptr, QString());
+}
+
+ComparisonPanel::~ComparisonPanel() = default;
+
+void ComparisonPanel::joinTrees()
+{
+    QTreeView* here = m_ui->here;
+    QTreeView* there = m_ui->there;
+    m_model.setColumnCount(3);
+    for (QTreeView* view : { here, there }) {
+        view->setModel(&m_model);
+        view->setUniformRowHeights(true);
+        view->setAllColumnsShowFocus(true);
+        connect(view, &QTreeView::activated, this, [this](const QModelIndex& index) {
+            if (const ComparedAxis* axis = axisAt(index))
+                emit axisChosen(*axis);
+        });
+    }
+    here->hideColumn(ThereColumn);
+    here->header()->setStretchLastSection(false);
+    here->header()->setSectionResizeMode(HereColumn, QHeaderView::Stretch);
+    here->header()->setSectionResizeMode(StateColumn, QHeaderView::ResizeToContents);
+    there->hideColumn(HereColumn);
+    there->hideColumn(StateColumn);
+    there->setTreePosition(ThereColumn);
+    // Row stands beside row: both trees select, scroll and fold together.
+    QItemSelectionModel* own = there->selectionModel();
+    there->setSelectionModel(here->selectionModel());
+    delete own;
+    connect(here->selectionModel(), &QItemSelectionModel::currentChanged, this, &ComparisonPanel::fillValues);
+    connect(here->verticalScrollBar(), &QScrollBar::valueChanged, there->verticalScrollBar(), &QScrollBar::setValue);
+    connect(there->verticalScrollBar(), &QScrollBar::valueChanged, here->verticalScrollBar(), &QScrollBar::setValue);
+    connect(here, &QTreeView::expanded, there, &QTreeView::expand);
+    connect(there, &QTreeView::expanded, here, &QTreeView::expand);
+    connect(here, &QTreeView::collapsed, there, &QTreeView::collapse);
+    connect(there, &QTreeView::collapsed, here, &QTreeView::collapse);
+}
+
+QString ComparisonPanel::stateText(ComparedAxis::State state)
+{
+    switch (state) {
+    case ComparedAxis::Equal:
+        return tr("= Equal");
+    case ComparedAxis::Different:
+        return tr("\u2260 Different");
+    case ComparedAxis::OnlyHere:
+        return tr("\u2190 Only in this project");
+    case ComparedAxis::OnlyThere:
+        break;
+    }
+    return tr("\u2192 Only in the other project");
+}
+
+void ComparisonPanel::setProjectOpen(bool open)
+{
+    m_ui->compare->setEnabled(open);
+}
+
+void ComparisonPanel::show(const ProjectComparison* comparison, const QString& projectName)
+{
+    m_comparison = comparison && comparison->isOn() ? comparison : nullptr;
+    m_projectName = projectName;
+    fill();
+}
+
+void ComparisonPanel::fill()
+{
+    const ComparedAxis* current = axisAt(m_ui->here->currentIndex());
+    const QString selected = current ? current->name : QString();
+    m_axes = m_comparison ? m_comparison->axes() : QVector<ComparedAxis>();
+    m_model.removeRows(0, m_model.rowCount());
+    m_ui->stop->setEnabled(m_comparison);
+    m_ui->differencesOnly->setEnabled(m_comparison);
+    const QString file = m_comparison ? m_comparison->otherFile() : QString();
+    m_model.setHorizontalHeaderLabels({ tr("This project"), tr("State"), tr("Other project") });
+    m_ui->title->setText(m_comparison
+            ? QString(m_projectName + QStringLiteral(" \u2194 ") + QDir::toNativeSeparators(file))
+            : tr("No comparison is on."));
+    if (m_comparison) {
+        const bool equal = std::all_of(
+            m_axes.begin(), m_axes.end(), [](const ComparedAxis& axis) { return axis.state == ComparedAxis::Equal; });
+        fillRow(m_model.invisibleRootItem(), m_projectName, equal ? ComparedAxis::Equal : ComparedAxis::Different,
+            QFileInfo(file).completeBaseName());
+        for (const ComparedAxis& axis : qAsConst(m_axes))
+            fillRow(m_model.item(0), axis.here ? axis.name : absent(), axis.state, axis.there ? axis.name : absent());
+        m_ui->here->expandAll();
+        for (int row = 0; row < m_axes.size(); ++row) {
+            if (m_axes.at(row).name == selected)
+                m_ui->here->setCurrentIndex(m_model.item(0)->child(row)->index());
+        }
+    }
+    fillValues();
+}
+
+void ComparisonPanel::fillRow(
+    QStandardItem* parent, const QString& here, ComparedAxis::State state, const QString& there)
+{
+    parent->appendRow({ cell(here), cell(stateText(state)), cell(there) });
+}
+
+const ComparedAxis* ComparisonPanel::axisAt(const QModelIndex& index) const
+{
+    const bool valid = index.isValid() && index.parent().isValid() && index.row() < m_axes.size();
+    return valid ? &m_axes.at(index.row()) : nullptr;
+}
+
+void ComparisonPanel::fillValues()
+{
+    QTableWidget* table = m_ui->values;
+    table->setRowCount(0);
+    table->setHorizontalHeaderLabels({ tr("Key"), tr("This project"), tr("Other project") });
+    const ComparedAxis* axis = axisAt(m_ui->here->currentIndex());
+    m_ui->axisState->setText(axis ? QString(axis->name + QStringLiteral(": ") + stateText(axis->state)) : QString());
+    if (!axis || !m_comparison)
+        return;
+    const QVector<ComparedValue> values = m_comparison->values(*axis);
+    for (const ComparedValue& value : values) {
+        if (!value.differs && m_ui->differencesOnly->isChecked())
+            continue;
+        const int row = table->rowCount();
+        table->insertRow(row);
+        const QString key = value.differs ? QString(QStringLiteral("\u2260 ") + value.key) : value.key;
+        table->setItem(row, 0, new QTableWidgetItem(key));
+        table->setItem(row, 1, new QTableWidgetItem(value.here));
+        table->setItem(row, 2, new QTableWidgetItem(value.there));
+    }
+}
+
+void ComparisonPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    fill();
+}

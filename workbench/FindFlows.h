@@ -1,0 +1,46 @@
+#pragma once
+
+#include "workbench/ProjectFind.h"
+
+#include <QObject>
+
+class FindPanel;
+class MainWindow;
+class ProjectTree;
+class QAction;
+class Workspace;
+
+/// What a user does to find: open the panel, search, ask for the uses of a variable, go from place to place.
+class FindFlows : public QObject {
+    Q_OBJECT
+
+public:
+    /// The action asks for the uses of the variable under the cursor; source views offer it in their menus.
+    FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& editors, MainWindow& window,
+        QAction& referencesAction, QObject* parent = nullptr);
+    ~FindFlows() override;
+
+    /// Shows the panel, ready to be typed into.
+    void showPanel();
+    /// Searches for what stands in the panel.
+    void find();
+    /// Lists the uses of the variable that stands in the panel.
+    void findReferences();
+    /// The same for the variable under the cursor of the current source; without one the panel asks for it.
+    void findReferencesAtCursor();
+    /// Goes to the next place (1) or the one before (-1); searches first if the panel says something new.
+    void step(int direction);
+
+private:
+    void goTo(const FoundPlace& place);
+    void raisePanel();
+    QString variableAtCursor() const;
+
+    Workspace& m_workspace;
+    ProjectTree& m_tree;
+    EditorManager& m_editors;
+    MainWindow& m_window;
+    QAction& m_referencesAction;
+    FindPanel& m_panel;
+    ProjectFind m_find;
+};

@@ -1,0 +1,130 @@
+#include "workbench/FindPanel.h"
+
+#include "ui_FindPanel.h"
+
+#include <QEvent>
+
+namespace {
+
+/// Positions in the list of scopes, as the form has them.
+enum Scope { WholeProject, ThisEditor };
+
+} // namespace
+
+FindPanel::FindPanel(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::FindPanel>())
+{
+    m_ui->setupUi(this);
+    m_ui->find->setEnabled(false);
+    m_ui->references->setEnabled(false);
+    m_ui->results->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_ui->results->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    connect(m_ui->find, &QPushButton::clicked, this, &FindPanel::findRequested);
+    connect(m_ui->text, &QLineEdit::returnPressed, m_ui->find, &QPushButton::click);
+    connect(m_ui->references, &QPushButton::clicked, this, &FindPanel::referencesRequested);
+    connect(m_ui->variable, &QLineEdit::returnPressed, m_ui->references, &QPushButton::click);
+    connect(m_ui->text, &QLineEdit::textChanged, this, &FindPanel::noteChange);
+    connect(m_ui->scope, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &FindPanel::noteChange);
+    for (const QCheckBox* option : { m_ui->wholeWord, m_ui->caseSensitive, m_ui->backwards })
+        connect(option, &QCheckBox::toggled, this, &FindPanel::noteChange);
+    connect(
+        m_ui->variable, &QLineEdit::textChanged, this, [this] { m_ui->references->setEnabled(!variable().isEmpty()); });
+    connect(m_ui->results, &QTreeWidget::itemActivated, this,
+        [this](QTreeWidgetItem* item) { choose(m_ui->results->indexOfTopLevelItem(item)); });
+}
+
+FindPanel::~FindPanel() = default;
+
+void FindPanel::noteChange()
+{
+    m_upToDate = false;
+    m_ui->find->setEnabled(!m_ui->text->text().isEmpty());
+}
+
+FindRequest FindPanel::request() const
+{
+    FindRequest request;
+    request.text = m_ui->text->text();
+    request.wholeWord = m_ui->wholeWord->isChecked();
+    request.caseSensitive = m_ui->caseSensitive->isChecked();
+    request.backwards = m_ui->backwards->isChecked();
+    return request;
+}
+
+bool FindPanel::wholeProject() const
+{
+    return m_ui->scope->currentIndex() == WholeProject;
+}
+
+QString FindPanel::variable() const
+{
+    return m_ui->variable->text().trimmed();
+}
+
+void FindPanel::setVariable(const QString& path)
+{
+    m_ui->variable->setText(path);
+}
+
+bool FindPanel::isUpToDate() const
+{
+    return m_upToDate;
+}
+
+void FindPanel::editText()
+{
+    m_ui->text->setFocus(Qt::ShortcutFocusReason);
+    m_ui->text->selectAll();
+}
+
+void FindPanel::editVariable()
+{
+    m_ui->variable->setFocus(Qt::ShortcutFocusReason);
+    m_ui->variable->selectAll();
+}
+
+void FindPanel::show(const QVector<FoundPlace>& places, const QString& status)
+{
+    m_places = places;
+    m_visited = -1;
+    m_upToDate = true;
+    m_ui->results->clear();
+    for (const FoundPlace& place : places)
+        new QTreeWidgetItem(m_ui->results, { place.objectName, place.label, place.text });
+    m_ui->results->setCurrentItem(m_ui->results->topLevelItem(0));
+    showStatus(status);
+}
+
+void FindPanel::clear()
+{
+    show({}, QString());
+    m_upToDate = false;
+}
+
+void FindPanel::showStatus(const QString& status)
+{
+    m_ui->status->setText(status);
+    m_ui->status->setToolTip(status);
+}
+
+void FindPanel::step(int direction)
+{
+    const int count = m_places.size();
+    if (count == 0)
+        return;
+    const int from = m_visited < 0 && direction < 0 ? 0 : m_visited;
+    choose((from + direction + count) % count);
+}
+
+void FindPanel::choose(int row)
+{
+    m_visited = row;
+    m_ui->results->setCurrentItem(m_ui->results->topLevelItem(row));
+    emit placeChosen(m_places.at(row));
+}
+
+void FindPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        m_ui->retranslateUi(this);
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "workbench/ProjectFind.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QTreeWidgetItem;
+
+namespace Ui {
+class FindPanel;
+}
+
+/// Asks what to find, and lists what was found.
+class FindPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit FindPanel(QWidget* parent = nullptr);
+    ~FindPanel() override;
+
+    /// What the user has entered.
+    FindRequest request() const;
+    bool wholeProject() const;
+    QString variable() const;
+    void setVariable(const QString& path);
+    /// True when the list answers what is entered now.
+    bool isUpToDate() const;
+
+    /// Puts the focus on the text, or on the variable, ready to be typed over.
+    void editText();
+    void editVariable();
+
+    /// Lists places; the text above them says what they are.
+    void show(const QVector<FoundPlace>& places, const QString& status);
+    /// Forgets what was found.
+    void clear();
+    void showStatus(const QString& status);
+    const QVector<FoundPlace>& places() const { return m_places; }
+    /// Goes to the next (1) or the one before (-1), from the end on to the other end, as if the user had chosen it.
+    void step(int direction);
+
+signals:
+    void findRequested();
+    void referencesRequested();
+    void placeChosen(const FoundPlace& place);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void choose(int row);
+    void noteChange();
+
+    std::unique_ptr<Ui::FindPanel> m_ui;
+    QVector<FoundPlace> m_places;
+    /// Row of the place that was gone to last, -1 before the first.
+    int m_visited = -1;
+    bool m_upToDate = false;
+};

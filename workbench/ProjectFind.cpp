@@ -1,0 +1,154 @@
+#include "workbench/ProjectFind.h"
+
+#include "sdk/IEditorFactory.h"
+#include "sdk/IEditorFinder.h"
+#include "workbench/EditorManager.h"
+#include "workbench/ProjectTree.h"
+
+#include <algorithm>
+
+namespace {
+
+int flagsOf(const FindRequest& request)
+{
+    return (request.wholeWord ? FindWholeWord : 0) | (request.caseSensitive ? FindCaseSensitive : 0)
+        | (request.backwards ? FindBackwards : 0);
+}
+
+bool isSamePlace(const FoundPlace& a, const FoundPlace& b)
+{
+    return a.nodePath == b.nodePath && a.location == b.location && a.label == b.label && a.text == b.text;
+}
+
+/// Adds a place unless it is there already. Places of one object stand together, at the end.
+void add(FindOutcome* outcome, const FoundPlace& place)
+{
+    for (auto each = outcome->places.rbegin(); each != outcome->places.rend(); ++each) {
+        if (each->nodePath != place.nodePath)
+            break;
+        if (isSamePlace(*each, place))
+            return;
+    }
+    outcome->places.append(place);
+}
+
+} // namespace
+
+ProjectFind::ProjectFind(ProjectTree& tree, const EditorManager& editors) : m_tree(tree), m_editors(editors) { }
+
+void ProjectFind::collect(const QString& path, QStringList* nodes) const
+{
+    nodes->append(path);
+    const QStringList children = m_tree.childNodes(path);
+    for (const QString& child : children)
+        collect(child, nodes);
+}
+
+std::unique_ptr<IEditorFinder> ProjectFind::finderFor(const QString& nodePath) const
+{
+    const QString type = m_tree.nodeProperty(nodePath, QStringLiteral("MimeType"), QString()).toString();
+    IEditorFactory* factory = type.isEmpty() ? nullptr : m_editors.factory(type);
+    std::unique_ptr<IEditorFinder> finder(factory ? factory->createFinder() : nullptr);
+    return finder && finder->bindNode(nodePath) ? std::move(finder) : nullptr;
+}
+
+FoundPlace ProjectFind::placeAt(const QString& nodePath) const
+{
+    FoundPlace place;
+    place.nodePath = nodePath;
+    place.objectName = m_tree.nodeProperty(nodePath, QStringLiteral("DisplayName"), nodePath).toString();
+    return place;
+}
+
+FindOutcome ProjectFind::findBelow(const QString& path, const FindRequest& request) const
+{
+    QStringList nodes;
+    collect(path, &nodes);
+    if (request.backwards)
+        std::reverse(nodes.begin(), nodes.end());
+    FindOutcome outcome;
+    for (const QString& node : qAsConst(nodes)) {
+        const std::unique_ptr<IEditorFinder> finder = finderFor(node);
+        if (!finder)
+            continue;
+        finder->setFindFlags(flagsOf(request));
+        search(*finder, request.text, QString(), QString(), &outcome);
+        ++outcome.objects;
+    }
+    return outcome;
+}
+
+FindOutcome ProjectFind::findIn(const QString& nodePath, const FindRequest& request) const
+{
+    FindOutcome outcome;
+    const std::unique_ptr<IEditorFinder> finder = finderFor(nodePath);
+    if (!finder)
+        return outcome;
+    outcome.objects = 1;
+    finder->setFindFlags(flagsOf(request) & ~FindWholeWord);
+    const QString start = startIn(*finder);
+    finder->setFindFlags(flagsOf(request));
+    search(*finder, request.text, start, QString(), &outcome);
+    if (!start.isEmpty())
+        search(*finder, request.text, QString(), start, &outcome);
+    return outcome;
+}
+
+// A finder may be given only places that it knows. An empty text stands at all of them, so a search for it tells
+// whether the place where the user is is one.
+QString ProjectFind::startIn(IEditorFinder& finder) const
+{
+    const QString position = finder.currentPosition();
+    FindOutcome all;
+    if (!position.isEmpty())
+        search(finder, QString(), QString(), QString(), &all);
+    const bool known = std::any_of(all.places.begin(), all.places.end(), [&position](const FoundPlace& place) {
+        return place.location.section(QLatin1Char('.'), -1).compare(position, Qt::CaseInsensitive) == 0;
+    });
+    return known ? position : QString();
+}
+
+void ProjectFind::search(
+    IEditorFinder& finder, const QString& text, const QString& from, const QString& end, FindOutcome* outcome) const
+{
+    const FoundPlace object = placeAt(finder.nodePath());
+    finder.setStartPosition(from);
+    finder.setEndPosition(end);
+    for (int answer = 0; answer < maximumAnswers; ++answer) {
+        if (!finder.findNext(text)) {
+            outcome->problems.append(tr("%1 could not be read.").arg(object.objectName));
+            return;
+        }
+        const EditorLocation result = finder.result();
+        if (result.atEnd)
+            return;
+        FoundPlace found = object;
+        found.text = result.matchedText;
+        found.label = result.label;
+        found.location = result.location;
+        add(outcome, found);
+    }
+    outcome->problems.append(tr("The search in %1 did not come to an end and was stopped after %2 places.")
+                                 .arg(object.objectName)
+                                 .arg(maximumAnswers));
+}
+
+FindOutcome ProjectFind::findReferences(const QString& path, const QString& variable) const
+{
+    QStringList nodes;
+    collect(path, &nodes);
+    FindOutcome outcome;
+    for (const QString& node : qAsConst(nodes)) {
+        const std::unique_ptr<IEditorFinder> finder = finderFor(node);
+        if (!finder)
+            continue;
+        ++outcome.objects;
+        QVector<FindResult> results;
+        if (!finder->findReferences(variable, results))
+            outcome.problems.append(tr("%1 could not be read.").arg(placeAt(node).objectName));
+        for (const FindResult& result : qAsConst(results))
+            outcome.places.append(
+                { result.nodePath, result.objectName, result.matchedText, result.label, result.location });
+    }
+    return outcome;
+}
