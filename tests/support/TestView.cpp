@@ -68,6 +68,7 @@ bool TestView::removeNode(const QString& path, bool withIndex)
 void TestView::setNodeProperty(const QString& path, const QString& key, const QVariant& value)
 {
     m_log.add("view.setNodeProperty", { path, key, value.toString() });
+    reportSelection();
     Node* node = find(path);
     if (!node)
         return;

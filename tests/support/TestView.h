@@ -34,8 +34,8 @@ public:
     QString nodePathOfFile(const QString& fileName, bool currentProjectFirst) override;
     QString nodePathOfKey(const QString& nodeType, unsigned id) override;
 
-    /// Reported as selected whenever a node comes or goes, as by a tree whose current row moves with that; none if
-    /// empty.
+    /// Reported as selected whenever a node comes, goes or changes, as by a tree whose current row moves with that;
+    /// none if empty.
     QString selectedByChanges;
     /// The fallback that the last nodeProperty passed.
     QVariant lastFallback;
