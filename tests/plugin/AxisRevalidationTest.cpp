@@ -12,12 +12,15 @@
 // AxisModel::getAxisBaseSettingList to the wrapper, since no description is read that holds an entry twice.
 static QHash<QString, QStringList> standIns;
 
-extern "C" QStringList __real__ZNK9AxisModel22getAxisBaseSettingListER7QString(const AxisModel* model, QString& group);
-extern "C" Q_DECL_EXPORT QStringList __wrap__ZNK9AxisModel22getAxisBaseSettingListER7QString(
-    const AxisModel* model, QString& group)
+QStringList listOfTheModel(const AxisModel* model, QString& group) __asm__(
+    "__real__ZNK9AxisModel22getAxisBaseSettingListER7QString");
+Q_DECL_EXPORT QStringList listForTheTest(const AxisModel* model, QString& group) __asm__(
+    "__wrap__ZNK9AxisModel22getAxisBaseSettingListER7QString");
+
+QStringList listForTheTest(const AxisModel* model, QString& group)
 {
     const auto own = standIns.constFind(group);
-    return own != standIns.constEnd() ? *own : __real__ZNK9AxisModel22getAxisBaseSettingListER7QString(model, group);
+    return own != standIns.constEnd() ? *own : listOfTheModel(model, group);
 }
 
 namespace {
