@@ -137,7 +137,12 @@ void ComparisonPanel::fill()
 void ComparisonPanel::fillRow(
     QStandardItem* parent, const QString& here, ComparedAxis::State state, const QString& there)
 {
-    parent->appendRow({ cell(here), cell(stateText(state)), cell(there) });
+    const QList<QStandardItem*> cells{ cell(here), cell(stateText(state)), cell(there) };
+    // A symbol that comes from another font would make the rows of one tree taller than those beside them.
+    const QFontMetrics metrics = fontMetrics();
+    for (QStandardItem* each : cells)
+        each->setSizeHint({ metrics.horizontalAdvance(each->text()) + 24, metrics.height() + 8 });
+    parent->appendRow(cells);
 }
 
 const ComparedAxis* ComparisonPanel::axisAt(const QModelIndex& index) const

@@ -329,6 +329,7 @@ void ProjectComparisonTest::treesStandBesideEachOther()
     QCOMPARE(cell(2, 2).data().toString(), QStringLiteral("\u2014"));
     QCOMPARE(cell(3, 0).data().toString(), QStringLiteral("\u2014"));
     QCOMPARE(cell(3, 2).data().toString(), QStringLiteral("Lift"));
+    QCOMPARE(here->visualRect(cell(1, 0)).top(), there->visualRect(cell(1, 2)).top());
     here->collapse(here->model()->index(0, 0));
     QVERIFY(!there->isExpanded(there->model()->index(0, 0)));
     there->expand(there->model()->index(0, 0));
