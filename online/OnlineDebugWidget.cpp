@@ -79,7 +79,6 @@ OnlineDebugWidget::~OnlineDebugWidget()
         if (monitorTimer)
             monitorTimer->stop();
     }
-    disconnect();
 }
 
 void OnlineDebugWidget::setUpForm()

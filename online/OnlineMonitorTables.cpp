@@ -21,6 +21,11 @@ void setUpView(QTableView& view, QStandardItemModel& model)
     view.setModel(&model);
     view.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     view.verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // The views' sizes are fixed: header and rows share what there is, in the small font of the page's upper part.
+    view.horizontalHeader()->setMinimumSectionSize(1);
+    view.verticalHeader()->setMinimumSectionSize(1);
+    for (QHeaderView* header : { view.horizontalHeader(), view.verticalHeader() })
+        header->setFont(view.font());
     view.setEditTriggers(QAbstractItemView::NoEditTriggers);
     view.setProperty("styleType", QStringLiteral("commonTable"));
 }
