@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMetaType>
 #include <QString>
 #include <QVector>
 
@@ -34,3 +35,5 @@ QVector<Step> takeLog();
 int logSize();
 
 } // namespace FaultVfs
+
+Q_DECLARE_METATYPE(FaultVfs::Operation)

@@ -234,7 +234,6 @@ void StoreFaultTest::aFailedCreationLeavesNothingBehind()
     QVERIFY(failures > 5);
 }
 
-Q_DECLARE_METATYPE(FaultVfs::Operation)
 
 QTEST_GUILESS_MAIN(StoreFaultTest)
 #include "StoreFaultTest.moc"

@@ -142,6 +142,10 @@
 <context>
     <name>ControllerDescription</name>
     <message>
+        <source>: stands there twice</source>
+        <translation>：出现了两次</translation>
+    </message>
+    <message>
         <source>at byte %1: %2</source>
         <translation>第 %1 字节：%2</translation>
     </message>
@@ -385,6 +389,110 @@
 </context>
 <context>
     <name>LanguageCore</name>
+    <message>
+        <source>a resource, a task, a program or END_CONFIGURATION is expected</source>
+        <translation>此处应为资源、任务、程序或 END_CONFIGURATION</translation>
+    </message>
+    <message>
+        <source>a task, a program or END_RESOURCE is expected</source>
+        <translation>此处应为任务、程序或 END_RESOURCE</translation>
+    </message>
+    <message>
+        <source>END_FUNCTION is expected</source>
+        <translation>此处应为 END_FUNCTION</translation>
+    </message>
+    <message>
+        <source>END_FUNCTION_BLOCK is expected</source>
+        <translation>此处应为 END_FUNCTION_BLOCK</translation>
+    </message>
+    <message>
+        <source>END_PROGRAM is expected</source>
+        <translation>此处应为 END_PROGRAM</translation>
+    </message>
+    <message>
+        <source>the declaration of a type or END_TYPE is expected</source>
+        <translation>此处应为类型声明或 END_TYPE</translation>
+    </message>
+    <message>
+        <source>the declaration of a variable or END_VAR is expected</source>
+        <translation>此处应为变量声明或 END_VAR</translation>
+    </message>
+    <message>
+        <source>the declaration of a member or END_STRUCT is expected</source>
+        <translation>此处应为成员声明或 END_STRUCT</translation>
+    </message>
+    <message>
+        <source>an initial value is expected</source>
+        <translation>此处应为初始值</translation>
+    </message>
+    <message>
+        <source>a type is expected</source>
+        <translation>此处应为类型</translation>
+    </message>
+    <message>
+        <source>a whole number or constant is expected</source>
+        <translation>此处应为整数或常量</translation>
+    </message>
+    <message>
+        <source>an upper bound is expected</source>
+        <translation>此处应为上界</translation>
+    </message>
+    <message>
+        <source>a range such as 0..9 is expected</source>
+        <translation>此处应为范围，例如 0..9</translation>
+    </message>
+    <message>
+        <source>an address such as %IX0.0 is expected</source>
+        <translation>此处应为地址，例如 %IX0.0</translation>
+    </message>
+    <message>
+        <source>TO is expected</source>
+        <translation>此处应为 TO</translation>
+    </message>
+    <message>
+        <source>OF is expected</source>
+        <translation>此处应为 OF</translation>
+    </message>
+    <message>
+        <source>&apos;..&apos; is expected</source>
+        <translation>此处应为“..”</translation>
+    </message>
+    <message>
+        <source>&apos;[&apos; is expected</source>
+        <translation>此处应为“[”</translation>
+    </message>
+    <message>
+        <source>&apos;;&apos; is expected</source>
+        <translation>此处应为“;”</translation>
+    </message>
+    <message>
+        <source>&apos;:&apos; is expected</source>
+        <translation>此处应为“:”</translation>
+    </message>
+    <message>
+        <source>the name of a value is expected</source>
+        <translation>此处应为枚举值的名称</translation>
+    </message>
+    <message>
+        <source>the name of the extended type is expected</source>
+        <translation>此处应为被扩展类型的名称</translation>
+    </message>
+    <message>
+        <source>the name of a task is expected</source>
+        <translation>此处应为任务名</translation>
+    </message>
+    <message>
+        <source>the name of a variable is expected</source>
+        <translation>此处应为变量名</translation>
+    </message>
+    <message>
+        <source>a name is expected</source>
+        <translation>此处应为名称</translation>
+    </message>
+    <message>
+        <source>a declaration (PROGRAM, FUNCTION_BLOCK, FUNCTION, TYPE, VAR_GLOBAL or CONFIGURATION) is expected</source>
+        <translation>此处应为声明（PROGRAM、FUNCTION_BLOCK、FUNCTION、TYPE、VAR_GLOBAL 或 CONFIGURATION）</translation>
+    </message>
     <message>
         <source>an expression is expected</source>
         <translation>应为表达式</translation>
@@ -1100,6 +1208,10 @@
 </context>
 <context>
     <name>StoreFile</name>
+    <message>
+        <source>the file is damaged (a part of it is missing)</source>
+        <translation>文件已损坏（缺少一部分）</translation>
+    </message>
     <message>
         <source>this is not a project file</source>
         <translation>这不是工程文件</translation>
