@@ -23,7 +23,7 @@ class KESTRUN_PROJECTMODEL_EXPORT AxisModel : public SubModel {
 
 public:
     /// States of an axis on the controller, in the numbers of the status reply.
-    enum AxisState {
+    enum AxisState : int {
         Disabled = 0,
         ErrorStop = 1,
         Stopping = 2,
