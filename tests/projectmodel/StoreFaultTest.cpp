@@ -234,6 +234,5 @@ void StoreFaultTest::aFailedCreationLeavesNothingBehind()
     QVERIFY(failures > 5);
 }
 
-
 QTEST_GUILESS_MAIN(StoreFaultTest)
 #include "StoreFaultTest.moc"
