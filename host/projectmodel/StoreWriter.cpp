@@ -32,6 +32,15 @@ bool isSame(const AxisChange& change)
         && change.now.viewInfo == change.stored.viewInfo;
 }
 
+/// Bounds the number of statements that stay prepared.
+constexpr int mostRowsAtOnce = 32;
+
+QString insertRows(const QString& table, int count)
+{
+    return QStringLiteral("REPLACE INTO %1 VALUES(?, ?, ?)").arg(table)
+        + QStringLiteral(", (?, ?, ?)").repeated(count - 1);
+}
+
 bool changesRowCounts(const ProjectChanges& changes)
 {
     return !changes.removedAxes.isEmpty() || !changes.removedSources.isEmpty() || !changes.settings.isEmpty()
@@ -110,16 +119,36 @@ bool StoreWriter::writeAxis(const AxisChange& change)
 // what is new or different.
 bool StoreWriter::writeMap(const QString& table, quint32 axis, const Texts& now, const Texts& stored)
 {
-    QSqlQuery* insert = m_connection.prepared(QStringLiteral("REPLACE INTO %1 VALUES(?, ?, ?)").arg(table));
-    if (!insert)
-        return false;
+    QVector<Texts::const_iterator> different;
     auto old = stored.begin();
     for (auto it = now.begin(); it != now.end(); ++it) {
         const bool isKnown = old != stored.end() && old.key() == it.key();
-        if ((!isKnown || old.value() != it.value()) && !m_connection.execute(*insert, axis, it.key(), it.value()))
-            return false;
+        if (!isKnown || old.value() != it.value())
+            different.append(it);
         if (isKnown)
             ++old;
+    }
+    return writeRows(table, axis, different);
+}
+
+// A statement for many rows saves most of what a run through the database's driver costs.
+bool StoreWriter::writeRows(const QString& table, quint32 axis, const QVector<Texts::const_iterator>& rows)
+{
+    int next = 0;
+    while (next < rows.size()) {
+        const int count = std::min(rows.size() - next, mostRowsAtOnce);
+        QSqlQuery* insert = m_connection.prepared(insertRows(table, count));
+        if (!insert)
+            return false;
+        int place = 0;
+        for (const auto& row : rows.mid(next, count)) {
+            insert->bindValue(place++, axis);
+            insert->bindValue(place++, row.key());
+            insert->bindValue(place++, row.value());
+        }
+        if (!m_connection.execute(*insert))
+            return false;
+        next += count;
     }
     return true;
 }

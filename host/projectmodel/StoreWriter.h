@@ -4,6 +4,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QVector>
 
 class StoreConnection;
 
@@ -25,6 +26,7 @@ private:
     bool writeTexts(const QString& table, const Texts& texts);
     bool writeTallies();
     bool writeMap(const QString& table, quint32 axis, const Texts& now, const Texts& stored);
+    bool writeRows(const QString& table, quint32 axis, const QVector<Texts::const_iterator>& rows);
     bool removeAxis(quint32 id);
     bool removeSources(const QStringList& names);
 
