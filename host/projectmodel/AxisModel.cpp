@@ -279,6 +279,7 @@ bool AxisModel::save(AxisTable& record)
     if (d->project->isReadOnly() && !record.modified)
         return false;
     ProjectChanges changes;
+    const std::vector<AxisTable*> givers = freeStoredName(record, changes);
     changes.axes.append({ record.m_data, record.m_stored, record.m_isStored });
     QString error;
     if (!d->project->write(changes, &error)) {
@@ -289,9 +290,45 @@ bool AxisModel::save(AxisTable& record)
         emit project()->storeFailed(tr("The axis %1 is not stored. %2").arg(record.name(), error));
         return false;
     }
+    for (AxisTable* each : givers) {
+        each->m_isStored = d->contains(each);
+        each->m_stored.name = each->m_data.name;
+    }
     record.markStored();
     recordChanged();
     return true;
+}
+
+// Removals and renamings wait in memory for the project's save. If a record were stored under a name that another one
+// still has in the file, a crash would leave two axes of one name there. Of a renamed holder just the new name is
+// stored, which may in turn be a name that the file still has elsewhere.
+std::vector<AxisTable*> AxisModel::freeStoredName(const AxisTable& record, ProjectChanges& changes) const
+{
+    std::vector<AxisTable*> givers;
+    QStringList wanted{ record.m_data.name };
+    for (int i = 0; i < wanted.size(); ++i) {
+        const auto holds = [&](const AxisTable* each) {
+            return each != &record && each->m_isStored
+                && each->m_stored.name.compare(wanted.at(i), Qt::CaseInsensitive) == 0
+                && std::find(givers.begin(), givers.end(), each) == givers.end();
+        };
+        for (AxisTable* each : d->removed) {
+            if (!holds(each))
+                continue;
+            changes.removedAxes.append(each->id());
+            givers.push_back(each);
+        }
+        for (AxisTable* each : d->records) {
+            if (!holds(each))
+                continue;
+            AxisRecordData renamed = each->m_stored;
+            renamed.name = each->m_data.name;
+            changes.axes.append({ renamed, each->m_stored, true });
+            wanted.append(renamed.name);
+            givers.push_back(each);
+        }
+    }
+    return givers;
 }
 
 bool AxisModel::load(AxisTable& record)

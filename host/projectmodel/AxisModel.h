@@ -97,6 +97,8 @@ private:
     void markStored();
 
     bool save(AxisTable& record);
+    /// Adds to the changes that the name of the record is free in the file; the records that have given it up.
+    std::vector<AxisTable*> freeStoredName(const AxisTable& record, ProjectChanges& changes) const;
     bool load(AxisTable& record);
     void recordChanged() const;
     void renumber(AxisTable& record);

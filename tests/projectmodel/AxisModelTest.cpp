@@ -6,6 +6,11 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <functional>
+
+using TakeName = std::function<AxisTable*(AxisModel*)>;
+Q_DECLARE_METATYPE(TakeName)
+
 class AxisModelTest : public QObject {
     Q_OBJECT
 
@@ -29,6 +34,8 @@ private slots:
     void aRenamedAxisIsStoredByItsOwnSave();
     void addingRemovingAndRenamingStayInMemoryUntilTheProjectIsSaved();
     void aRemovedAndRestoredAxisIsStoredAgainAfterASaveBetween();
+    void aStoredNameIsGivenUpWithTheSaveOfItsNewOwner_data();
+    void aStoredNameIsGivenUpWithTheSaveOfItsNewOwner();
     void changesOfTheListAreAnnounced();
     void repairOfNumbers_data();
     void repairOfNumbers();
@@ -275,6 +282,51 @@ void AxisModelTest::aRemovedAndRestoredAxisIsStoredAgainAfterASaveBetween()
     m_project->reopen();
     QCOMPARE(axes()->axisTable(1)->property(QStringLiteral("MaxVel"), QString()), QStringLiteral("77"));
     QCOMPARE(axes()->axisTable(1)->property(QStringLiteral("HomeMode"), QString()), QStringLiteral("Homing_1"));
+}
+
+void AxisModelTest::aStoredNameIsGivenUpWithTheSaveOfItsNewOwner_data()
+{
+    QTest::addColumn<TakeName>("takeName");
+    QTest::addColumn<QStringList>("stored");
+
+    QTest::newRow("a new axis takes the name of a removed one") << TakeName([](AxisModel* axes) {
+        axes->removeAxisTable(axes->axisTable(1));
+        return axes->addAxisTable(QStringLiteral("FEEDER"));
+    }) << QStringList{ QStringLiteral("FEEDER"), QStringLiteral("Knife") };
+    QTest::newRow("a new axis takes the name of a renamed one") << TakeName([](AxisModel* axes) {
+        axes->renameAxisTable(1, QStringLiteral("Winder"));
+        return axes->addAxisTable(QStringLiteral("Feeder"));
+    }) << QStringList{ QStringLiteral("Feeder"), QStringLiteral("Knife"), QStringLiteral("Winder") };
+    QTest::newRow("two axes change names by way of a third") << TakeName([](AxisModel* axes) {
+        axes->renameAxisTable(1, QStringLiteral("Between"));
+        axes->renameAxisTable(2, QStringLiteral("Feeder"));
+        axes->renameAxisTable(1, QStringLiteral("Knife"));
+        return axes->axisTable(2);
+    }) << QStringList{ QStringLiteral("Feeder"), QStringLiteral("Knife") };
+}
+
+void AxisModelTest::aStoredNameIsGivenUpWithTheSaveOfItsNewOwner()
+{
+    QFETCH(TakeName, takeName);
+    QFETCH(QStringList, stored);
+    add("Feeder");
+    add("Knife");
+    m_project->save();
+    axes()->axisTable(1)->setProperty(QStringLiteral("HomeSpeed"), QStringLiteral("77"));
+
+    QVERIFY(takeName(axes())->save());
+
+    // Closing without a save is what a crash leaves.
+    m_project->reopen();
+    std::vector<AxisTable*> tables;
+    axes()->allAxisTables(tables);
+    QStringList names;
+    for (const AxisTable* each : tables) {
+        names.append(each->name());
+        QVERIFY(each->property(QStringLiteral("HomeSpeed"), QString()) != QStringLiteral("77"));
+    }
+    names.sort();
+    QCOMPARE(names, stored);
 }
 
 void AxisModelTest::changesOfTheListAreAnnounced()
