@@ -28,7 +28,8 @@ QIcon icon(bool lightTheme);
 
 /// The node that carries a project's axes.
 Solution::NodeDescription unitNode(bool lightTheme);
-/// The node of an axis under the unit node of that path, with the axis's device number.
+/// The node of an axis, with the axis's device number. Its file is named by the path of the current project's unit
+/// node.
 Solution::NodeDescription axisNode(const AxisTable& axis, const QString& unitPath, bool lightTheme);
 /// The same for an axis that comes back through an undo: without the device number.
 Solution::NodeDescription restoredAxisNode(const AxisTable& axis, const QString& unitPath, bool lightTheme);

@@ -160,7 +160,7 @@ void MotionControlAxisPlugin::addProjectNodes(Solution::View& view, AxisModel* a
     axes->allAxisTables(tables);
     for (const AxisTable* table : tables) {
         if (table)
-            view.addNode(unitPath, AxisNodes::axisNode(*table, unitPath, defaultTheme), 0);
+            view.addNode(unitPath, AxisNodes::axisNode(*table, unitNodePath, defaultTheme), 0);
     }
     axes->updateDeviceAxisInfo();
 }

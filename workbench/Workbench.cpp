@@ -266,8 +266,15 @@ void Workbench::setLanguage(const QString& locale)
     m_settings.setValue(Solution::ConfigKey::language(), locale);
     m_language.install(locale);
     m_plugins.setLanguage(locale);
-    m_workspace.showAnew();
-    m_workspace.openEditors(files, current);
+    // Plug-ins hear of the option page that is being applied first: they may describe their nodes by another of its
+    // choices, the theme.
+    QMetaObject::invokeMethod(
+        &m_workspace,
+        [this, files, current] {
+            m_workspace.showAnew();
+            m_workspace.openEditors(files, current);
+        },
+        Qt::QueuedConnection);
 }
 
 void Workbench::showProjectState()

@@ -8,6 +8,7 @@
 #include "sdk/ServiceKeys.h"
 #include "sdk/ServiceLocator.h"
 #include "tests/support/MessageBoxWatcher.h"
+#include "tests/support/ModalDialogDriver.h"
 #include "workbench/MessageBar.h"
 #include "workbench/OutputPanel.h"
 #include "workbench/ProblemsPanel.h"
@@ -16,6 +17,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -50,6 +52,7 @@ private slots:
     void leavingWithUnsavedChangesAsks_data();
     void leavingWithUnsavedChangesAsks();
     void anotherLanguageOpensTheEditorsAnew();
+    void themeAndLanguageAppliedTogetherReachTheAxes();
     void theThemeStandsInCookiesAndSettings();
     void theSessionComesBack();
     void aSourceThatDoesNotParseIsShownWithItsPlace();
@@ -367,12 +370,33 @@ void WorkbenchTest::anotherLanguageOpensTheEditorsAnew()
     const QString path = before->nodePath();
     workbench->setLanguage(QStringLiteral("zh_CN"));
     QCOMPARE(workbench->language(), QStringLiteral("zh_CN"));
-    QCOMPARE(workbench->editors().editors().size(), 1);
+    QTRY_COMPARE(workbench->editors().editors().size(), 1);
     QVERIFY(workbench->editors().currentEditor() != before);
     QCOMPARE(workbench->editors().currentEditor()->nodePath(), path);
     QCOMPARE(workbench->plugins().entries().front().plugin->description, QStringLiteral("运动控制轴"));
     workbench->setLanguage(QStringLiteral("en_US"));
-    QCOMPARE(workbench->editors().editors().size(), 1);
+    QTRY_COMPARE(workbench->editors().editors().size(), 1);
+}
+
+void WorkbenchTest::themeAndLanguageAppliedTogetherReachTheAxes()
+{
+    createProject();
+    const auto iconOf = [this](const QString& path) {
+        const QVariant icon = workbench->tree().nodeProperty(path, QStringLiteral("Icon"), QVariant());
+        return icon.value<QIcon>().pixmap(16).toImage();
+    };
+    const QImage light = iconOf(axisPath(0));
+    ModalDialogDriver driver([](QDialog* dialog) {
+        dialog->findChild<QComboBox*>(QStringLiteral("theme"))->setCurrentIndex(1);
+        auto* language = dialog->findChild<QComboBox*>(QStringLiteral("language"));
+        language->setCurrentIndex(language->findData(QStringLiteral("zh_CN")));
+        dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttons"))->button(QDialogButtonBox::Ok)->click();
+    });
+    workbench->options().exec(QString());
+    QTRY_VERIFY(iconOf(axisPath(0)) != light);
+    QCOMPARE(iconOf(axisPath(0)), iconOf(unitPath()));
+    workbench->setLanguage(QStringLiteral("en_US"));
+    workbench->setTheme(QStringLiteral("default.qss"));
 }
 
 void WorkbenchTest::theThemeStandsInCookiesAndSettings()
