@@ -1,5 +1,7 @@
 #include "workbench/Workbench.h"
 
+#include "host/projectmodel/AxisModel.h"
+#include "host/projectmodel/AxisTable.h"
 #include "host/projectmodel/ProjectModel.h"
 #include "sdk/IEditor.h"
 #include "sdk/ServiceKeys.h"
@@ -13,9 +15,11 @@
 #include "workbench/StartPage.h"
 #include "workbench/Theme.h"
 #include "workbench/ToolWindowManager.h"
+#include "workbench/monitor/CurvePanel.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QLocale>
 #include <QMenu>
@@ -32,6 +36,19 @@ QString startLanguage(const IConfiguration& settings)
 {
     const QString wanted = settings.value(Solution::ConfigKey::language(), QLocale::system().name()).toString();
     return wanted.startsWith(QLatin1String("zh")) ? QStringLiteral("zh_CN") : QStringLiteral("en_US");
+}
+
+/// The name of the axis that has that number on the controller, empty when the project has none.
+QString axisNameOf(const ProjectModel* project, int axisNo)
+{
+    std::vector<AxisTable*> tables;
+    if (project)
+        project->axisModel()->allAxisTables(tables);
+    for (const AxisTable* table : tables) {
+        if (table->property(QStringLiteral("AxisNo"), QString()).toInt() == axisNo)
+            return table->name();
+    }
+    return QString();
 }
 
 } // namespace
@@ -63,6 +80,7 @@ Workbench::Workbench(const WorkbenchPaths& paths)
     addOptionPages();
     connectActions();
     connectPanels();
+    addCurvePanel();
     connectTree();
 }
 
@@ -83,6 +101,7 @@ void Workbench::publishServices()
     m_application.publish(Solution::ServiceKey::settings(), &m_settings);
     m_application.publish(Solution::ServiceKey::logManager(), &m_log);
     m_application.publish(Solution::ServiceKey::transfer(), &m_connection);
+    m_application.publish(Solution::ServiceKey::variableMonitor(), &m_monitor);
     m_application.publish(Solution::ServiceKey::comparatorManager(), &m_comparators);
     m_application.publish(Solution::ServiceKey::diagnosisInfo(), &m_diagnosis);
     m_editors.addEditorFactory(&m_sourceFactory);
@@ -149,6 +168,21 @@ void Workbench::connectPanels()
         return may;
     });
     m_editors.setAskUnsaved([this](const QStringList& names) { return m_flows.askUnsaved(names); });
+}
+
+void Workbench::addCurvePanel()
+{
+    const QString name = QStringLiteral("curves");
+    auto* panel = new CurvePanel(m_monitor);
+    m_window.toolWindows().addToolWindow(name, panel->windowTitle(), panel);
+    QDockWidget* dock = m_window.toolWindows().panel(name);
+    connect(panel, &QWidget::windowTitleChanged, dock, &QDockWidget::setWindowTitle);
+    connect(panel, &CurvePanel::reported, &m_log, &LogManager::report);
+    if (auto* menu = m_window.findChild<QMenu*>(QStringLiteral("viewMenu")))
+        menu->addAction(dock->toggleViewAction());
+    m_monitor.setAxisNames([this](int axisNo) { return axisNameOf(m_workspace.project(), axisNo); });
+    connect(m_undo.stack(), &QUndoStack::indexChanged, &m_monitor, &VariableMonitor::axesChanged);
+    connect(&m_workspace, &Workspace::closed, &m_monitor, &VariableMonitor::forgetAll);
 }
 
 void Workbench::connectTree()

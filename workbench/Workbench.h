@@ -23,6 +23,7 @@
 #include "workbench/SourceEditor.h"
 #include "workbench/UndoHelper.h"
 #include "workbench/Workspace.h"
+#include "workbench/monitor/VariableMonitor.h"
 
 #include <QObject>
 
@@ -65,6 +66,7 @@ public:
     ComparisonFlows& comparisonFlows() { return m_comparisonFlows; }
     Settings& settings() { return m_settings; }
     ConnectionState& connection() { return m_connection; }
+    VariableMonitor& monitor() { return m_monitor; }
     ComparatorManager& comparators() { return m_comparators; }
     Application& application() { return m_application; }
     OptionManager& options() { return m_options; }
@@ -81,6 +83,7 @@ private:
     void addOptionPages();
     void connectActions();
     void connectPanels();
+    void addCurvePanel();
     void connectTree();
     void onNodeEvent(const QString& path, Solution::NodeEvent event, const QVariant& param);
     void showProjectState();
@@ -96,6 +99,7 @@ private:
     UndoHelper m_undo;
     ActionManager m_actions;
     ConnectionState m_connection;
+    VariableMonitor m_monitor;
     ComparatorManager m_comparators;
     OptionManager m_options;
     ControllerCatalog m_catalog;

@@ -237,6 +237,163 @@
     </message>
 </context>
 <context>
+    <name>CurveExport</name>
+    <message>
+        <source>Time [s]</source>
+        <translation>时间 [s]</translation>
+    </message>
+    <message>
+        <source>The curves are not saved: %1 cannot be written. %2</source>
+        <translation>曲线未保存：无法写入 %1。%2</translation>
+    </message>
+</context>
+<context>
+    <name>CurveLegend</name>
+    <message>
+        <source>Set position</source>
+        <translation>设定位置</translation>
+    </message>
+    <message>
+        <source>Actual position</source>
+        <translation>实际位置</translation>
+    </message>
+    <message>
+        <source>Set velocity</source>
+        <translation>设定速度</translation>
+    </message>
+    <message>
+        <source>Actual velocity</source>
+        <translation>实际速度</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Unit/s</source>
+        <translation>单位/秒</translation>
+    </message>
+    <message>
+        <source>Curve</source>
+        <translation>曲线</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Curves shown</source>
+        <translation>显示的曲线</translation>
+    </message>
+</context>
+<context>
+    <name>CurvePanel</name>
+    <message>
+        <source>Export curves</source>
+        <translation>导出曲线</translation>
+    </message>
+    <message>
+        <source>Comma-separated values (*.csv)</source>
+        <translation>逗号分隔值 (*.csv)</translation>
+    </message>
+    <message>
+        <source>The curves are saved in %1.</source>
+        <translation>曲线已保存到 %1。</translation>
+    </message>
+    <message>
+        <source>Values at %1 s</source>
+        <translation>%1 s 处的值</translation>
+    </message>
+    <message>
+        <source>Paused; recording goes on</source>
+        <translation>已暂停；记录仍在继续</translation>
+    </message>
+    <message>
+        <source>No axis is recorded: open an axis&apos;s online tab while online</source>
+        <translation>未记录任何轴：请在联机时打开轴的在线调试页</translation>
+    </message>
+    <message>
+        <source>The last %1 minutes are kept</source>
+        <translation>保留最近 %1 分钟</translation>
+    </message>
+    <message>
+        <source>Curves</source>
+        <translation>曲线</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>暂停</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>跟随</translation>
+    </message>
+    <message>
+        <source>Show all</source>
+        <translation>显示全部</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清除</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>导出…</translation>
+    </message>
+    <message>
+        <source>Hold the picture; recording goes on</source>
+        <translation>保持画面不动；记录仍在继续</translation>
+    </message>
+    <message>
+        <source>Let the newest readings run through (End)</source>
+        <translation>跟随显示最新读数 (End)</translation>
+    </message>
+    <message>
+        <source>Show everything that is kept (Home)</source>
+        <translation>显示全部保留的读数 (Home)</translation>
+    </message>
+    <message>
+        <source>Back to the part shown before (Backspace, right button)</source>
+        <translation>返回之前显示的部分（Backspace、鼠标右键）</translation>
+    </message>
+    <message>
+        <source>Forget all readings</source>
+        <translation>清除全部读数</translation>
+    </message>
+    <message>
+        <source>Write the readings of the shown curves to a file</source>
+        <translation>将显示曲线的读数写入文件</translation>
+    </message>
+    <message>
+        <source>Tools for the curves</source>
+        <translation>曲线工具</translation>
+    </message>
+    <message>
+        <source>State of the curves</source>
+        <translation>曲线状态</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Velocity</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Plot: %1</source>
+        <translation>曲线图：%1</translation>
+    </message>
+</context>
+<context>
     <name>Diagnosis</name>
     <message>
         <source>%1 (16#%2)</source>
@@ -1305,6 +1462,13 @@
     <message>
         <source>%1 of %2 variables</source>
         <translation>%1 / %2 个变量</translation>
+    </message>
+</context>
+<context>
+    <name>VariableMonitor</name>
+    <message>
+        <source>Axis %1</source>
+        <translation>轴 %1</translation>
     </message>
 </context>
 <context>

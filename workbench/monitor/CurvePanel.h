@@ -1,0 +1,98 @@
+#pragma once
+
+#include "sdk/ILogger.h"
+#include "workbench/monitor/CurveExport.h"
+#include "workbench/monitor/CurveRange.h"
+#include "workbench/monitor/CurveStore.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+class CurveLegend;
+class CurvePlot;
+class QAction;
+class QLabel;
+class QSplitter;
+class QToolBar;
+class VariableMonitor;
+
+/// The curves of the monitored axes: positions and velocities in two plots over the same time, a legend with values,
+/// and what can be done with them. Its window title is the panel's name. It draws only while it can be seen.
+class CurvePanel : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The monitor is not owned and must outlive this object.
+    explicit CurvePanel(VariableMonitor& monitor, QWidget* parent = nullptr);
+    ~CurvePanel() override;
+
+    /// The picture stands while the recording goes on; the other way it shows the newest readings again.
+    void setPaused(bool paused);
+    bool isPaused() const { return m_held != nullptr; }
+    /// Writes the readings of the curves that are shown, all that are kept. False when that fails; the reason is
+    /// reported.
+    bool exportTo(const QString& fileName);
+
+    /// True when the plots show what is recorded, or are held.
+    bool isUpToDate() const;
+    const CurveRange& range() const { return m_range; }
+    std::optional<double> cursor() const { return m_cursor; }
+    CurvePlot& plot(int index) const { return *m_plots[static_cast<std::size_t>(index)]; }
+    CurveLegend& legend() const { return *m_legend; }
+    /// The line beside the buttons.
+    QString statusText() const;
+
+signals:
+    /// For the output panel.
+    void reported(LogLevel level, const QString& text);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    const CurveStore& shownCurves() const;
+    void buildActions();
+    void buildPlots();
+    void connectPlot(int index);
+    void takeAxes();
+    void takeHidden();
+    void applyRange();
+    void refresh();
+    void draw();
+    void showValues();
+    void setCursorTime(const std::optional<double>& time);
+    void chooseAndExport();
+    QVector<CurveExport::Column> exportedColumns() const;
+    void showStatus();
+    void notice(const QString& text);
+    void retranslate();
+    void restyle();
+
+    VariableMonitor& m_monitor;
+    std::unique_ptr<const CurveStore> m_held;
+    CurveRange m_range;
+    std::optional<double> m_cursor;
+    QTimer m_timer;
+    quint64 m_drawnRevision = 0;
+    quint64 m_valuesRevision = 0;
+    int m_ticksToValues = 0;
+    QString m_notice;
+    QToolBar* m_bar;
+    QAction* m_pause;
+    QAction* m_follow;
+    QAction* m_fit;
+    QAction* m_back;
+    QAction* m_clear;
+    QAction* m_export;
+    QLabel* m_status;
+    QSplitter* m_plotArea;
+    std::array<CurvePlot*, CurveRange::plots> m_plots{};
+    CurveLegend* m_legend;
+};
