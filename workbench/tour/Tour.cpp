@@ -53,18 +53,29 @@ int fail(const QString& text)
     return 1;
 }
 
-/// The tour changes what it works on, so it works on a copy, and keeps settings of its own.
+bool copyTo(const QString& sample, const QString& copy)
+{
+    QFile::remove(copy);
+    return QFile::copy(sample, copy) && QFile(copy).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+/// The tour changes what it works on, so it works on a copy, keeps another one to compare with, and keeps settings of
+/// its own.
 QString prepare(const QString& sample, const QString& directory)
 {
-    const QString copy = QDir(directory).absoluteFilePath(QFileInfo(sample).fileName());
+    const QDir folder(directory);
+    const QString copy = folder.absoluteFilePath(QFileInfo(sample).fileName());
     QDir().mkpath(directory);
-    QFile::remove(copy);
-    QFile::remove(QDir(directory).filePath(QStringLiteral("settings.ini")));
-    return QFile::copy(sample, copy) && QFile(copy).setPermissions(QFile::ReadOwner | QFile::WriteOwner) ? copy
-                                                                                                         : QString();
+    QFile::remove(folder.filePath(QStringLiteral("settings.ini")));
+    return copyTo(sample, copy) && copyTo(sample, folder.filePath(deliveredProject())) ? copy : QString();
 }
 
 } // namespace
+
+QString deliveredProject()
+{
+    return QStringLiteral("as-delivered.kproj");
+}
 
 int runTour(WorkbenchPaths paths, const QString& sampleProject, const QString& directory)
 {

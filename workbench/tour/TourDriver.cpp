@@ -13,10 +13,14 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTimer>
 #include <QWindow>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -64,7 +68,7 @@ void TourDriver::start(const QString& project)
 {
     m_workbench = std::make_unique<Workbench>(*m_paths);
     m_workbench->start();
-    window()->resize(1280, 800);
+    window()->resize(1440, 960);
     window()->move(0, 0);
     m_workbench->openFirst(project);
     bringToFront(window());
@@ -177,6 +181,56 @@ void TourDriver::doubleClick(QWidget* widget, const QPoint& place)
     QTest::mouseClick(windowOf(widget), Qt::LeftButton, Qt::NoModifier, inWindow(widget, place));
     QTest::mouseDClick(windowOf(widget), Qt::LeftButton, Qt::NoModifier, inWindow(widget, place));
     settle();
+}
+
+void TourDriver::clickItem(QAbstractItemView* view, const QModelIndex& index)
+{
+    if (!see(view && index.isValid(), QStringLiteral("there is an entry to click"), true))
+        return;
+    view->scrollTo(index);
+    click(view->viewport(), view->visualRect(index).center());
+}
+
+void TourDriver::doubleClickItem(QAbstractItemView* view, const QModelIndex& index)
+{
+    if (!see(view && index.isValid(), QStringLiteral("there is an entry to click"), true))
+        return;
+    view->scrollTo(index);
+    doubleClick(view->viewport(), view->visualRect(index).center());
+}
+
+void TourDriver::drag(const QPoint& from, const QPoint& to)
+{
+    if (m_failed)
+        return;
+    QWindow* target = windowOf(window());
+    QTest::mouseMove(target, from);
+    QTest::mousePress(target, Qt::LeftButton, Qt::NoModifier, from);
+    // What can be pulled wants to see the mouse on its way.
+    for (int step = 1; step <= 4; ++step)
+        QTest::mouseMove(target, from + (to - from) * step / 4);
+    QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier, to);
+    settle();
+}
+
+bool TourDriver::scrollOn(QAbstractScrollArea* area)
+{
+    QScrollBar* bar = area->verticalScrollBar();
+    const int before = bar->value();
+    if (m_failed || !bar->isVisible() || before == bar->maximum())
+        return false;
+    click(bar, { bar->width() / 2, bar->height() - 2 });
+    return see(bar->value() > before, QStringLiteral("the page can be scrolled"), true);
+}
+
+void TourDriver::scrollBack(QAbstractScrollArea* area)
+{
+    QScrollBar* bar = area->verticalScrollBar();
+    while (!m_failed && bar->isVisible() && bar->value() != bar->minimum()) {
+        const int before = bar->value();
+        click(bar, { bar->width() / 2, 2 });
+        see(bar->value() < before, QStringLiteral("the page can be scrolled back"), true);
+    }
 }
 
 QWidget* TourDriver::keyReceiver() const
@@ -355,17 +409,22 @@ void TourDriver::clickNode(const QStringList& texts, Qt::MouseButton button)
 
 void TourDriver::doubleClickNode(const QStringList& texts)
 {
-    if (node(texts).isEmpty())
-        return;
-    ProjectTreeView& view = m_workbench->window().tree();
-    view.scrollTo(nodeIndex(texts));
-    doubleClick(view.viewport(), view.visualRect(nodeIndex(texts)).center());
+    if (!node(texts).isEmpty())
+        doubleClickItem(&m_workbench->window().tree(), nodeIndex(texts));
 }
 
 QWidget* TourDriver::editor() const
 {
     IEditor* editor = m_workbench->editors().currentEditor();
     return editor ? editor->widget() : nullptr;
+}
+
+QScrollArea* TourDriver::page() const
+{
+    const QList<QScrollArea*> areas = editor() ? editor()->findChildren<QScrollArea*>() : QList<QScrollArea*>();
+    const auto shown
+        = std::find_if(areas.begin(), areas.end(), [](const QScrollArea* area) { return area->isVisible(); });
+    return shown == areas.end() ? nullptr : *shown;
 }
 
 QTabBar* TourDriver::pageTabs()

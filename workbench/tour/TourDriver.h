@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QModelIndex>
 #include <QPoint>
 #include <QPointer>
 #include <QString>
@@ -9,9 +10,12 @@
 #include <functional>
 #include <memory>
 
+class QAbstractItemView;
+class QAbstractScrollArea;
 class QComboBox;
 class QLineEdit;
 class QMenu;
+class QScrollArea;
 class QTabBar;
 class Workbench;
 struct WorkbenchPaths;
@@ -50,6 +54,14 @@ public:
     void click(QWidget* widget);
     void click(QWidget* widget, const QPoint& place, Qt::MouseButton button = Qt::LeftButton);
     void doubleClick(QWidget* widget, const QPoint& place);
+    /// Clicks an entry of a list, a tree or a table, scrolled into sight.
+    void clickItem(QAbstractItemView* view, const QModelIndex& index);
+    void doubleClickItem(QAbstractItemView* view, const QModelIndex& index);
+    /// Pulls what is at that place of the window to another one.
+    void drag(const QPoint& from, const QPoint& to);
+    /// Scrolls down by a click under the handle of the scroll bar. False when the end is in sight already.
+    bool scrollOn(QAbstractScrollArea* area);
+    void scrollBack(QAbstractScrollArea* area);
     void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString& text);
     /// Replaces the text of a field, as a user does who marks it whole and types.
@@ -86,6 +98,9 @@ public:
         return found;
     }
     QWidget* editor() const;
+    /// The page of the current editor that is in front, in what scrolls it; null when it has none. Pages of an editor
+    /// use the same names for their controls.
+    QScrollArea* page() const;
     /// The tabs of the current editor's pages.
     QTabBar* pageTabs();
     QString currentTitle() const;

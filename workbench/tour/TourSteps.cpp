@@ -1,326 +1,45 @@
-#include "host/projectmodel/ProjectModel.h"
-#include "workbench/MessageBar.h"
-#include "workbench/OutputPanel.h"
-#include "workbench/ProjectTreeView.h"
-#include "workbench/RefusalBubble.h"
-#include "workbench/StartPage.h"
-#include "workbench/Theme.h"
-#include "workbench/Workbench.h"
 #include "workbench/tour/Tour.h"
-#include "workbench/tour/TourDriver.h"
-
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QFileInfo>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTabBar>
-
-namespace {
-
-const char* const projectName = "packaging-line";
-const char* const axisName = "TourAxis";
-const char* const otherName = "TourConveyor";
-const char* const smallController = "NV3T_50Q4";
-
-QString text(const char* latin)
-{
-    return QString::fromLatin1(latin);
-}
-
-QStringList axes()
-{
-    return { text(projectName), QStringLiteral("Configuration"), QStringLiteral("Axis Config") };
-}
-
-QStringList axis(const char* name)
-{
-    return axes() + QStringList(text(name));
-}
-
-QStringList outputLines(TourDriver& driver)
-{
-    return driver.workbench().window().output().lines();
-}
-
-void clickButton(TourDriver& driver, QWidget* dialog, QDialogButtonBox::StandardButton button)
-{
-    auto* box = dialog->findChild<QDialogButtonBox*>();
-    if (driver.see(box && box->button(button), QStringLiteral("the window has the button that is wanted")))
-        driver.click(box->button(button));
-}
-
-void seeTheSample(TourDriver& driver)
-{
-    const QStringList names = driver.childTexts(axes());
-    driver.see(names.size() >= 6, QStringLiteral("the tree shows the axes %1").arg(names.join(QLatin1String(", "))));
-    driver.see(!driver.childTexts({ text(projectName), QStringLiteral("Program sources") }).isEmpty(),
-        QStringLiteral("the tree shows the program's sources"));
-    driver.see(outputLines(driver).join(QLatin1Char('\n')).contains(QStringLiteral("is in service")),
-        QStringLiteral("the output panel names the plug-in that came into service"));
-    driver.picture(QStringLiteral("sample-project"));
-}
-
-void addAnAxis(TourDriver& driver)
-{
-    driver.whenMenu([&driver](QMenu* menu) {
-        driver.see(
-            menu->actions().size() == 3, QStringLiteral("the context menu of \"Axis Config\" has three entries"));
-        driver.picture(QStringLiteral("context-menu"));
-        driver.clickEntry(menu, 0);
-    });
-    driver.whenDialog([&driver](QWidget* dialog) {
-        auto* name = dialog->findChild<QLineEdit*>();
-        if (!driver.see(name != nullptr, QStringLiteral("a window asks for the name of the new axis")))
-            return;
-        driver.fill(name, text(axisName));
-        driver.picture(QStringLiteral("name-of-the-axis"));
-        driver.key(Qt::Key_Return);
-    });
-    driver.clickNode(axes(), Qt::RightButton);
-    driver.seeSoon([&driver] { return driver.childTexts(axes()).contains(text(axisName)); },
-        QStringLiteral("the new axis stands in the tree"));
-    driver.see(driver.currentTitle() == text(axisName), QStringLiteral("its editor is open and in front"));
-    driver.picture(QStringLiteral("new-axis"));
-}
-
-void setTypeAndDevice(TourDriver& driver)
-{
-    auto* type = driver.inEditor<QComboBox>("comboBoxAxisType");
-    const int tabsBefore = driver.pageTabs() ? driver.pageTabs()->count() : 0;
-    driver.choose(type, type ? type->findText(QStringLiteral("Pulse"), Qt::MatchContains) : 0);
-    driver.see(driver.pageTabs() && driver.pageTabs()->count() >= tabsBefore,
-        QStringLiteral("the editor shows the pages of a pulse axis"));
-    driver.see(driver.currentTitle().startsWith(text(axisName)) && driver.currentTitle() != text(axisName),
-        QStringLiteral("the tab bears the mark of unsaved changes"));
-    auto* device = driver.inEditor<QComboBox>("comboBoxOutputDev");
-    driver.see(device && device->count() > 1, QStringLiteral("there are output devices to choose from"));
-    driver.choose(device, 1);
-    driver.picture(QStringLiteral("type-and-device"));
-}
-
-void save(TourDriver& driver)
-{
-    driver.key(Qt::Key_S, Qt::ControlModifier);
-    driver.see(driver.currentTitle() == text(axisName), QStringLiteral("the mark of unsaved changes is gone"));
-    driver.key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    driver.see(!driver.window()->isWindowModified(), QStringLiteral("the project is saved"));
-    driver.picture(QStringLiteral("saved"));
-}
-
-void refuseANumber(TourDriver& driver)
-{
-    driver.clickTab(driver.pageTabs(), 1);
-    auto* pulses = driver.inEditor<QLineEdit>("lineEdit_PulseCountPerCicle");
-    if (!pulses)
-        return;
-    const QString stored = pulses->text();
-    driver.fill(pulses, QStringLiteral("99999999999"));
-    driver.key(Qt::Key_Tab);
-    auto* bubble = driver.window()->findChild<RefusalBubble*>();
-    driver.see(
-        bubble && bubble->isVisible(), QStringLiteral("a note beside the field says why the number was not taken"));
-    driver.see(pulses->text() == stored, QStringLiteral("the field shows the stored number %1 again").arg(stored));
-    driver.see(outputLines(driver).last().contains(QStringLiteral("99999999999")),
-        QStringLiteral("the output panel says so too"));
-    driver.picture(QStringLiteral("refused-number"));
-}
-
-void lookAtThePages(TourDriver& driver)
-{
-    QTabBar* tabs = driver.pageTabs();
-    for (int tab = 0; tabs && tab < tabs->count() && !driver.failed(); ++tab) {
-        driver.clickTab(tabs, tab);
-        driver.see(
-            tabs->currentIndex() == tab, QStringLiteral("the page \"%1\" comes to the front").arg(tabs->tabText(tab)));
-        driver.picture(QStringLiteral("page-%1").arg(tab + 1));
-    }
-}
-
-void undoAndRedo(TourDriver& driver)
-{
-    driver.clickNode(axes());
-    driver.key(Qt::Key_Z, Qt::ControlModifier);
-    driver.see(
-        !driver.childTexts(axes()).contains(text(axisName)), QStringLiteral("undo takes the axis out of the tree"));
-    driver.picture(QStringLiteral("undone"));
-    driver.key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    driver.see(driver.childTexts(axes()).contains(text(axisName)), QStringLiteral("redo brings it back"));
-    driver.picture(QStringLiteral("redone"));
-}
-
-void rename(TourDriver& driver)
-{
-    driver.whenDialog([&driver](QWidget* dialog) {
-        driver.fill(dialog->findChild<QLineEdit*>(), text(otherName));
-        driver.picture(QStringLiteral("rename"));
-        driver.key(Qt::Key_Return);
-    });
-    driver.clickNode(axis(axisName));
-    driver.key(Qt::Key_F2);
-    driver.see(driver.childTexts(axes()).contains(text(otherName)), QStringLiteral("F2 renames the axis"));
-}
-
-void deleteAndUndo(TourDriver& driver)
-{
-    driver.whenDialog([&driver](QWidget* dialog) {
-        auto* box = qobject_cast<QMessageBox*>(dialog);
-        if (!driver.see(box != nullptr, QStringLiteral("a question comes before an axis is deleted")))
-            return;
-        driver.picture(QStringLiteral("delete"));
-        driver.click(box->buttons().value(0));
-    });
-    driver.clickNode(axis(otherName));
-    driver.key(Qt::Key_Delete);
-    driver.see(!driver.childTexts(axes()).contains(text(otherName)), QStringLiteral("Del deletes the axis"));
-    driver.clickNode(axes());
-    driver.key(Qt::Key_Z, Qt::ControlModifier);
-    driver.see(driver.childTexts(axes()).contains(text(otherName)), QStringLiteral("undo brings it back"));
-}
-
-void readASource(TourDriver& driver)
-{
-    driver.doubleClickNode({ text(projectName), QStringLiteral("Program sources"), QStringLiteral("Main") });
-    driver.see(driver.currentTitle() == QLatin1String("Main"), QStringLiteral("a source opens to be read"));
-    driver.picture(QStringLiteral("source"));
-}
-
-void changeController(TourDriver& driver)
-{
-    driver.whenDialog([&driver](QWidget* dialog) {
-        auto* models = driver.inWidget<QListWidget>(dialog, "models");
-        const QList<QListWidgetItem*> found
-            = models ? models->findItems(text(smallController), Qt::MatchExactly) : QList<QListWidgetItem*>();
-        if (!driver.see(!found.isEmpty(), QStringLiteral("the controllers can be chosen")))
-            return;
-        models->scrollToItem(found.first());
-        driver.click(models->viewport(), models->visualItemRect(found.first()).center());
-        driver.picture(QStringLiteral("change-controller"));
-        clickButton(driver, dialog, QDialogButtonBox::Ok);
-    });
-    const int before = driver.childTexts(axes()).size();
-    driver.menu(QStringLiteral("projectMenu"), QStringLiteral("project.controller"));
-    auto* label = driver.window()->findChild<QLabel*>(QStringLiteral("controllerLabel"));
-    driver.see(label && label->text().contains(text(smallController)),
-        QStringLiteral("the status bar shows the new controller"));
-    driver.see(driver.childTexts(axes()).size() < before,
-        QStringLiteral("axes that cannot exist on it are gone: %1 of %2 are left")
-            .arg(driver.childTexts(axes()).size())
-            .arg(before));
-    driver.see(
-        outputLines(driver).last().startsWith(QLatin1String("Removed")), QStringLiteral("the output panel names them"));
-    driver.picture(QStringLiteral("controller-changed"));
-}
-
-void closeAndOpenAgain(TourDriver& driver)
-{
-    const QStringList before = driver.childTexts(axes());
-    driver.menu(QStringLiteral("fileMenu"), QStringLiteral("file.saveAll"));
-    driver.menu(QStringLiteral("fileMenu"), QStringLiteral("file.closeProject"));
-    driver.see(driver.childTexts({ text(projectName) }).isEmpty(), QStringLiteral("the project is closed"));
-    driver.picture(QStringLiteral("start-page"));
-    auto* recent = driver.inWidget<QListWidget>(&driver.workbench().window().startPage(), "startRecent");
-    if (driver.see(recent && recent->count() > 0, QStringLiteral("the start page lists the project")))
-        driver.doubleClick(recent->viewport(), recent->visualItemRect(recent->item(0)).center());
-    driver.see(!before.isEmpty() && driver.childTexts(axes()) == before,
-        QStringLiteral("it opens again with the same axes: %1").arg(before.join(QLatin1String(", "))));
-}
-
-void startAgain(TourDriver& driver)
-{
-    const QStringList before = driver.childTexts(axes());
-    driver.doubleClickNode(axis("Pusher"));
-    driver.see(driver.currentTitle() == QLatin1String("Pusher"), QStringLiteral("a double click opens an axis"));
-    driver.quit();
-    driver.start(QString());
-    driver.see(driver.childTexts(axes()) == before, QStringLiteral("after a restart the project is open again"));
-    driver.see(driver.currentTitle() == QLatin1String("Pusher"), QStringLiteral("with the editor that was open"));
-    driver.picture(QStringLiteral("restarted"));
-}
-
-void lookAtThePlugins(TourDriver& driver)
-{
-    driver.whenDialog([&driver](QWidget* dialog) {
-        driver.picture(QStringLiteral("plug-ins"));
-        clickButton(driver, dialog, QDialogButtonBox::Cancel);
-    });
-    driver.menu(QStringLiteral("toolsMenu"), QStringLiteral("tools.plugins"));
-}
-
-void setAppearance(TourDriver& driver, int theme, int language)
-{
-    driver.whenDialog([&driver, theme, language](QWidget* dialog) {
-        auto* themes = driver.inWidget<QComboBox>(dialog, "theme");
-        auto* languages = driver.inWidget<QComboBox>(dialog, "language");
-        driver.choose(themes, theme);
-        driver.choose(languages, language);
-        driver.picture(QStringLiteral("options"));
-        clickButton(driver, dialog, QDialogButtonBox::Ok);
-    });
-    driver.menu(QStringLiteral("toolsMenu"), QStringLiteral("tools.options"));
-}
-
-void goDark(TourDriver& driver)
-{
-    setAppearance(driver, 1, 0);
-    driver.see(driver.window()->palette().color(QPalette::Window) == Theme::palette(false).color(QPalette::Window),
-        QStringLiteral("the window is dark"));
-    lookAtThePages(driver);
-}
-
-void goDarkAndChinese(TourDriver& driver)
-{
-    setAppearance(driver, 1, 1);
-    driver.see(driver.workbench().action(QStringLiteral("file.save"))->text().contains(QStringLiteral("保存")),
-        QStringLiteral("the menus are Chinese"));
-    driver.see(driver.currentTitle() == QLatin1String("Pusher"), QStringLiteral("the editor is open as before"));
-    lookAtThePages(driver);
-}
-
-void goLightAndChinese(TourDriver& driver)
-{
-    setAppearance(driver, 0, 1);
-    driver.see(driver.window()->palette().color(QPalette::Window) == Theme::palette(true).color(QPalette::Window),
-        QStringLiteral("the window is light again"));
-    lookAtThePages(driver);
-}
-
-void goBack(TourDriver& driver)
-{
-    setAppearance(driver, 0, 0);
-    driver.see(driver.workbench().action(QStringLiteral("file.save"))->text().contains(QStringLiteral("Save")),
-        QStringLiteral("the menus are English again"));
-    driver.quit();
-}
-
-} // namespace
+#include "workbench/tour/TourParts.h"
 
 const std::vector<TourStep>& tourSteps()
 {
     static const std::vector<TourStep> steps{
-        { QStringLiteral("The sample project is open"), seeTheSample },
-        { QStringLiteral("A new axis from the context menu"), addAnAxis },
-        { QStringLiteral("Its type and its device"), setTypeAndDevice },
-        { QStringLiteral("Saved"), save },
-        { QStringLiteral("The pages of a pulse axis"), lookAtThePages },
-        { QStringLiteral("A number that is not taken"), refuseANumber },
-        { QStringLiteral("Undo and redo"), undoAndRedo },
-        { QStringLiteral("Another name, by the keyboard"), rename },
-        { QStringLiteral("Deleted, and back again"), deleteAndUndo },
-        { QStringLiteral("A source of the program"), readASource },
-        { QStringLiteral("Another controller"), changeController },
-        { QStringLiteral("Closed and opened again"), closeAndOpenAgain },
-        { QStringLiteral("A restart of the program"), startAgain },
-        { QStringLiteral("The plug-ins"), lookAtThePlugins },
-        { QStringLiteral("The dark theme"), goDark },
-        { QStringLiteral("The dark theme in Chinese"), goDarkAndChinese },
-        { QStringLiteral("The light theme in Chinese"), goLightAndChinese },
-        { QStringLiteral("Back to English"), goBack },
+        { QStringLiteral("The sample project is open"), TourParts::seeTheSample },
+        { QStringLiteral("A new axis from the context menu"), TourParts::addAnAxis },
+        { QStringLiteral("Its type and its device"), TourParts::setTypeAndDevice },
+        { QStringLiteral("Saved"), TourParts::save },
+        { QStringLiteral("A number that is not taken"), TourParts::refuseANumber },
+        { QStringLiteral("Undo and redo"), TourParts::undoAndRedo },
+        { QStringLiteral("Another name, by the keyboard"), TourParts::rename },
+        { QStringLiteral("Deleted, and back again"), TourParts::deleteAndUndo },
+        { QStringLiteral("A source of the program"), TourParts::readASource },
+        { QStringLiteral("The pages of an axis"), TourParts::lookAtThePages },
+        { QStringLiteral("Units and modes of a pulse axis"), TourParts::lookAtAPulseAxis },
+        { QStringLiteral("Units and modes of an encoder"), TourParts::lookAtAnEncoder },
+        { QStringLiteral("Units and modes of an EtherCAT axis"), TourParts::lookAtAnEtherCatAxis },
+        { QStringLiteral("Ways to home"), TourParts::lookAtHoming },
+        { QStringLiteral("A pin is found"), TourParts::findAndJump },
+        { QStringLiteral("The uses of a variable"), TourParts::findReferences },
+        { QStringLiteral("Compared with the project as it was delivered"), TourParts::compare },
+        { QStringLiteral("The dark theme"), TourParts::goDark },
+        { QStringLiteral("Units and modes of a pulse axis, dark"), TourParts::lookAtAPulseAxis },
+        { QStringLiteral("Units and modes of an encoder, dark"), TourParts::lookAtAnEncoder },
+        { QStringLiteral("Units and modes of an EtherCAT axis, dark"), TourParts::lookAtAnEtherCatAxis },
+        { QStringLiteral("Ways to home, dark"), TourParts::lookAtHoming },
+        { QStringLiteral("The dark theme in Chinese"), TourParts::goDarkAndChinese },
+        { QStringLiteral("The pages of an axis, dark and in Chinese"), TourParts::lookAtThePages },
+        { QStringLiteral("Ways to home, dark and in Chinese"), TourParts::lookAtHoming },
+        { QStringLiteral("A pin is found, dark and in Chinese"), TourParts::findAndJump },
+        { QStringLiteral("A comparison, dark and in Chinese"), TourParts::compare },
+        { QStringLiteral("The light theme in Chinese"), TourParts::goLightAndChinese },
+        { QStringLiteral("The pages of an axis, in Chinese"), TourParts::lookAtThePages },
+        { QStringLiteral("Ways to home, in Chinese"), TourParts::lookAtHoming },
+        { QStringLiteral("Back to English"), TourParts::goBack },
+        { QStringLiteral("Another controller"), TourParts::changeController },
+        { QStringLiteral("Closed and opened again"), TourParts::closeAndOpenAgain },
+        { QStringLiteral("A restart of the program"), TourParts::startAgain },
+        { QStringLiteral("The plug-ins"), TourParts::lookAtThePlugins },
+        { QStringLiteral("The end"), TourParts::leave },
     };
     return steps;
 }
