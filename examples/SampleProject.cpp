@@ -37,6 +37,16 @@ bool isRecordKey(const QString& key)
         || AxisHomeDefaults.contains(key);
 }
 
+/// An editor that has shown an axis leaves the names of the controls that find jumps to. Nobody has opened these axes
+/// yet, and what stands in their pins is to be found all the same.
+void nameControls(AxisTable& record)
+{
+    record.setViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QStringLiteral("OriginReturnSetWidget"));
+    record.setViewInfo(QStringLiteral("LineEditPosObjectName"), QStringLiteral("lineEditPos"));
+    record.setViewInfo(QStringLiteral("LineEditNegObjectName"), QStringLiteral("lineEditNeg"));
+    record.setViewInfo(QStringLiteral("LineEditOrgObjectName"), QStringLiteral("lineEditOrg"));
+}
+
 /// The contents of "project.json", on their way into a project.
 class SampleDescription {
 public:
@@ -77,6 +87,7 @@ private:
         if (!record)
             return fail(error, m_path, place + QStringLiteral("/name: is missing, or another axis has it"));
         record->setProperty(QStringLiteral("Row"), QString::number(row));
+        nameControls(*record);
         const QJsonObject properties = axis.value(QStringLiteral("properties")).toObject();
         for (auto it = properties.begin(); it != properties.end(); ++it) {
             if (!isRecordKey(it.key()) || !it.value().isString())

@@ -18,6 +18,7 @@ private slots:
     void positionsAndPointsFitTheController();
     void noDeviceServesTwoAxes();
     void theSourcesDeclareTheSignalsThatTheAxesName();
+    void everyAxisNamesTheControlsOfItsPins();
     void settingsAndCycleTimeAreThere();
     void aBadFolderGivesAMessageAndNoFile_data();
     void aBadFolderGivesAMessageAndNoFile();
@@ -113,6 +114,18 @@ void SampleProjectTest::theSourcesDeclareTheSignalsThatTheAxesName()
         const QString text = sources->source(path.first());
         QVERIFY2(text.contains(QStringLiteral("PROGRAM ") + path.first()), qPrintable(pin));
         QVERIFY2(text.contains(path.at(1) + QStringLiteral(" : ")), qPrintable(pin));
+    }
+}
+
+void SampleProjectTest::everyAxisNamesTheControlsOfItsPins()
+{
+    for (const AxisTable* each : recordsOf(m_project->axisModel())) {
+        for (const char* key : { "OriginReturnSetWidgetObjectName", "LineEditPosObjectName", "LineEditNegObjectName",
+                 "LineEditOrgObjectName" }) {
+            const QString name = each->getViewInfo(QLatin1String(key), QString());
+            // The key says which control it is, but for the case of the first letter.
+            QVERIFY2(!name.isEmpty() && QString::fromLatin1(key).startsWith(name, Qt::CaseInsensitive), key);
+        }
     }
 }
 
