@@ -278,9 +278,27 @@ QString Workbench::theme() const
 
 void Workbench::setTheme(const QString& theme)
 {
+    if (theme == this->theme())
+        return;
     m_settings.setValue(Solution::ConfigKey::theme(), theme);
     m_cookies.setValue(Solution::ConfigKey::theme(), theme);
     Theme::apply(theme);
+    openUnchangedAnew();
+}
+
+void Workbench::openUnchangedAnew()
+{
+    // Pages choose their pictures by the theme when they are built. What the user is at is left alone.
+    if (m_connection.isOnline() || m_comparison.isOn())
+        return;
+    const QVector<EditorManager::OpenFile> files = m_editors.openFiles();
+    const QString current = m_editors.currentEditor() ? m_editors.currentEditor()->nodePath() : QString();
+    const QVector<IEditor*> open = m_editors.editors();
+    for (IEditor* editor : open) {
+        if (!editor->isModified())
+            m_editors.closeEditor(editor);
+    }
+    m_workspace.openEditors(files, current);
 }
 
 QString Workbench::language() const

@@ -86,6 +86,7 @@ private:
     void addCurvePanel();
     void connectTree();
     void onNodeEvent(const QString& path, Solution::NodeEvent event, const QVariant& param);
+    void openUnchangedAnew();
     void showProjectState();
     void showPlugins();
     void showAbout();

@@ -16,8 +16,10 @@
 #include "workbench/Theme.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -54,6 +56,7 @@ private slots:
     void anotherLanguageOpensTheEditorsAnew();
     void themeAndLanguageAppliedTogetherReachTheAxes();
     void theThemeStandsInCookiesAndSettings();
+    void picturesFollowTheThemeUnlessAnEditorHasChanges();
     void theSessionComesBack();
     void aSourceThatDoesNotParseIsShownWithItsPlace();
     void aSourceOpensAtAPlace();
@@ -422,6 +425,34 @@ void WorkbenchTest::theThemeStandsInCookiesAndSettings()
                             .toImage();
     QVERIFY(light != dark);
     workbench->setTheme(QStringLiteral("default.qss"));
+}
+
+void WorkbenchTest::picturesFollowTheThemeUnlessAnEditorHasChanges()
+{
+    createProject();
+    const auto figure = [this](int row) {
+        const auto* page = openAxis(row)->widget()->findChild<QWidget*>(QStringLiteral("DocumentSetWidget"));
+        const auto* label = page ? page->findChild<QLabel*>(QStringLiteral("label_18")) : nullptr;
+        return label && label->pixmap() ? label->pixmap()->toImage() : QImage();
+    };
+    const QImage light = figure(0);
+    QVERIFY(!light.isNull());
+    QCOMPARE(figure(1), light);
+    workbench->editors().activateEditor(openAxis(0));
+    const QString current = workbench->editors().currentEditor()->nodePath();
+    openAxis(1)->widget()->findChild<QCheckBox*>(QStringLiteral("checkBox_Reverse"))->click();
+    workbench->setTheme(QStringLiteral("dark.qss"));
+    QCOMPARE(workbench->editors().editors().size(), 2);
+    QVERIFY(figure(0) != light);
+    QCOMPARE(figure(1), light);
+    QVERIFY(openAxis(1)->isModified());
+    QCOMPARE(workbench->editors().currentEditor()->nodePath(), current);
+    const IEditor* before = openAxis(0);
+    workbench->setTheme(QStringLiteral("dark.qss"));
+    QCOMPARE(openAxis(0), before);
+    QVERIFY(openAxis(1)->save());
+    workbench->setTheme(QStringLiteral("default.qss"));
+    QCOMPARE(figure(1), light);
 }
 
 void WorkbenchTest::theSessionComesBack()
