@@ -12,6 +12,7 @@
 #include "workbench/ProjectTreeView.h"
 #include "workbench/StartPage.h"
 #include "workbench/ToolWindowManager.h"
+#include "workbench/online/StopButton.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -25,6 +26,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUndoStack>
 #include <QVBoxLayout>
 
@@ -34,7 +36,7 @@ MainWindow::MainWindow(
       m_output(new OutputPanel), m_problems(new ProblemsPanel), m_find(new FindPanel),
       m_comparison(new ComparisonPanel), m_messageBar(new MessageBar), m_startPage(new StartPage),
       m_centre(new QStackedWidget), m_toolWindows(new ToolWindowManager(*this, this)), m_toolBar(new QToolBar(this)),
-      m_controllerLabel(new QLabel(this)), m_connectionLabel(new QLabel(this))
+      m_controllerLabel(new QLabel(this)), m_stopButton(new StopButton(this)), m_stopFeedback(new QLabel(this))
 {
     setObjectName(QStringLiteral("MainWindow"));
     setAcceptDrops(true);
@@ -45,6 +47,7 @@ MainWindow::MainWindow(
     buildCentre();
     buildPanels();
     buildActions();
+    buildStop();
     buildUndoActions();
     buildMenus();
     buildStatusBar();
@@ -121,14 +124,34 @@ void MainWindow::buildUndoActions()
 {
     QAction* undo = m_actions.action(QStringLiteral("edit.undo"));
     QAction* redo = m_actions.action(QStringLiteral("edit.redo"));
-    undo->setEnabled(m_undo.canUndo());
-    redo->setEnabled(m_undo.canRedo());
-    connect(&m_undo, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
-    connect(&m_undo, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
+    showUndo();
+    connect(&m_undo, &QUndoStack::canUndoChanged, this, &MainWindow::showUndo);
+    connect(&m_undo, &QUndoStack::canRedoChanged, this, &MainWindow::showUndo);
     connect(&m_undo, &QUndoStack::undoTextChanged, this, &MainWindow::retranslateUndo);
     connect(&m_undo, &QUndoStack::redoTextChanged, this, &MainWindow::retranslateUndo);
     connect(undo, &QAction::triggered, &m_undo, &QUndoStack::undo);
     connect(redo, &QAction::triggered, &m_undo, &QUndoStack::redo);
+}
+
+void MainWindow::showUndo()
+{
+    m_actions.action(QStringLiteral("edit.undo"))->setEnabled(!m_online && m_undo.canUndo());
+    m_actions.action(QStringLiteral("edit.redo"))->setEnabled(!m_online && m_undo.canRedo());
+}
+
+void MainWindow::buildStop()
+{
+    auto* gap = new QWidget(this);
+    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_stopFeedback->setObjectName(QStringLiteral("stopFeedback"));
+    m_stopFeedback->setTextFormat(Qt::PlainText);
+    m_toolBar->addWidget(gap);
+    m_toolBar->addWidget(m_stopFeedback);
+    m_toolBar->addAction(m_actions.action(QStringLiteral("online.release")));
+    if (auto* release
+        = qobject_cast<QToolButton*>(m_toolBar->widgetForAction(m_actions.action(QStringLiteral("online.release")))))
+        release->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_toolBar->addWidget(m_stopButton);
 }
 
 QMenu* MainWindow::addMenu(const char* title)
@@ -155,6 +178,7 @@ void MainWindow::buildMenus()
             }
         }
         if (qstrcmp(entry.name, "viewMenu") == 0) {
+            m_viewMenu = menu;
             for (const char* panel : { "project", "output", "problems", "find", "comparison" })
                 menu->addAction(m_toolWindows->panel(QLatin1String(panel))->toggleViewAction());
         }
@@ -164,9 +188,7 @@ void MainWindow::buildMenus()
 void MainWindow::buildStatusBar()
 {
     m_controllerLabel->setObjectName(QStringLiteral("controllerLabel"));
-    m_connectionLabel->setObjectName(QStringLiteral("connectionLabel"));
     statusBar()->addPermanentWidget(m_controllerLabel);
-    statusBar()->addPermanentWidget(m_connectionLabel);
 }
 
 void MainWindow::setProjectState(const ProjectState& state)
@@ -176,6 +198,7 @@ void MainWindow::setProjectState(const ProjectState& state)
         if (entry.needsProject)
             m_actions.action(QLatin1String(entry.name))->setEnabled(state.open);
     }
+    setOnline(m_online);
     const QString name = state.readOnly ? tr("%1 (read-only)").arg(state.name) : state.name;
     setWindowTitle(state.open ? QString(name + QLatin1String("[*] \u2014 ") + tr("Kestrun")) : tr("Kestrun"));
     setWindowModified(state.modified);
@@ -188,7 +211,16 @@ void MainWindow::setProjectState(const ProjectState& state)
 void MainWindow::setOnline(bool online)
 {
     m_online = online;
-    m_connectionLabel->setText(online ? tr("Online") : tr("Offline"));
+    m_actions.action(QStringLiteral("project.controller"))->setEnabled(m_state.open && !online);
+    showUndo();
+}
+
+void MainWindow::addPanel(const char* name, const char* title, QWidget* widget)
+{
+    m_toolWindows->addToolWindow(QLatin1String(name), translatedActionText(title), widget);
+    m_addedPanels.push_back({ name, title });
+    m_viewMenu->addAction(m_toolWindows->panel(QLatin1String(name))->toggleViewAction());
+    m_toolWindows->showToolWindow(QStringLiteral("output"));
 }
 
 void MainWindow::setRecent(const QStringList& files)
@@ -225,12 +257,13 @@ void MainWindow::retranslate()
     m_toolWindows->panel(QStringLiteral("output"))->setWindowTitle(tr("Output"));
     m_toolWindows->panel(QStringLiteral("find"))->setWindowTitle(tr("Find"));
     m_toolWindows->panel(QStringLiteral("comparison"))->setWindowTitle(tr("Comparison"));
+    for (const TitledPanel& panel : m_addedPanels)
+        m_toolWindows->panel(QLatin1String(panel.name))->setWindowTitle(translatedActionText(panel.title));
     m_toolBar->setWindowTitle(tr("Tool bar"));
     m_tree->setAccessibleName(tr("Project tree"));
     m_editors.tabs()->setAccessibleName(tr("Editors"));
     showProblemCount(m_problemCount);
     setProjectState(m_state);
-    setOnline(m_online);
 }
 
 void MainWindow::retranslateMenus()

@@ -20,6 +20,7 @@ class QStackedWidget;
 class QToolBar;
 class QUndoStack;
 class StartPage;
+class StopButton;
 class ToolWindowManager;
 
 /// The window: project tree on the left, editors as tabs, panels at the bottom, menus, tool bar, status bar. What its
@@ -53,7 +54,13 @@ public:
 
     void setProjectState(const ProjectState& state);
     void setRecent(const QStringList& files);
+    /// While online what would change the project's axes or their numbers is out of reach.
     void setOnline(bool online);
+    /// Adds a panel at the bottom, with a place in the menu. The title is translated in the context "MainWindow".
+    void addPanel(const char* name, const char* title, QWidget* widget);
+    StopButton& stopButton() { return *m_stopButton; }
+    /// The place beside the STOP button for what became of it.
+    QLabel& stopFeedback() { return *m_stopFeedback; }
     /// Asked when the window is to close; false keeps it open.
     void setMayClose(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
 
@@ -76,6 +83,8 @@ private:
     void buildMenus();
     void buildCentre();
     void buildPanels();
+    void buildStop();
+    void showUndo();
     void buildStatusBar();
     void retranslate();
     void retranslateMenus();
@@ -103,8 +112,15 @@ private:
         const char* title;
     };
     std::vector<TitledMenu> m_menus;
+    struct TitledPanel {
+        const char* name;
+        const char* title;
+    };
+    std::vector<TitledPanel> m_addedPanels;
     QLabel* m_controllerLabel;
-    QLabel* m_connectionLabel;
+    QMenu* m_viewMenu = nullptr;
+    StopButton* m_stopButton;
+    QLabel* m_stopFeedback;
     ProjectState m_state;
     int m_problemCount = 0;
     bool m_online = false;

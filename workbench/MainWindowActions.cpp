@@ -42,6 +42,18 @@ const std::vector<ActionEntry>& mainWindowActions()
             QKeySequence::UnknownKey, "" },
         { "project.controller", QT_TRANSLATE_NOOP("MainWindow", "&Change controller…"), "preferences-devices-cpu", true,
             QKeySequence::UnknownKey, "" },
+        { "online.connect", QT_TRANSLATE_NOOP("MainWindow", "&Connect to the built-in controller"), "network-connect",
+            true, QKeySequence::UnknownKey, "Ctrl+Shift+C" },
+        { "online.connectTo", QT_TRANSLATE_NOOP("MainWindow", "Connect to an &address…"), "network-server", true,
+            QKeySequence::UnknownKey, "" },
+        { "online.disconnect", QT_TRANSLATE_NOOP("MainWindow", "&Disconnect"), "network-disconnect", false,
+            QKeySequence::UnknownKey, "" },
+        { "online.takeOver", QT_TRANSLATE_NOOP("MainWindow", "Compare and &take axes over…"), "edit-download", false,
+            QKeySequence::UnknownKey, "" },
+        { "online.stop", QT_TRANSLATE_NOOP("MainWindow", "&STOP all axes in debug mode"), "process-stop", false,
+            QKeySequence::UnknownKey, "F9" },
+        { "online.release", QT_TRANSLATE_NOOP("MainWindow", "&Release STOP"), "object-unlocked", false,
+            QKeySequence::UnknownKey, "" },
         { "tools.options", QT_TRANSLATE_NOOP("MainWindow", "&Options…"), "configure", false, QKeySequence::UnknownKey,
             "Ctrl+," },
         { "tools.plugins", QT_TRANSLATE_NOOP("MainWindow", "&Plug-ins…"), "plugins", false, QKeySequence::UnknownKey,
@@ -64,6 +76,9 @@ const std::vector<MenuEntry>& mainMenus()
         { "viewMenu", QT_TRANSLATE_NOOP("MainWindow", "&View"), {} },
         { "projectMenu", QT_TRANSLATE_NOOP("MainWindow", "&Project"),
             { "project.controller", nullptr, "project.compare", "project.closeComparison" } },
+        { "onlineMenu", QT_TRANSLATE_NOOP("MainWindow", "&Online"),
+            { "online.connect", "online.connectTo", "online.disconnect", nullptr, "online.takeOver", nullptr,
+                "online.stop", "online.release" } },
         { "toolsMenu", QT_TRANSLATE_NOOP("MainWindow", "&Tools"), { "tools.options", "tools.plugins" } },
         { "helpMenu", QT_TRANSLATE_NOOP("MainWindow", "&Help"), { "help.about" } },
     };
@@ -73,7 +88,8 @@ const std::vector<MenuEntry>& mainMenus()
 const std::vector<const char*>& mainToolBar()
 {
     static const std::vector<const char*> names{ "file.new", "file.open", "file.save", "file.saveAll", nullptr,
-        "edit.undo", "edit.redo", nullptr, "project.controller", nullptr, "tools.options" };
+        "edit.undo", "edit.redo", nullptr, "project.controller", nullptr, "online.connect", "online.disconnect",
+        nullptr, "tools.options" };
     return names;
 }
 

@@ -1,7 +1,5 @@
 #include "workbench/Workbench.h"
 
-#include "host/projectmodel/AxisModel.h"
-#include "host/projectmodel/AxisTable.h"
 #include "host/projectmodel/ProjectModel.h"
 #include "sdk/IEditor.h"
 #include "sdk/ServiceKeys.h"
@@ -16,6 +14,7 @@
 #include "workbench/Theme.h"
 #include "workbench/ToolWindowManager.h"
 #include "workbench/monitor/CurvePanel.h"
+#include "workbench/online/ProjectAxes.h"
 
 #include <QApplication>
 #include <QDir>
@@ -38,26 +37,14 @@ QString startLanguage(const IConfiguration& settings)
     return wanted.startsWith(QLatin1String("zh")) ? QStringLiteral("zh_CN") : QStringLiteral("en_US");
 }
 
-/// The name of the axis that has that number on the controller, empty when the project has none.
-QString axisNameOf(const ProjectModel* project, int axisNo)
-{
-    std::vector<AxisTable*> tables;
-    if (project)
-        project->axisModel()->allAxisTables(tables);
-    for (const AxisTable* table : tables) {
-        if (table->property(QStringLiteral("AxisNo"), QString()).toInt() == axisNo)
-            return table->name();
-    }
-    return QString();
-}
-
 } // namespace
 
 WorkbenchPaths WorkbenchPaths::besideProgram(const QString& programDirectory)
 {
     const QDir folder(programDirectory);
     return { folder.absoluteFilePath(QStringLiteral("plugins")),
-        QDir::cleanPath(folder.absoluteFilePath(QStringLiteral("../share/kestrun/controllers"))), QString() };
+        QDir::cleanPath(folder.absoluteFilePath(QStringLiteral("../share/kestrun/controllers"))), QString(),
+        QString() };
 }
 
 Workbench::Workbench(const WorkbenchPaths& paths)
@@ -70,7 +57,9 @@ Workbench::Workbench(const WorkbenchPaths& paths)
       m_flows(m_workspace, m_editors, m_window, m_catalog, m_settings, m_log),
       m_find(m_workspace, m_tree, m_editors, m_window, *m_actions.action(QStringLiteral("edit.findReferences"))),
       m_comparison(m_tree, m_comparators), m_comparisonFlows(m_comparison, m_workspace, m_editors, m_window, m_log,
-                                               *m_actions.action(QStringLiteral("project.closeComparison")))
+                                               *m_actions.action(QStringLiteral("project.closeComparison"))),
+      m_online(
+          { m_connection, m_workspace, m_window, m_actions, m_settings, m_log, m_diagnosis, paths.controllerProgram })
 {
     m_cookies.setValue(Solution::ConfigKey::theme(), theme());
     m_settings.setValue(Solution::ConfigKey::language(), startLanguage(m_settings));
@@ -104,6 +93,7 @@ void Workbench::publishServices()
     m_application.publish(Solution::ServiceKey::variableMonitor(), &m_monitor);
     m_application.publish(Solution::ServiceKey::comparatorManager(), &m_comparators);
     m_application.publish(Solution::ServiceKey::diagnosisInfo(), &m_diagnosis);
+    m_application.publish(Solution::ServiceKey::backgroundTransaction(), &m_online.background());
     m_editors.addEditorFactory(&m_sourceFactory);
     m_plugins.addPresent(QStringLiteral("project.solutionview"), QStringLiteral("1.0.0"));
 }
@@ -180,6 +170,7 @@ void Workbench::addCurvePanel()
     connect(panel, &CurvePanel::reported, &m_log, &LogManager::report);
     if (auto* menu = m_window.findChild<QMenu*>(QStringLiteral("viewMenu")))
         menu->addAction(dock->toggleViewAction());
+    m_monitor.readFrom(&m_online.session().connection());
     m_monitor.setAxisNames([this](int axisNo) { return axisNameOf(m_workspace.project(), axisNo); });
     connect(m_undo.stack(), &QUndoStack::indexChanged, &m_monitor, &VariableMonitor::axesChanged);
     connect(&m_workspace, &Workspace::closed, &m_monitor, &VariableMonitor::forgetAll);
@@ -266,6 +257,7 @@ void Workbench::shutDown()
     m_editors.forgetFactories();
     m_comparators.clear();
     m_options.clear();
+    m_online.shutDown();
     m_application.withdrawAll();
     m_plugins.shutDown();
     m_settings.flush();

@@ -24,6 +24,7 @@
 #include "workbench/UndoHelper.h"
 #include "workbench/Workspace.h"
 #include "workbench/monitor/VariableMonitor.h"
+#include "workbench/online/OnlineSide.h"
 
 #include <QObject>
 
@@ -33,6 +34,8 @@ struct WorkbenchPaths {
     QString controllerDirectory;
     /// Empty for the user's own file.
     QString settingsFile;
+    /// Program of the built-in controller; empty for the one beside this program.
+    QString controllerProgram = QString();
 
     /// The places that belong to a program in that directory.
     static WorkbenchPaths besideProgram(const QString& programDirectory);
@@ -70,6 +73,7 @@ public:
     ComparatorManager& comparators() { return m_comparators; }
     Application& application() { return m_application; }
     OptionManager& options() { return m_options; }
+    OnlineSide& online() { return m_online; }
     QAction* action(const QString& name) { return m_actions.action(name); }
 
     QString theme() const;
@@ -117,5 +121,6 @@ private:
     FindFlows m_find;
     ProjectComparison m_comparison;
     ComparisonFlows m_comparisonFlows;
+    OnlineSide m_online;
     bool m_running = false;
 };

@@ -13,22 +13,40 @@
 #include <utility>
 #include <vector>
 
+namespace {
+struct Entry {
+    Transaction* transaction = nullptr;
+    /// Not 0: it runs, but what it asks does not go out.
+    short refusal = 0;
+};
+
+void run(const Entry& entry)
+{
+    if (entry.refusal == 0) {
+        entry.transaction->execute();
+        return;
+    }
+    const ControllerLink::Refusal refusal(entry.refusal);
+    entry.transaction->execute();
+}
+} // namespace
+
 struct BackgroundTransactionService::Private {
     /// Lives on the service's thread.
     Mailbox mailbox;
     std::mutex mutex;
     std::condition_variable changed;
-    std::deque<Transaction*> queue;
+    std::deque<Entry> queue;
     /// Have run, and wait to be destroyed where they live.
     std::vector<Transaction*> finished;
-    Transaction* running = nullptr;
+    Entry running;
     bool ending = false;
     bool ended = false;
     std::thread worker;
 
     void work();
     void sweep();
-    std::deque<Transaction*> takeQueue();
+    void destroyQueue();
 };
 
 void BackgroundTransactionService::Private::work()
@@ -41,9 +59,9 @@ void BackgroundTransactionService::Private::work()
         running = queue.front();
         queue.pop_front();
         lock.unlock();
-        running->execute();
+        run(running);
         lock.lock();
-        finished.push_back(std::exchange(running, nullptr));
+        finished.push_back(std::exchange(running, {}).transaction);
         mailbox.post([this] { sweep(); });
     }
     ended = true;
@@ -61,10 +79,15 @@ void BackgroundTransactionService::Private::sweep()
         delete transaction;
 }
 
-std::deque<Transaction*> BackgroundTransactionService::Private::takeQueue()
+void BackgroundTransactionService::Private::destroyQueue()
 {
-    const std::lock_guard<std::mutex> lock(mutex);
-    return std::exchange(queue, {});
+    std::deque<Entry> rest;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        rest.swap(queue);
+    }
+    for (const Entry& entry : rest)
+        delete entry.transaction;
 }
 
 BackgroundTransactionService::BackgroundTransactionService(QObject* parent)
@@ -85,7 +108,7 @@ void BackgroundTransactionService::submitTransaction(Transaction* transaction, b
     {
         const std::lock_guard<std::mutex> lock(d->mutex);
         if (!d->ending) {
-            d->queue.push_back(transaction);
+            d->queue.push_back({ transaction, 0 });
             d->changed.notify_one();
             return;
         }
@@ -95,10 +118,11 @@ void BackgroundTransactionService::submitTransaction(Transaction* transaction, b
         emit dropped();
 }
 
-void BackgroundTransactionService::discardQueued()
+void BackgroundTransactionService::refuseQueued(short code)
 {
-    for (Transaction* transaction : d->takeQueue())
-        delete transaction;
+    const std::lock_guard<std::mutex> lock(d->mutex);
+    for (Entry& entry : d->queue)
+        entry.refusal = code;
 }
 
 void BackgroundTransactionService::shutdown()
@@ -118,12 +142,12 @@ void BackgroundTransactionService::shutdown()
         }
     }
     d->worker.join();
-    discardQueued();
+    d->destroyQueue();
     d->sweep();
 }
 
 int BackgroundTransactionService::pending() const
 {
     const std::lock_guard<std::mutex> lock(d->mutex);
-    return static_cast<int>(d->queue.size()) + (d->running ? 1 : 0);
+    return static_cast<int>(d->queue.size()) + (d->running.transaction ? 1 : 0);
 }

@@ -18,9 +18,10 @@ public:
     /// Main thread. After the shutdown the transaction is destroyed at once, with dropped() if report is true.
     void submitTransaction(Transaction* transaction, bool report) override;
 
-    /// Destroys what has not been started yet; the emergency stop does so, lest a queued motion follow it.
-    void discardQueued();
-    /// Discards what is queued, cancels what is under way on the active link, and joins the worker. Main thread.
+    /// What has not been started yet is refused with this code instead of going out; the emergency stop does so, lest
+    /// a queued motion follow it. Whoever waits for an answer gets one.
+    void refuseQueued(short code);
+    /// Destroys what is queued, cancels what is under way on the active link, and joins the worker. Main thread.
     void shutdown();
 
     /// Transactions that wait or run.

@@ -5,6 +5,7 @@
 #include "host/communication/Mailbox.h"
 #include "host/communication/TaskThread.h"
 #include "protocol/DiagnosisCodes.h"
+#include "protocol/ProtocolVersion.h"
 
 #include <QCoreApplication>
 
@@ -27,7 +28,7 @@ QString say(const char* text)
 
 /// What a session tells, on its own thread.
 struct SessionEvents {
-    std::function<void(const std::shared_ptr<GrpcLink>&)> opened;
+    std::function<void(const std::shared_ptr<GrpcLink>&, QString)> opened;
     std::function<void(short, QString)> failed;
     std::function<void(QString)> lost;
     std::function<void(bool)> stopHeld;
@@ -120,14 +121,14 @@ private:
             pause();
             return true;
         }
-        stay(link);
+        stay(link, outcome.name);
         return true;
     }
 
-    void stay(const std::shared_ptr<GrpcLink>& link)
+    void stay(const std::shared_ptr<GrpcLink>& link, const QString& name)
     {
         ControllerLink::setActive(link);
-        m_events.opened(link);
+        m_events.opened(link, name);
         const QString reason = link->attend(m_events.stopHeld);
         link->shutDown();
         if (ControllerLink::active() == link)
@@ -158,7 +159,7 @@ struct ControllerConnection::Private {
     void begin(const ControllerAddress& newAddress);
     void retire(bool tell);
     void post(int generation, std::function<void()> work);
-    void opened(const std::shared_ptr<GrpcLink>& link);
+    void opened(const std::shared_ptr<GrpcLink>& link, const QString& name);
     void failed(short code, const QString& reason);
     void lost(const QString& reason);
     void tellStopHeld(bool held);
@@ -167,6 +168,7 @@ struct ControllerConnection::Private {
     Mailbox mailbox;
     State state = Closed;
     ControllerAddress address;
+    QString name;
     std::shared_ptr<const Credentials> credentials;
     std::shared_ptr<Session> session;
     bool stopHeld = false;
@@ -197,6 +199,16 @@ ControllerAddress ControllerConnection::address() const
     return d->address;
 }
 
+QString ControllerConnection::controllerName() const
+{
+    return d->name;
+}
+
+int ControllerConnection::version() const
+{
+    return static_cast<int>(protocolVersion);
+}
+
 std::shared_ptr<const ControllerConnection::Credentials> ControllerConnection::credentials() const
 {
     return d->credentials;
@@ -217,8 +229,9 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     state = Connecting;
     stopHeld = false;
     SessionEvents events;
-    events.opened
-        = [this, number](const std::shared_ptr<GrpcLink>& link) { post(number, [this, link] { opened(link); }); };
+    events.opened = [this, number](const std::shared_ptr<GrpcLink>& link, const QString& who) {
+        post(number, [this, link, who] { opened(link, who); });
+    };
     events.failed = [this, number](short code, const QString& reason) {
         post(number, [this, code, reason] { failed(code, reason); });
     };
@@ -244,8 +257,9 @@ void ControllerConnection::Private::retire(bool tell)
         post(number, [this] { emit q->closed(); });
 }
 
-void ControllerConnection::Private::opened(const std::shared_ptr<GrpcLink>& link)
+void ControllerConnection::Private::opened(const std::shared_ptr<GrpcLink>& link, const QString& who)
 {
+    name = who;
     auto fresh = std::make_shared<Credentials>();
     fresh->address = address;
     fresh->session = link->session();

@@ -31,6 +31,9 @@ public:
     bool isOpen() const { return state() == Open; }
     /// The address of the last open().
     ControllerAddress address() const;
+    /// What answers there and the version of the protocol that both speak; valid from opened() on.
+    QString controllerName() const;
+    int version() const;
 
     /// Connects and logs in. Ends an earlier connection first. Leads to opened() or failed().
     void open(const ControllerAddress& address);

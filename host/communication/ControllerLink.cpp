@@ -8,12 +8,20 @@ struct ActiveLink {
     std::mutex mutex;
     std::shared_ptr<ControllerLink> link;
     std::shared_ptr<const ControllerLink::Observer> observer;
+    std::shared_ptr<const ControllerLink::Announcer> announcer;
 };
 
 ActiveLink& activeLink()
 {
     static ActiveLink instance;
     return instance;
+}
+thread_local short refusalCode = 0;
+
+template <typename Function>
+std::shared_ptr<const Function> shared(Function function)
+{
+    return function ? std::make_shared<const Function>(std::move(function)) : nullptr;
 }
 } // namespace
 
@@ -39,9 +47,7 @@ void ControllerLink::setActive(std::shared_ptr<ControllerLink> link)
 
 void ControllerLink::setObserver(Observer observer)
 {
-    std::shared_ptr<const Observer> next;
-    if (observer)
-        next = std::make_shared<const Observer>(std::move(observer));
+    std::shared_ptr<const Observer> next = shared(std::move(observer));
     const std::lock_guard<std::mutex> lock(activeLink().mutex);
     activeLink().observer = std::move(next);
 }
@@ -50,4 +56,32 @@ std::shared_ptr<const ControllerLink::Observer> ControllerLink::observer()
 {
     const std::lock_guard<std::mutex> lock(activeLink().mutex);
     return activeLink().observer;
+}
+
+void ControllerLink::setAnnouncer(Announcer announcer)
+{
+    std::shared_ptr<const Announcer> next = shared(std::move(announcer));
+    const std::lock_guard<std::mutex> lock(activeLink().mutex);
+    activeLink().announcer = std::move(next);
+}
+
+std::shared_ptr<const ControllerLink::Announcer> ControllerLink::announcer()
+{
+    const std::lock_guard<std::mutex> lock(activeLink().mutex);
+    return activeLink().announcer;
+}
+
+ControllerLink::Refusal::Refusal(short code)
+{
+    refusalCode = code;
+}
+
+ControllerLink::Refusal::~Refusal()
+{
+    refusalCode = 0;
+}
+
+short ControllerLink::Refusal::present()
+{
+    return refusalCode;
 }

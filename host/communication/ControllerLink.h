@@ -34,4 +34,24 @@ public:
     static void setObserver(Observer observer);
     /// The observer in use, null while there is none.
     static std::shared_ptr<const Observer> observer();
+
+    /// Is told of every request of RpcCmdSend that is about to go out, on the thread that makes the call. An empty
+    /// function ends that.
+    using Announcer = std::function<void(const AxisRequest& request)>;
+    static void setAnnouncer(Announcer announcer);
+    /// The announcer in use, null while there is none.
+    static std::shared_ptr<const Announcer> announcer();
+
+    /// While one lives, what RpcCmdSend is asked on this thread does not go out: the code is the answer at once. For
+    /// requests that nobody wants any more, but whose answer somebody waits for.
+    class KESTRUN_COMMUNICATION_EXPORT Refusal {
+    public:
+        explicit Refusal(short code);
+        ~Refusal();
+        Refusal(const Refusal&) = delete;
+        Refusal& operator=(const Refusal&) = delete;
+
+        /// The code of this thread's refusal, 0 while there is none.
+        static short present();
+    };
 };

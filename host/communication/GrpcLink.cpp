@@ -177,17 +177,20 @@ GrpcLink::LoginOutcome GrpcLink::login(Deadline deadline)
             say("The controller at %1 speaks version %2 of the protocol, this program version %3.")
                 .arg(m_address.text())
                 .arg(reply.version())
-                .arg(protocolVersion) };
+                .arg(protocolVersion),
+            QString() };
     }
     if (result == Diagnosis::refused)
-        return { result, say("The controller at %1 has refused the connection.").arg(m_address.text()) };
+        return { result, say("The controller at %1 has refused the connection.").arg(m_address.text()), QString() };
     if (!status.ok()) {
         const QString reason = say("No controller answers at %1.").arg(m_address.text());
         const QString text
             = detail.empty() ? reason : QString(reason + QLatin1Char(' ') + QString::fromStdString(detail));
-        return { Diagnosis::notConnected, text };
+        return { Diagnosis::notConnected, text, QString() };
     }
-    return sendLogin(deadline);
+    LoginOutcome outcome = sendLogin(deadline);
+    outcome.name = QString::fromStdString(reply.name());
+    return outcome;
 }
 
 GrpcLink::LoginOutcome GrpcLink::sendLogin(Deadline deadline)
@@ -199,12 +202,13 @@ GrpcLink::LoginOutcome GrpcLink::sendLogin(Deadline deadline)
     request.set_client_name(QSysInfo::machineHostName().toStdString());
     const grpc::Status status = send(&Stub::Login, request, &reply, deadline, true);
     if (!status.ok())
-        return { resultOfStatus(status),
-            say("The controller at %1 has not answered the login.").arg(m_address.text()) };
+        return { resultOfStatus(status), say("The controller at %1 has not answered the login.").arg(m_address.text()),
+            QString() };
     if (reply.result() != 0) {
         return { resultOfNumber(reply.result()),
             say("The controller at %1 has refused the login. %2")
-                .arg(m_address.text(), QString::fromStdString(reply.reason())) };
+                .arg(m_address.text(), QString::fromStdString(reply.reason())),
+            QString() };
     }
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_session = reply.session();

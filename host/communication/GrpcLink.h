@@ -30,6 +30,8 @@ public:
     struct LoginOutcome {
         short result = 0;
         QString reason;
+        /// What answers there, for people.
+        QString name;
     };
 
     GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address);

@@ -15,13 +15,23 @@ AxisRequest makeRequest(int code, short axisNo)
     return request;
 }
 
+AxisReply ask(const AxisRequest& request, int seconds)
+{
+    if (const short refusal = ControllerLink::Refusal::present())
+        return { refusal, {} };
+    const std::shared_ptr<ControllerLink> link = ControllerLink::active();
+    if (!link)
+        return { Diagnosis::notConnected, {} };
+    if (const auto announcer = ControllerLink::announcer())
+        (*announcer)(request);
+    return link->request(request, std::chrono::seconds(std::max(seconds, 1)));
+}
+
 AxisReply send(const AxisRequest& request, int seconds)
 {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
-    const std::shared_ptr<ControllerLink> link = ControllerLink::active();
-    const AxisReply reply = link ? link->request(request, std::chrono::seconds(std::max(seconds, 1)))
-                                 : AxisReply{ Diagnosis::notConnected, {} };
+    const AxisReply reply = ask(request, seconds);
     if (const auto observer = ControllerLink::observer())
         (*observer)(request, reply, std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start));
     return reply;

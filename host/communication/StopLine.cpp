@@ -93,7 +93,7 @@ void StopLine::Private::send(StopLine* line, bool hold)
 void StopLine::stop()
 {
     if (d->service)
-        d->service->discardQueued();
+        d->service->refuseQueued(Diagnosis::emergencyStop);
     d->send(this, true);
 }
 

@@ -19,7 +19,7 @@ public:
     StopLine(ControllerConnection* connection, BackgroundTransactionService* service, QObject* parent = nullptr);
     ~StopLine() override;
 
-    /// Discards queued commands, then stops every axis in debug mode and holds. May be pressed again at any time.
+    /// Has queued commands refused, then stops every axis in debug mode and holds. May be pressed again at any time.
     void stop();
     /// Allows motion again.
     void release();

@@ -64,7 +64,7 @@ private slots:
     void runsOnOneThreadThatIsNotTheMainOne();
     void resultsArriveOnTheMainThread();
     void destroysWhereTheTransactionLives();
-    void discardsWhatWaits();
+    void refusesWhatWaits();
     void shutdownCancelsWhatIsUnderWay();
     void shutdownWithoutAnythingIsQuick();
     void dropsWhatComesTooLate();
@@ -160,7 +160,7 @@ void BackgroundTransactionServiceTest::destroysWhereTheTransactionLives()
         QCOMPARE(thread, QThread::currentThread());
 }
 
-void BackgroundTransactionServiceTest::discardsWhatWaits()
+void BackgroundTransactionServiceTest::refusesWhatWaits()
 {
     BackgroundTransactionService service;
     Receiver receiver;
@@ -172,14 +172,19 @@ void BackgroundTransactionServiceTest::discardsWhatWaits()
     }
     QTRY_COMPARE(m_link->requests().size(), std::size_t(1));
     QCOMPARE(service.pending(), 10);
-    service.discardQueued();
-    QCOMPARE(service.pending(), 1);
+    service.refuseQueued(Diagnosis::emergencyStop);
+    QCOMPARE(service.pending(), 10);
     m_link->hang(false);
-    QTRY_COMPARE(receiver.results.size(), 1);
+    // Whoever waits for an answer gets one, though nothing has gone out.
+    QTRY_COMPARE(receiver.results.size(), 10);
+    QCOMPARE(receiver.results.first(), Diagnosis::ok);
+    QCOMPARE(receiver.results.count(Diagnosis::emergencyStop), 9);
+    QCOMPARE(m_link->requests().size(), std::size_t(1));
     auto* later = new Work([] {});
     connect(later, &Work::done, &receiver, &Receiver::take);
     service.submitTransaction(later, true);
-    QTRY_COMPARE(receiver.results.size(), 2);
+    QTRY_COMPARE(receiver.results.size(), 11);
+    QCOMPARE(receiver.results.last(), Diagnosis::ok);
     QCOMPARE(m_link->requests().size(), std::size_t(2));
 }
 

@@ -110,7 +110,7 @@ void ThemeTest::theStyleSheetCoversTheStyleTypes()
     QFile sheet(file);
     QVERIFY(sheet.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(sheet.readAll());
-    for (const char* type : { "sureButton", "littleButton", "defaultButton", "commonTable" })
+    for (const char* type : { "sureButton", "littleButton", "defaultButton", "commonTable", "stopButton" })
         QVERIFY2(text.contains(QStringLiteral("[styleType=\"%1\"]").arg(QLatin1String(type))), type);
     QVERIFY(text.contains(QStringLiteral("rgb(90,149,253)")));
     QRegularExpressionMatchIterator images = QRegularExpression(QStringLiteral("url\\(([^)]*)\\)")).globalMatch(text);

@@ -29,6 +29,96 @@
     </message>
 </context>
 <context>
+    <name>AxesDifferenceDialog</name>
+    <message>
+        <source>Take axes over</source>
+        <translation>下载轴</translation>
+    </message>
+    <message>
+        <source>Differences</source>
+        <translation>差异</translation>
+    </message>
+    <message>
+        <source>Axis</source>
+        <translation>轴</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>In the project</source>
+        <translation>工程中</translation>
+    </message>
+    <message>
+        <source>In the controller</source>
+        <translation>控制器中</translation>
+    </message>
+    <message>
+        <source>Taking over puts all axes of the project into the controller in place of its own. Axes that differ in their numbers cannot be debugged before that.</source>
+        <translation>下载会用工程中的全部轴替换控制器中的轴。在此之前，编号不同的轴不能调试。</translation>
+    </message>
+    <message>
+        <source>The axes of the project and of the controller at %1 are not the same. Axes that differ: %2, differences: %3.</source>
+        <translation>工程与控制器 %1 中的轴不一致。不同的轴：%2，差异：%3。</translation>
+    </message>
+    <message>
+        <source>Take over</source>
+        <translation>下载</translation>
+    </message>
+    <message>
+        <source>Not now</source>
+        <translation>暂不</translation>
+    </message>
+    <message>
+        <source>present</source>
+        <translation>存在</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>缺少</translation>
+    </message>
+    <message>
+        <source>whole axis</source>
+        <translation>整个轴</translation>
+    </message>
+</context>
+<context>
+    <name>AxesTakeover</name>
+    <message>
+        <source>The axes of the controller at %1 cannot be read, so online debugging is off: %2</source>
+        <translation>无法读取控制器 %1 中的轴，因此在线调试不可用：%2</translation>
+    </message>
+    <message>
+        <source>The controller has the axes of the project.</source>
+        <translation>控制器中的轴与工程一致。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has taken the axes over.</source>
+        <translation>轴已下载到控制器 %1。</translation>
+    </message>
+    <message>
+        <source>axis %1: </source>
+        <translation>轴 %1：</translation>
+    </message>
+    <message>
+        <source>axis %1, %2: </source>
+        <translation>轴 %1，%2：</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has not taken the axes over: %2%3 %4</source>
+        <translation>控制器 %1 未接受下载的轴：%2%3 %4</translation>
+    </message>
+    <message>
+        <source>The controller runs its axes with other parameters than the project has.</source>
+        <translation>控制器中轴的参数与工程不同。</translation>
+    </message>
+    <message>
+        <source>The controller has other axes than the project; online debugging is off until it has taken the project&apos;s axes over.</source>
+        <translation>控制器中的轴与工程不同；在下载工程中的轴之前，在线调试不可用。</translation>
+    </message>
+</context>
+<context>
     <name>AxisModel</name>
     <message>
         <source>The axis %1 is not stored: it has been removed.</source>
@@ -37,6 +127,168 @@
     <message>
         <source>The axis %1 is not stored. %2</source>
         <translation>轴 %1 未保存。%2</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLog</name>
+    <message>
+        <source>Stop all axes</source>
+        <translation>停止所有轴</translation>
+    </message>
+    <message>
+        <source>hold</source>
+        <translation>保持</translation>
+    </message>
+    <message>
+        <source>release</source>
+        <translation>解除</translation>
+    </message>
+    <message>
+        <source>Debug mode</source>
+        <translation>调试模式</translation>
+    </message>
+    <message>
+        <source>enter</source>
+        <translation>进入</translation>
+    </message>
+    <message>
+        <source>leave</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>Enable</source>
+        <translation>使能</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>开</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>关</translation>
+    </message>
+    <message>
+        <source>Preset position</source>
+        <translation>预设位置</translation>
+    </message>
+    <message>
+        <source>Origin offset</source>
+        <translation>原点偏移</translation>
+    </message>
+    <message>
+        <source>Speed multiplier</source>
+        <translation>速度倍率</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>回原点</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Absolute move</source>
+        <translation>绝对定位</translation>
+    </message>
+    <message>
+        <source>Relative move</source>
+        <translation>相对定位</translation>
+    </message>
+    <message>
+        <source>Continuous move</source>
+        <translation>连续运动</translation>
+    </message>
+    <message>
+        <source>Jog forwards</source>
+        <translation>正向点动</translation>
+    </message>
+    <message>
+        <source>start</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>end</source>
+        <translation>结束</translation>
+    </message>
+    <message>
+        <source>Jog backwards</source>
+        <translation>负向点动</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>复位</translation>
+    </message>
+    <message>
+        <source>time-out %1 ms</source>
+        <translation>超时 %1 ms</translation>
+    </message>
+    <message>
+        <source>position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>velocity</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>acceleration</source>
+        <translation>加速度</translation>
+    </message>
+    <message>
+        <source>deceleration</source>
+        <translation>减速度</translation>
+    </message>
+    <message>
+        <source>jerk</source>
+        <translation>加加速度</translation>
+    </message>
+    <message>
+        <source>all</source>
+        <translation>全部</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>完成</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Axis</source>
+        <translation>轴</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>Arguments</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Answer</source>
+        <translation>应答</translation>
+    </message>
+    <message>
+        <source>Duration (ms)</source>
+        <translation>耗时 (ms)</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLogPanel</name>
+    <message>
+        <source>Copy the chosen lines, or all</source>
+        <translation>复制所选行；未选择时复制全部</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>命令</translation>
     </message>
 </context>
 <context>
@@ -130,6 +382,116 @@
     <message>
         <source>Key</source>
         <translation>项</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectDialog</name>
+    <message>
+        <source>Connect to a controller</source>
+        <translation>连接控制器</translation>
+    </message>
+    <message>
+        <source>&amp;Address:</source>
+        <translation>地址(&amp;A)：</translation>
+    </message>
+    <message>
+        <source>&amp;Token:</source>
+        <translation>令牌(&amp;T)：</translation>
+    </message>
+    <message>
+        <source>only on this machine; not remembered</source>
+        <translation>仅用于本机；不保存</translation>
+    </message>
+    <message>
+        <source>A&amp;uthority:</source>
+        <translation>颁发机构(&amp;U)：</translation>
+    </message>
+    <message>
+        <source>Choose the authority&apos;s file</source>
+        <translation>选择颁发机构的文件</translation>
+    </message>
+    <message>
+        <source>C&amp;ertificate:</source>
+        <translation>证书(&amp;E)：</translation>
+    </message>
+    <message>
+        <source>Choose the certificate&apos;s file</source>
+        <translation>选择证书文件</translation>
+    </message>
+    <message>
+        <source>&amp;Key:</source>
+        <translation>密钥(&amp;K)：</translation>
+    </message>
+    <message>
+        <source>Choose the key&apos;s file</source>
+        <translation>选择密钥文件</translation>
+    </message>
+    <message>
+        <source>&amp;Direct login: only look, without comparing and debugging axes</source>
+        <translation>直接登录(&amp;D)：仅查看，不比较也不调试轴</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Certificate of the authority</source>
+        <translation>颁发机构的证书</translation>
+    </message>
+    <message>
+        <source>Certificate of this client</source>
+        <translation>本客户端的证书</translation>
+    </message>
+    <message>
+        <source>Key of this client</source>
+        <translation>本客户端的密钥</translation>
+    </message>
+    <message>
+        <source>PEM files (*.pem *.crt *.key);;All files (*)</source>
+        <translation>PEM 文件 (*.pem *.crt *.key);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Enter the controller&apos;s address, host and port, such as 127.0.0.1:50700.</source>
+        <translation>请输入控制器的地址（主机和端口），例如 127.0.0.1:50700。</translation>
+    </message>
+    <message>
+        <source>Enter the token that the controller was given.</source>
+        <translation>请输入交给控制器的令牌。</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionIndicator</name>
+    <message>
+        <source>Starting the built-in controller…</source>
+        <translation>正在启动内置控制器…</translation>
+    </message>
+    <message>
+        <source>Connecting to %1…</source>
+        <translation>正在连接 %1…</translation>
+    </message>
+    <message>
+        <source>Connected to %1, comparing the axes…</source>
+        <translation>已连接 %1，正在比较轴…</translation>
+    </message>
+    <message>
+        <source>Connection to %1 lost, reconnecting…</source>
+        <translation>与 %1 的连接已断开，正在重新连接…</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>Direct login, no debugging: %1 at %2, protocol version %3</source>
+        <translation>直接登录，不能调试：%1，%2，协议版本 %3</translation>
+    </message>
+    <message>
+        <source>Online: %1 at %2, protocol version %3</source>
+        <translation>在线：%1，%2，协议版本 %3</translation>
     </message>
 </context>
 <context>
@@ -861,6 +1223,38 @@
         <source>Close c&amp;omparison</source>
         <translation>关闭比较(&amp;O)</translation>
     </message>
+    <message>
+        <source>&amp;Connect to the built-in controller</source>
+        <translation>连接内置控制器(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Connect to an &amp;address…</source>
+        <translation>连接到地址(&amp;A)…</translation>
+    </message>
+    <message>
+        <source>&amp;Disconnect</source>
+        <translation>断开连接(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Compare and &amp;take axes over…</source>
+        <translation>比较并下载轴(&amp;T)…</translation>
+    </message>
+    <message>
+        <source>&amp;STOP all axes in debug mode</source>
+        <translation>停止所有处于调试模式的轴(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Release STOP</source>
+        <translation>解除停止(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Online</source>
+        <translation>在线(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Command log</source>
+        <translation>命令日志</translation>
+    </message>
 </context>
 <context>
     <name>MessageBar</name>
@@ -941,6 +1335,24 @@
     <message>
         <source>%1 to %2</source>
         <translation>%1 到 %2</translation>
+    </message>
+</context>
+<context>
+    <name>OnlineSession</name>
+    <message>
+        <source>The built-in controller has ended unexpectedly. %1</source>
+        <translation>内置控制器意外结束。%1</translation>
+    </message>
+</context>
+<context>
+    <name>OnlineSide</name>
+    <message>
+        <source>The jog of axis %1 was ended here, since its button is no longer held.</source>
+        <translation>轴 %1 的点动已由工作台结束，因为按钮已不再被按住。</translation>
+    </message>
+    <message>
+        <source>The connection to %1 is lost. %2</source>
+        <translation>与 %1 的连接已断开。%2</translation>
     </message>
 </context>
 <context>
@@ -1334,6 +1746,52 @@
     <message>
         <source>Recent projects</source>
         <translation>最近的工程</translation>
+    </message>
+</context>
+<context>
+    <name>StopButton</name>
+    <message>
+        <source>STOP</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stop every axis in debug mode (%1)</source>
+        <translation>停止所有处于调试模式的轴 (%1)</translation>
+    </message>
+    <message>
+        <source>Stop every axis in debug mode</source>
+        <translation>停止所有处于调试模式的轴</translation>
+    </message>
+</context>
+<context>
+    <name>StopControl</name>
+    <message>
+        <source>STOP sent…</source>
+        <translation>停止已发送…</translation>
+    </message>
+    <message>
+        <source>STOP: the controller has stopped every axis in debug mode and holds them (%1 ms).</source>
+        <translation>停止：控制器已停止所有处于调试模式的轴并保持（%1 ms）。</translation>
+    </message>
+    <message>
+        <source>STOP has been released.</source>
+        <translation>停止已解除。</translation>
+    </message>
+    <message>
+        <source>STOP was not acknowledged by the controller at %1: %2 Use the machine&apos;s own emergency stop. Without a connection the controller stops its axes by itself.</source>
+        <translation>控制器 %1 未确认停止：%2 请使用机器自身的急停。失去连接时，控制器会自行停止其轴。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has not released STOP: %2</source>
+        <translation>控制器 %1 未解除停止：%2</translation>
+    </message>
+    <message>
+        <source>STOP not acknowledged</source>
+        <translation>停止未确认</translation>
+    </message>
+    <message>
+        <source>STOP holds</source>
+        <translation>停止保持中</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/communication/AxesComparison.h"
+#include "host/communication/ControllerAxis.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+class AxesDifferenceDialog;
+class LogManager;
+class OnlineSession;
+class QWidget;
+class Workspace;
+
+/// Sees to it that the controller runs the axes that the project says, before anything is commanded by number: reads
+/// them after each login, compares, and offers to put the project's axes into the controller. Main thread; nothing
+/// blocks.
+class AxesTakeover : public QObject {
+    Q_OBJECT
+
+public:
+    /// The offer opens over the window.
+    /// errorText gives the text for a code that is not 0.
+    AxesTakeover(OnlineSession& session, Workspace& workspace, QWidget& window, LogManager& log,
+        std::function<QString(short code)> errorText, QObject* parent = nullptr);
+    ~AxesTakeover() override;
+
+    /// Compares again, and offers what differs; says so when nothing does.
+    void compareNow();
+    /// The offer that is open, or null.
+    AxesDifferenceDialog* offer() const;
+
+signals:
+    /// The controller has not taken the axes over, or they could not be read; the text names which and why.
+    void failed(const QString& text);
+
+private:
+    void begin();
+    void onRead(short result, const QVector<ControllerAxis>& axes);
+    void judge(const QVector<ControllerAxis>& axes);
+    void ask(const QVector<AxisDifference>& differences);
+    void takeOver();
+    void onDownloaded(const DownloadOutcome& outcome);
+    void leaveAsItIs();
+    void closeOffer();
+
+    OnlineSession& m_session;
+    Workspace& m_workspace;
+    QWidget& m_window;
+    LogManager& m_log;
+    std::function<QString(short)> m_errorText;
+    QPointer<AxesDifferenceDialog> m_offer;
+    QVector<ControllerAxis> m_inController;
+    bool m_reading = false;
+    bool m_askedByUser = false;
+};

@@ -1,0 +1,151 @@
+#include "workbench/online/JogWatch.h"
+
+#include "host/communication/RpcCmdSend.h"
+#include "protocol/DiagnosisCodes.h"
+#include "sdk/AxisDebugParams.h"
+#include "sdk/Transaction.h"
+
+#include <QGuiApplication>
+
+namespace {
+
+constexpr int watchPeriodMs = 10;
+/// Time in which the page's own end goes out when the button comes up in the usual way.
+constexpr auto grace = std::chrono::milliseconds(50);
+/// An end that was not answered is sent again after this.
+constexpr auto pauseBetweenEnds = std::chrono::milliseconds(200);
+
+bool isJog(const AxisRequest& request)
+{
+    return request.code == AxisDebugJopPos || request.code == AxisDebugJopNeg;
+}
+
+/// It is decided what becomes of the request: by the controller, or by the end of the link, which makes the controller
+/// stop what this client has moved. A missing answer leaves open whether the request has arrived.
+bool isDecided(short result)
+{
+    return result != Diagnosis::noAnswer;
+}
+
+class JogEnd : public Transaction {
+public:
+    explicit JogEnd(const AxisRequest& request) : m_request(request) { }
+
+    void execute() override
+    {
+        const AxisRequest& r = m_request;
+        RpcCmdSend rpc;
+        rpc.deadline = 1;
+        if (r.code == AxisDebugJopPos)
+            rpc.rpc_AxisDebug_JopPos(r.axisNo, 0, r.velocity, r.acceleration, r.deceleration, r.jerk);
+        else
+            rpc.rpc_AxisDebug_JopNeg(r.axisNo, 0, r.velocity, r.acceleration, r.deceleration, r.jerk);
+    }
+
+private:
+    AxisRequest m_request;
+};
+
+} // namespace
+
+JogWatch::JogWatch(QObject* parent) : QObject(parent)
+{
+    m_timer.setInterval(watchPeriodMs);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, &JogWatch::watch);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &JogWatch::onApplicationState);
+}
+
+JogWatch::~JogWatch() = default;
+
+void JogWatch::onStarted(const AxisRequest& request)
+{
+    if (!isJog(request))
+        return;
+    if (request.value == 0) {
+        const auto found = m_jogs.find({ request.axisNo, request.code });
+        if (found != m_jogs.end())
+            found->endSent = found->startAnswered;
+        return;
+    }
+    Jog jog;
+    jog.request = request;
+    m_jogs.insert({ request.axisNo, request.code }, jog);
+    updateTimer();
+    watch();
+}
+
+void JogWatch::onAnswered(const AxisRequest& request, const AxisReply& reply)
+{
+    const auto found = isJog(request) ? m_jogs.find({ request.axisNo, request.code }) : m_jogs.end();
+    if (found == m_jogs.end())
+        return;
+    if (request.value != 0) {
+        found->startAnswered = true;
+        if (isDecided(reply.result) && reply.result != Diagnosis::ok)
+            m_jogs.erase(found);
+    } else {
+        found->ending = false;
+        found->since = Clock::now();
+        if (reply.result == Diagnosis::notConnected || (isDecided(reply.result) && found->endSent))
+            m_jogs.erase(found);
+    }
+    updateTimer();
+}
+
+void JogWatch::watch()
+{
+    if (m_deactivated || !(QGuiApplication::mouseButtons() & Qt::LeftButton))
+        letGoAll();
+    const Clock::time_point now = Clock::now();
+    for (Jog& jog : m_jogs) {
+        if (jog.letGo && !jog.ending && now - jog.since >= (jog.told ? pauseBetweenEnds : grace))
+            end(jog);
+    }
+}
+
+void JogWatch::letGoAll()
+{
+    for (Jog& jog : m_jogs) {
+        if (jog.letGo)
+            continue;
+        jog.letGo = true;
+        jog.since = Clock::now();
+    }
+}
+
+void JogWatch::end(Jog& jog)
+{
+    jog.ending = true;
+    m_lane.submitTransaction(new JogEnd(jog.request), false);
+    if (!jog.told)
+        emit ended(jog.request.axisNo);
+    jog.told = true;
+}
+
+void JogWatch::onApplicationState(Qt::ApplicationState state)
+{
+    m_deactivated = state != Qt::ApplicationActive;
+    if (m_deactivated)
+        watch();
+}
+
+void JogWatch::forget()
+{
+    m_jogs.clear();
+    updateTimer();
+}
+
+void JogWatch::shutDown()
+{
+    forget();
+    m_lane.shutdown();
+}
+
+void JogWatch::updateTimer()
+{
+    if (m_jogs.isEmpty())
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start();
+}

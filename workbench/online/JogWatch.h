@@ -1,0 +1,67 @@
+#pragma once
+
+#include "host/communication/AxisRequest.h"
+#include "host/communication/BackgroundTransactionService.h"
+
+#include <QMap>
+#include <QObject>
+#include <QPair>
+#include <QTimer>
+
+#include <chrono>
+
+/// Ends a jog whose release never comes. While one is on it watches the mouse: once the left button is up, or the
+/// program is no longer in front, and the page has not ended the jog by itself, the watch ends it, on a way of its own
+/// that no slow request can hold up, and again until the controller has answered. Main thread.
+class JogWatch : public QObject {
+    Q_OBJECT
+
+public:
+    explicit JogWatch(QObject* parent = nullptr);
+    ~JogWatch() override;
+
+    /// A command is going out, or has been answered.
+    void onStarted(const AxisRequest& request);
+    void onAnswered(const AxisRequest& request, const AxisReply& reply);
+    /// The link is gone: the controller stops what this client has moved.
+    void forget();
+    /// Ends what is under way and takes no more.
+    void shutDown();
+
+    /// Jogs that are on as far as is known here.
+    int count() const { return m_jogs.size(); }
+
+signals:
+    /// The watch has ended a jog, since nobody else has.
+    void ended(int axisNo);
+
+private:
+    using Clock = std::chrono::steady_clock;
+    /// Axis and request: an axis can jog in one direction only, but the ends of both may be on their way.
+    using Key = QPair<int, int>;
+    struct Jog {
+        AxisRequest request;
+        /// The controller has answered the start, so an end cannot overtake it any more.
+        bool startAnswered = false;
+        /// An end has gone out after that.
+        bool endSent = false;
+        /// Nobody holds the button any more, since then.
+        bool letGo = false;
+        Clock::time_point since;
+        /// An end of the watch's own is on its way.
+        bool ending = false;
+        bool told = false;
+    };
+
+    void watch();
+    void letGoAll();
+    void end(Jog& jog);
+    void onApplicationState(Qt::ApplicationState state);
+    void updateTimer();
+
+    QMap<Key, Jog> m_jogs;
+    QTimer m_timer;
+    /// The program was in front and is not any more.
+    bool m_deactivated = false;
+    BackgroundTransactionService m_lane;
+};
