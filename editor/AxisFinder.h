@@ -48,6 +48,8 @@ private:
     bool contains(const QString& pin, const QString& text) const;
 
     quint32 m_axisId = 0;
+    /// Not used.
+    QString m_spare;
     QString m_nodePath;
     QString m_projectName;
     int m_flags = 0;

@@ -4,7 +4,6 @@
 #include "axisdata/AxisConstants.h"
 #include "axisdata/AxisRecord.h"
 #include "axisdata/DoubleValidator.h"
-#include "axisdata/NumberRule.h"
 #include "axisdata/PageTeardown.h"
 #include "axisdata/RegExpValidator.h"
 #include "host/components/DataVerification.h"
@@ -12,6 +11,7 @@
 #include "host/languagecore/ACCore.h"
 #include "host/languagecore/SafeAccore.h"
 #include "host/projectmodel/AbstractProjectModel.h"
+#include "pages/HomeFields.h"
 #include "pages/HomePicture.h"
 #include "pages/HomeSignals.h"
 #include "pages/PinCheck.h"
@@ -39,7 +39,8 @@ QString offeredMode(const AxisRecord& record, const QStringList& offered)
 } // namespace
 
 OriginReturnSetWidget::OriginReturnSetWidget(const QString& project, unsigned id, QWidget* parent)
-    : QWidget(parent), ui(std::make_unique<Ui::OriginReturnSetWidget>()), projectName(project), axisId(id)
+    : QWidget(parent), ui(std::make_unique<Ui::OriginReturnSetWidget>()), projectName(project), axisId(id),
+      m_parent(parent)
 {
     setUpForm();
     loadFromModel();
@@ -105,10 +106,8 @@ void OriginReturnSetWidget::loadFromModel()
         if (!record)
             return;
         loadModes(record);
-        ui->lineEdit_7->setText(record.text(QStringLiteral("HomeSpeed")));
-        ui->lineEdit_8->setText(record.text(QStringLiteral("HomeAcc")));
-        ui->lineEdit_9->setText(record.text(QStringLiteral("HomeCloseSpeed")));
-        ui->lineEdit_10->setText(record.text(QStringLiteral("HomeTimeOut")));
+        for (const HomeField& field : homeFields())
+            (ui.get()->*field.edit)->setText(record.text(field.key));
         loadSignals(record);
     }
     const int number = HomePicture::numberOfMode(ui->comboBox_3->currentText());
@@ -146,9 +145,11 @@ void OriginReturnSetWidget::loadSignals(const AxisRecord& record)
 void OriginReturnSetWidget::setUpValidators()
 {
     auto* reals = new DoubleValidator(6, this);
-    for (QLineEdit* field : { ui->lineEdit_7, ui->lineEdit_8, ui->lineEdit_9 })
-        field->setValidator(reals);
-    ui->lineEdit_10->setValidator(new RegExpValidator(RegExpValidator::decimalPattern(), this));
+    auto* integers = new RegExpValidator(RegExpValidator::decimalPattern(), this);
+    for (const HomeField& field : homeFields()) {
+        const bool isReal = field.rule.kind == NumberKind::Real;
+        (ui.get()->*field.edit)->setValidator(isReal ? static_cast<QValidator*>(reals) : integers);
+    }
 }
 
 void OriginReturnSetWidget::updateWidget()
@@ -167,11 +168,10 @@ void OriginReturnSetWidget::updateWidget()
         ui->comboBox_3->setCurrentText(mode);
         on_combobox_3Changed(mode);
         connect(ui->comboBox_3, &QComboBox::currentTextChanged, this, &OriginReturnSetWidget::on_combobox_3Changed);
-        for (QWidget* control : { static_cast<QWidget*>(ui->lineEdit_7), static_cast<QWidget*>(ui->lineEdit_8),
-                 static_cast<QWidget*>(ui->lineEdit_9), static_cast<QWidget*>(ui->lineEdit_10),
-                 static_cast<QWidget*>(ui->checkBox_1), static_cast<QWidget*>(ui->checkBox_2),
-                 static_cast<QWidget*>(ui->checkBox_3) })
-            control->setEnabled(!isVirtual);
+        for (const HomeField& field : homeFields())
+            (ui.get()->*field.edit)->setEnabled(!isVirtual);
+        for (const HomeSignal& row : homeSignals())
+            (ui.get()->*row.enable)->setEnabled(!isVirtual);
     }
     const SafeAccore core(projectName.toStdString(), false);
     if (!core)
@@ -188,6 +188,8 @@ void OriginReturnSetWidget::on_combobox_3Changed(const QString& str)
         return;
     const QString path = HomePicture::path(HomePicture::numberOfMode(str));
     const QPixmap picture(path);
+    // The fitted picture is not used: the label scales what it shows by itself.
+    static_cast<void>(picture.scaled(ui->label_12->size(), Qt::KeepAspectRatio));
     if (picture.isNull())
         ui->label_12->setText(path);
     else
@@ -195,31 +197,26 @@ void OriginReturnSetWidget::on_combobox_3Changed(const QString& str)
     record.set(modeKey, str);
 }
 
-void OriginReturnSetWidget::commitField(QLineEdit& field, const NumberRule& rule, const QString& key)
+void OriginReturnSetWidget::commitField(const HomeField& field)
 {
-    commitNumber(field, rule, key, projectName, axisId);
+    commitNumber(*(ui.get()->*field.edit), field.rule, field.key, projectName, axisId);
 }
 
 void OriginReturnSetWidget::onLineEdit_7textChanged()
 {
-    commitField(*ui->lineEdit_7, { NumberKind::Real, NumberBound::stored(QStringLiteral("HomeCloseSpeed")), 9999999 },
-        QStringLiteral("HomeSpeed"));
+    commitField(homeFields()[HomeSpeedField]);
 }
-
 void OriginReturnSetWidget::onLineEdit_8textChanged()
 {
-    commitField(*ui->lineEdit_8, { NumberKind::Real, 0.01, 9999999 }, QStringLiteral("HomeAcc"));
+    commitField(homeFields()[HomeAccelerationField]);
 }
-
 void OriginReturnSetWidget::onLineEdit_9textChanged()
 {
-    commitField(*ui->lineEdit_9, { NumberKind::Real, 0.01, NumberBound::stored(QStringLiteral("HomeSpeed")) },
-        QStringLiteral("HomeCloseSpeed"));
+    commitField(homeFields()[HomeCloseSpeedField]);
 }
-
 void OriginReturnSetWidget::onLineEdit_10textChanged()
 {
-    commitField(*ui->lineEdit_10, { NumberKind::Unsigned, 1, 2147483647 }, QStringLiteral("HomeTimeOut"));
+    commitField(homeFields()[HomeTimeOutField]);
 }
 
 QString OriginReturnSetWidget::focusedPinViewInfo()
@@ -234,6 +231,11 @@ QString OriginReturnSetWidget::focusedPinViewInfo()
     return {};
 }
 
+bool OriginReturnSetWidget::checkPinText(QString& text)
+{
+    return ::checkPinText(projectName, text);
+}
+
 void OriginReturnSetWidget::commitPin(int signal)
 {
     const HomeSignal& row = homeSignals()[static_cast<size_t>(signal)];
@@ -241,10 +243,10 @@ void OriginReturnSetWidget::commitPin(int signal)
     const AxisRecord record(projectName, axisId);
     if (!record)
         return;
-    const QString text = edit.text();
+    QString text = edit.text();
     // A message box lets events through: the page may be gone when it closes.
     const QPointer<CLineEdit> watched(&edit);
-    if (checkPinText(projectName, text))
+    if (checkPinText(text))
         record.set(row.pinKey, text);
     else if (watched)
         edit.setText(record.text(row.pinKey));

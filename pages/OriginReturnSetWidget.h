@@ -8,7 +8,7 @@
 class AxisRecord;
 class QLineEdit;
 class QToolButton;
-struct NumberRule;
+struct HomeField;
 
 namespace Ui {
 class OriginReturnSetWidget;
@@ -64,13 +64,17 @@ private:
     void setUpValidators();
     void connectForm();
     void describeToFind();
-    void commitField(QLineEdit& field, const NumberRule& rule, const QString& key);
+    void commitField(const HomeField& field);
     void commitPin(int signal);
+    /// Whether a text may be stored as a pin; tells the user why not.
+    bool checkPinText(QString& text);
     void enableSignal(int signal, int state);
     void setLogic(int signal, bool positive, bool checked);
 
     std::unique_ptr<Ui::OriginReturnSetWidget> ui;
     QString projectName;
     quint32 axisId;
+    /// As given; not owned.
+    QWidget* m_parent;
     QMap<QToolButton*, QLineEdit*> pinButtons;
 };

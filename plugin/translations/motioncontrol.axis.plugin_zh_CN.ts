@@ -1011,7 +1011,7 @@
     </message>
     <message>
         <source>Please enter the complete application path of the variable!</source>
-        <translation> 请输入变量的完整应用路径！</translation>
+        <translation>请输入变量的完整应用路径！</translation>
     </message>
     <message>
         <source> is not of Boolean type!</source>

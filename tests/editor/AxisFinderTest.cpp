@@ -1,20 +1,9 @@
 #include "editor/AxisFinder.h"
 
 #include "editor/MotionControlAxisEditor.h"
-#include "host/projectmodel/AxisModel.h"
-#include "host/projectmodel/AxisTable.h"
-#include "tests/support/TestHost.h"
-#include "tests/support/TestProject.h"
-
-#include <QtTest>
-
-#include <memory>
+#include "tests/editor/AxisFinderFixture.h"
 
 namespace {
-
-const QString positive = QStringLiteral("posEdit");
-const QString negative = QStringLiteral("negEdit");
-const QString origin = QStringLiteral("orgEdit");
 
 bool isEmptyEnd(const EditorLocation& result)
 {
@@ -22,21 +11,45 @@ bool isEmptyEnd(const EditorLocation& result)
         && result.label.isEmpty() && result.data.isNull();
 }
 
+/// An editor that keeps the contract and is no axis editor.
+class OtherEditor : public IEditor {
+public:
+    QWidget* widget() override { return nullptr; }
+    QString displayName() override { return QStringLiteral("Other"); }
+    bool open(const QString&, const QString&) override { return true; }
+    bool load() override { return true; }
+    bool reload() override { return true; }
+    bool save() override { return true; }
+    bool saveAs() override { return true; }
+    bool gotoLocation(const QString&) override { return true; }
+    EditorLocation locationInfo() override { return {}; }
+    bool findReferences(const QString&, QVector<FindResult>&) override { return true; }
+    void setReadOnly(bool) override { }
+    bool isReadOnly() override { return false; }
+    bool isModified() override { return false; }
+    QString nodePath() override { return QStringLiteral("Line.Other"); }
+    QString typeKey() override { return QStringLiteral("AxisView"); }
+    QByteArray saveState() override { return {}; }
+    bool restoreState(const QByteArray&) override { return true; }
+    void activated() override { }
+    IEditContext* currentContext() override { return nullptr; }
+};
+
 } // namespace
 
-class AxisFinderTest : public QObject {
+/// Binding, the order of places, and the search through them.
+class AxisFinderTest : public QObject, private AxisFinderFixture {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { start(); }
+    void cleanup() { stop(); }
 
     void newFinderHasNothing();
     void plainAnswers();
     void bindsToANode();
     void bindFailsWithoutAHost();
     void bindFailsWithoutATree();
-
     void indexHoldsEnabledPinsInOrder_data();
     void indexHoldsEnabledPinsInOrder();
     void flagsTakeEffectWithTheNextStart();
@@ -50,100 +63,20 @@ private slots:
     void endResultIsEmpty();
     void missingRecordStopsTheSearch_data();
     void missingRecordStopsTheSearch();
-
     void resultTellsThePlace_data();
     void resultTellsThePlace();
     void resultWithoutAPageNameHasABlank();
     void positionInOtherLettersFindsItsPin();
     void positionOutsideTheIndexEndsTheSearch();
     void doubledNamesDoNotHoldTheSearch();
+    void aPinWithoutViewInformationEndsTheSearch_data();
+    void aPinWithoutViewInformationEndsTheSearch();
     void eachPinIsReportedOnce();
-
     void matches_data();
     void matches();
-
     void currentPositionComesFromTheCurrentEditor();
-    void findsReferences_data();
-    void findsReferences();
-    void referencesTellThePlace();
-    void referencesWithoutViewInformationHaveBlanks();
-    void referencesNeedProjectAndRecord_data();
-    void referencesNeedProjectAndRecord();
-
-private:
-    void set(const QString& key, const QString& text) { m_axis->setProperty(key, text); }
-    void enable(bool positiveLimit, bool negativeLimit, bool originSignal);
-    void setPins(const QString& positivePin, const QString& negativePin, const QString& originPin);
-    static void waysToLoseTheRecord();
-    void loseRecord(bool projectClosed);
-    /// The positions that a search for an empty text visits.
-    QStringList visited();
-    static QString word(bool on) { return on ? QStringLiteral("TRUE") : QStringLiteral("FALSE"); }
-
-    std::unique_ptr<TestHost> m_host;
-    std::unique_ptr<TestProject> m_project;
-    AxisTable* m_axis = nullptr;
-    std::unique_ptr<AxisFinder> m_finder;
+    void anEditorOfAnotherClassHasNoPosition();
 };
-
-void AxisFinderTest::init()
-{
-    m_host = std::make_unique<TestHost>();
-    m_project = std::make_unique<TestProject>(QStringLiteral("NV3T_70Q12"));
-    m_axis = m_project->addAxis(QStringLiteral("Feeder"));
-    m_axis->setViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QStringLiteral("HomingPage"));
-    m_axis->setViewInfo(QStringLiteral("LineEditPosObjectName"), positive);
-    m_axis->setViewInfo(QStringLiteral("LineEditNegObjectName"), negative);
-    m_axis->setViewInfo(QStringLiteral("LineEditOrgObjectName"), origin);
-    setPins(QStringLiteral("Main.posStop"), QStringLiteral("Main.negStop"), QStringLiteral("Main.origin"));
-    enable(true, true, true);
-    m_finder = std::make_unique<AxisFinder>();
-    QVERIFY(m_finder->bindNode(m_project->axisPath(m_axis->id())));
-}
-
-void AxisFinderTest::cleanup()
-{
-    m_finder.reset();
-    m_project.reset();
-    m_host.reset();
-}
-
-void AxisFinderTest::enable(bool positiveLimit, bool negativeLimit, bool originSignal)
-{
-    set(QStringLiteral("PosLimitEnable"), word(positiveLimit));
-    set(QStringLiteral("NegsLimitEnable"), word(negativeLimit));
-    set(QStringLiteral("OrgSignalEnable"), word(originSignal));
-}
-
-void AxisFinderTest::setPins(const QString& positivePin, const QString& negativePin, const QString& originPin)
-{
-    set(QStringLiteral("PosLimitPin"), positivePin);
-    set(QStringLiteral("NegLimitPin"), negativePin);
-    set(QStringLiteral("OrgSignalPin"), originPin);
-}
-
-void AxisFinderTest::waysToLoseTheRecord()
-{
-    QTest::addColumn<bool>("projectClosed");
-    QTest::newRow("the project is closed") << true;
-    QTest::newRow("the axis is gone") << false;
-}
-
-void AxisFinderTest::loseRecord(bool projectClosed)
-{
-    if (projectClosed)
-        m_project->close();
-    else
-        QVERIFY(m_project->axisModel()->removeAxisTable(m_axis));
-}
-
-QStringList AxisFinderTest::visited()
-{
-    QStringList places;
-    while (m_finder->findNext(QString()) && !m_finder->result().atEnd && places.size() < 10)
-        places.append(m_finder->result().location.section(QLatin1Char('.'), 1));
-    return places;
-}
 
 void AxisFinderTest::newFinderHasNothing()
 {
@@ -393,6 +326,38 @@ void AxisFinderTest::doubledNamesDoNotHoldTheSearch()
     QVERIFY(m_finder->result().atEnd);
 }
 
+void AxisFinderTest::aPinWithoutViewInformationEndsTheSearch_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QStringList>("visited");
+    const QString none;
+    QTest::newRow("no page was ever built") << QStringList{ none, none, none } << QStringList();
+    QTest::newRow("the first has no name") << QStringList{ none, negative, origin } << QStringList();
+    QTest::newRow("the second has no name") << QStringList{ positive, none, origin } << QStringList{ positive };
+    QTest::newRow("the last has no name")
+        << QStringList{ positive, negative, none } << QStringList{ positive, negative };
+}
+
+void AxisFinderTest::aPinWithoutViewInformationEndsTheSearch()
+{
+    QFETCH(QStringList, names);
+    QFETCH(QStringList, visited);
+    const char* keys[] = { "LineEditPosObjectName", "LineEditNegObjectName", "LineEditOrgObjectName" };
+    AxisTable* axis = m_project->addAxis(QStringLiteral("Gripper"));
+    for (int pin = 0; pin < 3; ++pin) {
+        if (!names.at(pin).isEmpty())
+            axis->setViewInfo(QString::fromLatin1(keys[pin]), names.at(pin));
+    }
+    for (const char* key : { "PosLimitEnable", "NegsLimitEnable", "OrgSignalEnable" })
+        axis->setProperty(QString::fromLatin1(key), QStringLiteral("TRUE"));
+    QVERIFY(m_finder->bindNode(m_project->axisPath(axis->id())));
+    m_finder->setStartPosition(QString());
+    QCOMPARE(this->visited(), visited);
+    QVERIFY(isEmptyEnd(m_finder->result()));
+    QVERIFY(m_finder->findNext(QStringLiteral("%IX")));
+    QVERIFY(isEmptyEnd(m_finder->result()));
+}
+
 void AxisFinderTest::eachPinIsReportedOnce()
 {
     setPins(QStringLiteral("a.a.a"), QStringLiteral("b"), QStringLiteral("a"));
@@ -484,119 +449,12 @@ void AxisFinderTest::currentPositionComesFromTheCurrentEditor()
     QCOMPARE(m_finder->currentPosition(), QString());
 }
 
-void AxisFinderTest::findsReferences_data()
+void AxisFinderTest::anEditorOfAnotherClassHasNoPosition()
 {
-    QTest::addColumn<QStringList>("pins");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QStringList>("labels");
-
-    const auto pins = [](const char* positivePin, const char* negativePin, const char* originPin) {
-        return QStringList{ QString::fromLatin1(positivePin), QString::fromLatin1(negativePin),
-            QString::fromLatin1(originPin) };
-    };
-    const auto labels = [](std::initializer_list<const char*> texts) {
-        QStringList list;
-        for (const char* text : texts)
-            list.append(QString::fromLatin1(text));
-        return list;
-    };
-    QTest::newRow("the same variable three times, negative first")
-        << pins("Main.stop", "Main.stop", "Main.stop") << QStringLiteral("Main.stop")
-        << labels({ "Negative limit:Main.stop", "Positive limit:Main.stop", "Origin signal:Main.stop" });
-    QTest::newRow("only the pin that names it")
-        << pins("Main.stop", "Main.other", "Main.door.open") << QStringLiteral("Main.other")
-        << labels({ "Negative limit:Main.other" });
-    QTest::newRow("names compare in any case") << pins("main.STOP", "Main.other", "Main.door.open")
-                                               << QStringLiteral("Main.stop") << labels({ "Positive limit:main.STOP" });
-    QTest::newRow("a symbol that begins the path counts") << pins("Main.door", "Main.other",
-        "Main.other") << QStringLiteral("Main.door.open") << labels({ "Positive limit:Main.door" });
-    QTest::newRow("a symbol below the path does not count")
-        << pins("Main.door.open", "Main.other", "Main.other") << QStringLiteral("Main.door") << QStringList();
-    QTest::newRow("half a segment does not count")
-        << pins("Main.st", "Main.other", "Main.other") << QStringLiteral("Main.stop") << QStringList();
-    QTest::newRow("one result a symbol that matches")
-        << pins("Main.stop AND Main.stop", "Main.other", "Main.other") << QStringLiteral("Main.stop")
-        << labels({ "Positive limit:Main.stop AND Main.stop", "Positive limit:Main.stop AND Main.stop" });
-    QTest::newRow("an address names no variable")
-        << pins("%IX100.0", "Main.other", "Main.other") << QStringLiteral("Main.stop") << QStringList();
-    QTest::newRow("an empty pin names nothing") << pins("", "", "") << QStringLiteral("Main.stop") << QStringList();
-}
-
-void AxisFinderTest::findsReferences()
-{
-    QFETCH(QStringList, pins);
-    QFETCH(QString, path);
-    QFETCH(QStringList, labels);
-    m_project->addSource(QStringLiteral("Main"),
-        QStringLiteral(
-            "TYPE Door : STRUCT open : BOOL; END_STRUCT; END_TYPE\n"
-            "PROGRAM Main\nVAR\n stop : BOOL; st : BOOL; other : BOOL; door : Door;\nEND_VAR\nEND_PROGRAM\n"));
-    setPins(pins.at(0), pins.at(1), pins.at(2));
-    QVector<FindResult> results;
-    QVERIFY(m_finder->findReferences(path, results));
-    QStringList found;
-    for (const FindResult& result : results)
-        found.append(result.label);
-    QCOMPARE(found, labels);
-
-    // Disabled pins are left out even where they name the variable.
-    enable(false, false, false);
-    QVERIFY(m_finder->findReferences(path, results));
-    QCOMPARE(results.size(), labels.size());
-}
-
-void AxisFinderTest::referencesTellThePlace()
-{
-    m_project->addSource(
-        QStringLiteral("Main"), QStringLiteral("PROGRAM Main\nVAR\n stop : BOOL;\nEND_VAR\nEND_PROGRAM\n"));
-    const QString pin = QStringLiteral("Main.stop");
-    setPins(pin, pin, pin);
-    QVector<FindResult> results;
-    QVERIFY(m_finder->findReferences(pin, results));
-    QCOMPARE(results.size(), 3);
-    const QStringList locations{ QStringLiteral("HomingPage.negEdit"), QStringLiteral("HomingPage.posEdit"),
-        QStringLiteral("HomingPage.orgEdit") };
-    for (int row = 0; row < 3; ++row) {
-        const FindResult& result = results.at(row);
-        QCOMPARE(result.typeKey, QStringLiteral("AxisView"));
-        QCOMPARE(result.nodePath, m_project->axisPath(m_axis->id()));
-        QCOMPARE(result.objectName, QStringLiteral("Feeder"));
-        QCOMPARE(result.text, pin);
-        QCOMPARE(result.matchedText, pin);
-        QCOMPARE(result.dataType, QStringLiteral("BOOL"));
-        QVERIFY(result.section.isEmpty());
-        QVERIFY(result.access.isEmpty());
-        QCOMPARE(result.location, locations.at(row));
-        QCOMPARE(result.kind, 1);
-    }
-}
-
-void AxisFinderTest::referencesWithoutViewInformationHaveBlanks()
-{
-    m_project->addSource(
-        QStringLiteral("Main"), QStringLiteral("PROGRAM Main\nVAR\n stop : BOOL;\nEND_VAR\nEND_PROGRAM\n"));
-    AxisTable* other = m_project->addAxis(QStringLiteral("Gripper"));
-    other->setProperty(QStringLiteral("OrgSignalEnable"), QStringLiteral("true"));
-    other->setProperty(QStringLiteral("OrgSignalPin"), QStringLiteral("Main.stop"));
-    QVERIFY(m_finder->bindNode(m_project->axisPath(other->id())));
-    QVector<FindResult> results;
-    QVERIFY(m_finder->findReferences(QStringLiteral("Main.stop"), results));
-    QCOMPARE(results.size(), 1);
-    QCOMPARE(results.first().location, QStringLiteral(" . "));
-}
-
-void AxisFinderTest::referencesNeedProjectAndRecord_data()
-{
-    waysToLoseTheRecord();
-}
-
-void AxisFinderTest::referencesNeedProjectAndRecord()
-{
-    QFETCH(bool, projectClosed);
-    loseRecord(projectClosed);
-    QVector<FindResult> results;
-    QVERIFY(!m_finder->findReferences(QStringLiteral("Main.posStop"), results));
-    QVERIFY(results.isEmpty());
+    const QString path = m_project->axisPath(m_axis->id());
+    m_host->editorManager.adoptEditor(path, new OtherEditor);
+    QVERIFY(m_host->editorManager.currentEditor());
+    QCOMPARE(m_finder->currentPosition(), QString());
 }
 
 QTEST_MAIN(AxisFinderTest)

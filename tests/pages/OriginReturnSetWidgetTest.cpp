@@ -1,170 +1,62 @@
 #include "pages/OriginReturnSetWidget.h"
+
 #include "axisdata/DoubleValidator.h"
 #include "axisdata/RegExpValidator.h"
-#include "host/components/CLineEdit.h"
-#include "host/components/TypeAssistant.h"
-#include "host/projectmodel/AxisTable.h"
-#include "host/projectmodel/ProjectModel.h"
-#include "sdk/ServiceKeys.h"
-#include "tests/support/MessageBoxWatcher.h"
-#include "tests/support/ModalDialogDriver.h"
-#include "tests/support/TestHost.h"
-#include "tests/support/TestProject.h"
+#include "tests/pages/HomingPageFixture.h"
+#include "tests/support/ReceiverCount.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QRadioButton>
+#include <QGroupBox>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QScrollArea>
-#include <QSignalSpy>
-#include <QToolButton>
-#include <QtTest>
 
 namespace {
 
-struct SignalRow {
-    const char* box;
-    const char* pin;
-    const char* button;
-    const char* positive;
-    const char* negative;
-    const char* enableKey;
-    const char* pinKey;
-    const char* logicKey;
-    const char* viewKey;
-};
-
-constexpr SignalRow signalRows[] = {
-    { "checkBox_1", "lineEditPos", "toolButtonPos", "radioButton_1", "radioButton_2", "PosLimitEnable", "PosLimitPin",
-        "PosLimitLogic", "LineEditPosObjectName" },
-    { "checkBox_2", "lineEditNeg", "toolButtonNeg", "radioButton_3", "radioButton_4", "NegsLimitEnable", "NegLimitPin",
-        "NegLimitLogic", "LineEditNegObjectName" },
-    { "checkBox_3", "lineEditOrg", "toolButtonOrg", "radioButton_5", "radioButton_6", "OrgSignalEnable", "OrgSignalPin",
-        "OrgSignalLogic", "LineEditOrgObjectName" },
-};
-
-QString latin(const char* text)
+/// A controller that offers just these homing modes.
+QJsonObject withModes(const QStringList& modes)
 {
-    return QString::fromLatin1(text);
+    QJsonObject description = TestProject::description(QStringLiteral("NV3T_70Q12"));
+    QJsonObject lists = description[QStringLiteral("lists")].toObject();
+    lists[QStringLiteral("HomeMode")] = QJsonArray::fromStringList(modes);
+    description[QStringLiteral("lists")] = lists;
+    return description;
 }
 
 } // namespace
 
-class OriginReturnSetWidgetTest : public QObject {
+/// The form, the list of modes with the pictures, and what can be set.
+class OriginReturnSetWidgetTest : public QObject, private HomingPageFixture {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void init() { start(); }
+    void cleanup() { stop(); }
 
     void slotsStandInTheirOrder();
     void controlsHaveTheirTexts_data();
     void controlsHaveTheirTexts();
     void theFormStartsWithItsRowsDisabled();
     void onlyIntendedNamesAreSilenced();
+    void signalsAreHeardAsOften();
     void validatorsAreSet();
 
     void valuesAreShownUnchanged();
     void aModeThatIsNotOfferedBecomesTheFirst();
+    void aLoadReplacesTheModeAndShowsItsPicture();
+    void aLoadWithoutAPictureShowsNone();
     void aVirtualAxisHasTheModesWith35();
     void aVirtualAxisLocksSpeedsAndBoxes();
     void aModeWithoutPictureShowsItsPath();
     void choosingAModeWritesItAndShowsItsPicture();
+    void aModeOfAMissingRecordChangesNothing();
     void withoutSettingsThePictureIsEmpty();
     void updatingAgainKeepsOneConnection();
     void theProgramStyleShowsAndHidesThePickers();
+    void theProgramStyleIsFollowedWhileThePageLives();
+    void aPageOfAnotherProjectThanTheCurrentOne_data();
+    void aPageOfAnotherProjectThanTheCurrentOne();
     void withoutARecordThePageStands();
-
-    void fieldsCommitOnLeaving_data();
-    void fieldsCommitOnLeaving();
-    void returnStoresNothing();
-
-    void viewInfoNamesThePinEditors();
-    void aReleasedMouseButtonAnywhereUpdatesTheFindIndex();
-    void theFocusedPinIsNamed();
-
-    void signalRowsFollowTheirBoxes_data();
-    void signalRowsFollowTheirBoxes();
-    void logicIsLoadedAndWritten_data();
-    void logicIsLoadedAndWritten();
-    void pinsCommitThroughTheCheck_data();
-    void pinsCommitThroughTheCheck();
-    void thePickerPutsItsChoiceThroughTheCheck();
-    void aPickedVariableThatIsNoBoolIsRefused();
-    void thePickerChangesNothing_data();
-    void thePickerChangesNothing();
-    void aDisabledRowKeepsItsText();
-    void aPageClosedUnderTheMessageIsSurvived();
-
-private:
-    void makePage();
-    void show();
-    template <typename Widget = QWidget>
-    Widget* control(const char* name) const
-    {
-        auto* found = m_page->findChild<Widget*>(latin(name));
-        if (!found)
-            qFatal("no control %s", name);
-        return found;
-    }
-    QString stored(const char* key) const { return m_axis->property(latin(key), QString()); }
-    void enter(const char* name, const QString& text);
-
-    std::unique_ptr<TestHost> m_host;
-    std::unique_ptr<TestProject> m_project;
-    std::unique_ptr<MessageBoxWatcher> m_boxes;
-    AxisTable* m_axis = nullptr;
-    std::unique_ptr<OriginReturnSetWidget> m_page;
 };
-
-void OriginReturnSetWidgetTest::initTestCase()
-{
-    Q_INIT_RESOURCE(axis_resources);
-}
-
-void OriginReturnSetWidgetTest::init()
-{
-    m_host = std::make_unique<TestHost>();
-    m_host->settings.setValue(Solution::ConfigKey::language(), QStringLiteral("en_US"));
-    m_project = std::make_unique<TestProject>(QStringLiteral("NV3T_70Q12"));
-    m_project->addSource(QStringLiteral("Main"),
-        QStringLiteral("PROGRAM Main\nVAR\n  flag : BOOL;\n  counter : INT;\nEND_VAR\nEND_PROGRAM\n"));
-    m_host->cookies.setValue(Solution::ConfigKey::projectName(), m_project->name());
-    m_axis = m_project->addAxis(QStringLiteral("Feeder"), QStringLiteral("Axis_Pulse"));
-    m_boxes = std::make_unique<MessageBoxWatcher>();
-}
-
-void OriginReturnSetWidgetTest::cleanup()
-{
-    m_page.reset();
-    m_boxes.reset();
-    m_project.reset();
-    m_host.reset();
-}
-
-void OriginReturnSetWidgetTest::makePage()
-{
-    m_page = std::make_unique<OriginReturnSetWidget>(m_project->name(), m_axis->id(), nullptr);
-}
-
-void OriginReturnSetWidgetTest::show()
-{
-    m_page->show();
-    m_page->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
-}
-
-void OriginReturnSetWidgetTest::enter(const char* name, const QString& text)
-{
-    auto* field = control<QLineEdit>(name);
-    field->setFocus();
-    QTRY_VERIFY(field->hasFocus());
-    field->selectAll();
-    QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
-    QTest::keyClick(field, Qt::Key_Tab);
-}
 
 void OriginReturnSetWidgetTest::slotsStandInTheirOrder()
 {
@@ -241,6 +133,11 @@ void OriginReturnSetWidgetTest::theFormStartsWithItsRowsDisabled()
         QCOMPARE(control<QRadioButton>(row.negative)->text(), QStringLiteral("Negative logic"));
         QCOMPARE(control<QToolButton>(row.button)->text(), QStringLiteral("..."));
         QCOMPARE(control(row.button)->property("styleType").toString(), QStringLiteral("littleButton"));
+        // A title would say twice what the box beside it says; a pair of its own keeps the signals apart.
+        const auto* group = control<QGroupBox>(row.group);
+        QCOMPARE(group->title(), QString());
+        QCOMPARE(group->findChildren<QRadioButton*>(),
+            (QList<QRadioButton*>{ control<QRadioButton>(row.positive), control<QRadioButton>(row.negative) }));
     }
     QCOMPARE(control<QLineEdit>("lineEdit_7")->text(), QStringLiteral("10.0"));
     QCOMPARE(control<QLineEdit>("lineEdit_8")->text(), QStringLiteral("100.0"));
@@ -415,281 +312,124 @@ void OriginReturnSetWidgetTest::withoutARecordThePageStands()
     QCOMPARE(m_boxes->count(), 0);
 }
 
-void OriginReturnSetWidgetTest::fieldsCommitOnLeaving_data()
-{
-    QTest::addColumn<QByteArray>("field");
-    QTest::addColumn<QByteArray>("key");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    const QByteArray speed("lineEdit_7");
-    const QByteArray close("lineEdit_9");
-    QTest::newRow("a speed") << speed << QByteArray("HomeSpeed") << "12.5"
-                             << "12.500000";
-    QTest::newRow("a speed equal to the close speed") << speed << QByteArray("HomeSpeed") << "1"
-                                                      << "1.000000";
-    QTest::newRow("a speed below the close speed") << speed << QByteArray("HomeSpeed") << "0.5"
-                                                   << "10";
-    QTest::newRow("a speed above the limit") << speed << QByteArray("HomeSpeed") << "9999999.5"
-                                             << "10";
-    QTest::newRow("an empty speed") << speed << QByteArray("HomeSpeed") << ""
-                                    << "10";
-    QTest::newRow("an acceleration") << QByteArray("lineEdit_8") << QByteArray("HomeAcc") << "0.01"
-                                     << "0.010000";
-    QTest::newRow("no acceleration") << QByteArray("lineEdit_8") << QByteArray("HomeAcc") << "0"
-                                     << "100";
-    QTest::newRow("a close speed above the speed") << close << QByteArray("HomeCloseSpeed") << "20"
-                                                   << "1";
-    QTest::newRow("a close speed equal to the speed") << close << QByteArray("HomeCloseSpeed") << "10"
-                                                      << "10.000000";
-    QTest::newRow("a close speed too low") << close << QByteArray("HomeCloseSpeed") << "0.001"
-                                           << "1";
-    QTest::newRow("a time-out as typed") << QByteArray("lineEdit_10") << QByteArray("HomeTimeOut") << "0100"
-                                         << "0100";
-    QTest::newRow("a time-out of nought") << QByteArray("lineEdit_10") << QByteArray("HomeTimeOut") << "0"
-                                          << "50000";
-    QTest::newRow("a negative time-out") << QByteArray("lineEdit_10") << QByteArray("HomeTimeOut") << "-5"
-                                         << "50000";
-    QTest::newRow("the largest time-out") << QByteArray("lineEdit_10") << QByteArray("HomeTimeOut") << "2147483647"
-                                          << "2147483647";
-    QTest::newRow("a time-out beyond it") << QByteArray("lineEdit_10") << QByteArray("HomeTimeOut") << "2147483648"
-                                          << "50000";
-}
-
-void OriginReturnSetWidgetTest::fieldsCommitOnLeaving()
-{
-    QFETCH(QByteArray, field);
-    QFETCH(QByteArray, key);
-    QFETCH(QString, typed);
-    QFETCH(QString, shown);
-    makePage();
-    show();
-    enter(field.constData(), typed);
-    QCOMPARE(control<QLineEdit>(field.constData())->text(), shown);
-    QCOMPARE(stored(key.constData()), shown);
-    QCOMPARE(m_boxes->count(), 0);
-    QVERIFY(!control(field.constData())->hasFocus());
-}
-
-void OriginReturnSetWidgetTest::returnStoresNothing()
+void OriginReturnSetWidgetTest::signalsAreHeardAsOften()
 {
     makePage();
-    show();
-    auto* field = control<QLineEdit>("lineEdit_8");
-    field->setFocus();
-    field->selectAll();
-    QTest::keyClicks(field, QStringLiteral("55"));
-    QTest::keyClick(field, Qt::Key_Return);
-    QCOMPARE(stored("HomeAcc"), QStringLiteral("100"));
-    QTest::keyClick(field, Qt::Key_Tab);
-    QCOMPARE(stored("HomeAcc"), QStringLiteral("55.000000"));
-}
-
-void OriginReturnSetWidgetTest::viewInfoNamesThePinEditors()
-{
-    makePage();
-    QCOMPARE(m_axis->getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()),
-        QStringLiteral("OriginReturnSetWidget"));
-    for (const SignalRow& row : signalRows)
-        QCOMPARE(m_axis->getViewInfo(latin(row.viewKey), QString()), latin(row.pin));
-}
-
-void OriginReturnSetWidgetTest::aReleasedMouseButtonAnywhereUpdatesTheFindIndex()
-{
-    makePage();
-    show();
-    QSignalSpy updates(m_page.get(), &OriginReturnSetWidget::updateFindIndex);
-    QTest::mouseClick(control("lineEdit_7"), Qt::LeftButton);
-    QVERIFY(updates.count() > 0);
-    const int count = updates.count();
-    QTest::mouseClick(control("lineEdit_7"), Qt::RightButton);
-    QVERIFY(updates.count() > count);
-    updates.clear();
-    QTest::mousePress(m_page.get(), Qt::LeftButton);
-    QCOMPARE(updates.count(), 0);
-    QTest::mouseRelease(m_page.get(), Qt::LeftButton);
-    QCOMPARE(updates.count(), 1);
-    QTest::keyClick(control("lineEdit_7"), Qt::Key_A);
-    QCOMPARE(updates.count(), 1);
-}
-
-void OriginReturnSetWidgetTest::theFocusedPinIsNamed()
-{
-    for (const SignalRow& row : signalRows)
-        m_axis->setProperty(latin(row.enableKey), QStringLiteral("TRUE"));
-    makePage();
-    show();
-    control("lineEdit_7")->setFocus();
-    QCOMPARE(m_page->focusedPinViewInfo(), QString());
+    // The constructor connects the list once in its update and once more with all others.
+    const char* changed = SIGNAL(currentTextChanged(QString));
+    QCOMPARE(receiverCount(*control("comboBox_3"), changed), 2);
+    for (int update = 0; update < 2; ++update) {
+        m_page->updateWidget();
+        QCOMPARE(receiverCount(*control("comboBox_3"), changed), 1);
+    }
+    for (const char* field : { "lineEdit_7", "lineEdit_8", "lineEdit_9", "lineEdit_10" })
+        QCOMPARE(receiverCount(*control(field), SIGNAL(editingFinished())), 1);
     for (const SignalRow& row : signalRows) {
-        control(row.pin)->setFocus();
-        QCOMPARE(m_page->focusedPinViewInfo(), latin(row.pin));
+        QCOMPARE(receiverCount(*control(row.pin), SIGNAL(editFinished())), 1);
+        QCOMPARE(receiverCount(*control(row.button), SIGNAL(clicked(bool))), 1);
+        QCOMPARE(receiverCount(*control(row.box), SIGNAL(stateChanged(int))), 1);
+        QCOMPARE(receiverCount(*control(row.positive), SIGNAL(toggled(bool))), 1);
+        QCOMPARE(receiverCount(*control(row.negative), SIGNAL(toggled(bool))), 1);
     }
 }
 
-void OriginReturnSetWidgetTest::signalRowsFollowTheirBoxes_data()
+void OriginReturnSetWidgetTest::aLoadReplacesTheModeAndShowsItsPicture()
 {
-    QTest::addColumn<int>("row");
-    QTest::newRow("positive limit") << 0;
-    QTest::newRow("negative limit") << 1;
-    QTest::newRow("origin") << 2;
-}
-
-void OriginReturnSetWidgetTest::signalRowsFollowTheirBoxes()
-{
-    QFETCH(int, row);
-    const SignalRow& signal = signalRows[row];
-    m_axis->setProperty(latin(signal.enableKey), QStringLiteral("true"));
+    store("AxisType", QStringLiteral("Axis_Virtual"));
+    store("HomeMode", QStringLiteral("unheard of"));
+    QStringList changes;
+    QVector<QImage> pictures;
+    connect(m_axis, &ModelObject::dataChanged, this, [&](ModelObject*, const QString& type, const QString& key) {
+        if (type != QLatin1String("property"))
+            return;
+        const QLabel* label = nullptr;
+        const QWidgetList widgets = QApplication::allWidgets();
+        for (const QWidget* each : widgets) {
+            if (each->objectName() == QLatin1String("label_12"))
+                label = qobject_cast<const QLabel*>(each);
+        }
+        QVERIFY(label);
+        changes.append(QString(key + QLatin1Char(' ') + stored("HomeMode")));
+        pictures.append(label->pixmap() ? label->pixmap()->toImage() : QImage());
+        QCOMPARE(label->hasScaledContents(), changes.size() > 1);
+    });
     makePage();
-    QVERIFY(control<QCheckBox>(signal.box)->isChecked());
-    const auto enabled = [&] {
-        return QVector<bool>({ control(signal.pin)->isEnabled(), control(signal.button)->isEnabled(),
-            control(signal.positive)->isEnabled(), control(signal.negative)->isEnabled() });
-    };
-    QCOMPARE(enabled(), QVector<bool>(4, true));
-    for (int other = 0; other < 3; ++other)
-        QCOMPARE(control(signalRows[other].pin)->isEnabled(), other == row);
-    QCOMPARE(stored(signal.enableKey), QStringLiteral("TRUE"));
-    control<QCheckBox>(signal.box)->click();
-    QCOMPARE(enabled(), QVector<bool>(4, false));
-    QCOMPARE(stored(signal.enableKey), QStringLiteral("FALSE"));
-    control<QCheckBox>(signal.box)->click();
-    QCOMPARE(enabled(), QVector<bool>(4, true));
-    QCOMPARE(stored(signal.enableKey), QStringLiteral("TRUE"));
+    // First the load takes the first mode of all; when the update cuts the list for the type, its picture is there.
+    QCOMPARE(changes, (QStringList{ QStringLiteral("HomeMode Homing_17"), QStringLiteral("HomeMode Homing_35") }));
+    QVERIFY(pictures.first().isNull());
+    QCOMPARE(pictures.last(), QImage(QPixmap(QStringLiteral(":/images/default/Homing_en_US/Homing_17.png")).toImage()));
 }
 
-void OriginReturnSetWidgetTest::logicIsLoadedAndWritten_data()
+void OriginReturnSetWidgetTest::aLoadWithoutAPictureShowsNone()
 {
-    signalRowsFollowTheirBoxes_data();
-}
-
-void OriginReturnSetWidgetTest::logicIsLoadedAndWritten()
-{
-    QFETCH(int, row);
-    const SignalRow& signal = signalRows[row];
-    m_axis->setProperty(latin(signal.enableKey), QStringLiteral("TRUE"));
-    m_axis->setProperty(latin(signal.logicKey), QStringLiteral("tRUE"));
+    m_project->changeController(withModes({ QStringLiteral("Homing_1"), QStringLiteral("Homing_35") }));
+    store("AxisType", QStringLiteral("Axis_Virtual"));
+    store("HomeMode", QStringLiteral("Homing_1"));
+    bool hadPicture = true;
+    connect(m_axis, &ModelObject::dataChanged, this, [&](ModelObject*, const QString& type) {
+        const QWidgetList widgets = QApplication::allWidgets();
+        for (const QWidget* each : widgets) {
+            const auto* label = qobject_cast<const QLabel*>(each);
+            if (label && type == QLatin1String("property") && label->objectName() == QLatin1String("label_12"))
+                hadPicture = !label->text().isEmpty() || (label->pixmap() && !label->pixmap()->isNull());
+        }
+    });
     makePage();
-    QVERIFY(control<QRadioButton>(signal.positive)->isChecked());
-    m_axis->setProperty(latin(signal.logicKey), QStringLiteral("anything"));
+    QVERIFY(!hadPicture);
+    QCOMPARE(stored("HomeMode"), QStringLiteral("Homing_35"));
+}
+
+void OriginReturnSetWidgetTest::aModeOfAMissingRecordChangesNothing()
+{
     makePage();
-    QVERIFY(control<QRadioButton>(signal.negative)->isChecked());
-    QVERIFY(!control<QRadioButton>(signal.positive)->isChecked());
-    control<QRadioButton>(signal.positive)->click();
-    QCOMPARE(stored(signal.logicKey), QStringLiteral("TRUE"));
-    control<QRadioButton>(signal.negative)->click();
-    QCOMPARE(stored(signal.logicKey), QStringLiteral("FALSE"));
-}
-
-void OriginReturnSetWidgetTest::pinsCommitThroughTheCheck_data()
-{
-    signalRowsFollowTheirBoxes_data();
-}
-
-void OriginReturnSetWidgetTest::pinsCommitThroughTheCheck()
-{
-    QFETCH(int, row);
-    const SignalRow& signal = signalRows[row];
-    m_axis->setProperty(latin(signal.enableKey), QStringLiteral("TRUE"));
-    makePage();
-    control<CLineEdit>(signal.pin)->setEnableComplete(false);
-    show();
-    enter(signal.pin, QStringLiteral("%QX7.3"));
-    QCOMPARE(stored(signal.pinKey), QStringLiteral("%QX7.3"));
-    enter(signal.pin, QStringLiteral("abc"));
-    QCOMPARE(m_boxes->texts(), QStringList({ QStringLiteral(" not a valid bit address!") }));
-    QCOMPARE(control<QLineEdit>(signal.pin)->text(), QStringLiteral("%QX7.3"));
-    QCOMPARE(stored(signal.pinKey), QStringLiteral("%QX7.3"));
-    // Return commits a pin, unlike a number.
-    auto* pin = control<QLineEdit>(signal.pin);
-    pin->setFocus();
-    pin->selectAll();
-    QTest::keyClicks(pin, QStringLiteral("Main.flag"));
-    QTest::keyClick(pin, Qt::Key_Return);
-    QCOMPARE(stored(signal.pinKey), QStringLiteral("Main.flag"));
-}
-
-void OriginReturnSetWidgetTest::thePickerPutsItsChoiceThroughTheCheck()
-{
-    for (const SignalRow& signal : signalRows) {
-        m_axis->setProperty(latin(signal.enableKey), QStringLiteral("TRUE"));
-        makePage();
-        show();
-        ModalDialogDriver dialogs([](QDialog* dialog) {
-            auto* picker = qobject_cast<TypeAssistant*>(dialog);
-            QVERIFY(picker);
-            QVERIFY(!picker->parent());
-            picker->chosenTexts = QStringList({ QStringLiteral("Main.flag"), QStringLiteral("Main.other") });
-            picker->QDialog::done(QDialog::Accepted);
-        });
-        QTest::mouseClick(control(signal.button), Qt::LeftButton);
-        QCOMPARE(dialogs.count, 1);
-        QCOMPARE(control<QLineEdit>(signal.pin)->text(), QStringLiteral("Main.flag"));
-        QCOMPARE(stored(signal.pinKey), QStringLiteral("Main.flag"));
-        QVERIFY(!control(signal.pin)->hasFocus());
+    const auto* label = control<QLabel>("label_12");
+    const qint64 picture = label->pixmap()->cacheKey();
+    QVERIFY(m_project->axisModel()->removeAxisTable(m_axis));
+    const QString mode = stored("HomeMode");
+    for (const char* word : { "Homing_23", "Homing_1" }) {
+        call("on_combobox_3Changed", Q_ARG(QString, latin(word)));
+        QVERIFY(label->pixmap());
+        QCOMPARE(label->pixmap()->cacheKey(), picture);
+        QCOMPARE(label->text(), QString());
+        QCOMPARE(stored("HomeMode"), mode);
     }
-    QCOMPARE(m_boxes->count(), 0);
 }
 
-void OriginReturnSetWidgetTest::aPickedVariableThatIsNoBoolIsRefused()
+void OriginReturnSetWidgetTest::theProgramStyleIsFollowedWhileThePageLives()
 {
-    m_axis->setProperty(QStringLiteral("OrgSignalEnable"), QStringLiteral("TRUE"));
     makePage();
-    show();
-    ModalDialogDriver dialogs([](QDialog* dialog) {
-        qobject_cast<TypeAssistant*>(dialog)->chosenTexts = QStringList({ QStringLiteral("Main.counter") });
-        dialog->QDialog::done(QDialog::Accepted);
-    });
-    QTest::mouseClick(control("toolButtonOrg"), Qt::LeftButton);
-    QCOMPARE(m_boxes->texts(), QStringList({ QStringLiteral("Main.counter is not of Boolean type!") }));
-    QCOMPARE(control<QLineEdit>("lineEditOrg")->text(), QStringLiteral("%IX0.0"));
-    QCOMPARE(stored("OrgSignalPin"), QStringLiteral("%IX0.0"));
+    for (const char* style : { "0", "1", "0", "1" }) {
+        m_project->model()->setSetting(QStringLiteral("ProgramStyle"), latin(style));
+        m_page->updateWidget();
+        for (const SignalRow& row : signalRows)
+            QCOMPARE(control(row.button)->isHidden(), latin(style) == QLatin1String("1"));
+    }
 }
 
-void OriginReturnSetWidgetTest::thePickerChangesNothing_data()
+void OriginReturnSetWidgetTest::aPageOfAnotherProjectThanTheCurrentOne_data()
 {
-    QTest::addColumn<bool>("accepted");
-    QTest::newRow("when it is cancelled") << false;
-    QTest::newRow("when it is accepted without a choice") << true;
+    QTest::addColumn<QString>("own");
+    QTest::addColumn<QString>("current");
+    QTest::newRow("the current one knows addresses only") << "0"
+                                                          << "1";
+    QTest::newRow("its own knows addresses only") << "1"
+                                                  << "0";
 }
 
-void OriginReturnSetWidgetTest::thePickerChangesNothing()
+void OriginReturnSetWidgetTest::aPageOfAnotherProjectThanTheCurrentOne()
 {
-    QFETCH(bool, accepted);
-    m_axis->setProperty(QStringLiteral("PosLimitEnable"), QStringLiteral("TRUE"));
+    QFETCH(QString, own);
+    QFETCH(QString, current);
+    const TestProject other(QStringLiteral("NV3T_70Q12"), QStringLiteral("Current"));
+    m_project->model()->setSetting(QStringLiteral("ProgramStyle"), own);
+    other.model()->setSetting(QStringLiteral("ProgramStyle"), current);
+    m_host->cookies.setValue(Solution::ConfigKey::projectName(), other.name());
     makePage();
-    show();
-    ModalDialogDriver dialogs([accepted](QDialog* dialog) {
-        if (!accepted)
-            qobject_cast<TypeAssistant*>(dialog)->chosenTexts = QStringList({ QStringLiteral("Main.flag") });
-        dialog->QDialog::done(accepted ? QDialog::Accepted : QDialog::Rejected);
-    });
-    QTest::mouseClick(control("toolButtonPos"), Qt::LeftButton);
-    QCOMPARE(dialogs.count, 1);
-    QCOMPARE(control<QLineEdit>("lineEditPos")->text(), QStringLiteral("%IX100.0"));
-    QCOMPARE(stored("PosLimitPin"), QStringLiteral("%IX100.0"));
-}
-
-void OriginReturnSetWidgetTest::aDisabledRowKeepsItsText()
-{
-    m_axis->setProperty(QStringLiteral("NegsLimitEnable"), QStringLiteral("TRUE"));
-    m_axis->setProperty(QStringLiteral("NegLimitPin"), QStringLiteral("no longer valid"));
-    makePage();
-    control<QCheckBox>("checkBox_2")->click();
-    control<QCheckBox>("checkBox_2")->click();
-    QCOMPARE(stored("NegLimitPin"), QStringLiteral("no longer valid"));
-    QCOMPARE(control<QLineEdit>("lineEditNeg")->text(), QStringLiteral("no longer valid"));
-    QCOMPARE(m_boxes->count(), 0);
-}
-
-void OriginReturnSetWidgetTest::aPageClosedUnderTheMessageIsSurvived()
-{
-    m_axis->setProperty(QStringLiteral("PosLimitEnable"), QStringLiteral("TRUE"));
-    makePage();
-    control<QLineEdit>("lineEditPos")->setText(QStringLiteral("abc"));
-    m_boxes->meanwhile([this] { m_page.reset(); });
-    QMetaObject::invokeMethod(m_page.get(), "onLineEditPosTextChanged");
-    QVERIFY(!m_page);
-    QCOMPARE(stored("PosLimitPin"), QStringLiteral("%IX100.0"));
+    for (const SignalRow& row : signalRows) {
+        // Completion offers the variables of the current project, the picker those of the page's.
+        QCOMPARE(control<CLineEdit>(row.pin)->isCompleteEnabled(), current == QLatin1String("0"));
+        QCOMPARE(control(row.button)->isHidden(), own == QLatin1String("1"));
+    }
 }
 
 QTEST_MAIN(OriginReturnSetWidgetTest)

@@ -4,6 +4,7 @@
 #include "tests/support/TestHost.h"
 #include "tests/support/TestProject.h"
 
+#include <QPushButton>
 #include <QtTest>
 
 namespace {
@@ -45,6 +46,8 @@ private slots:
     void withoutAProjectEverythingIsRefusedInSilence();
     void aSourceThatDoesNotParseLeavesAddressesValid();
     void theBoxIsTheHousesInformationBox();
+    void theOneButtonIsTheDefaultAndEscapeTakesIt_data();
+    void theOneButtonIsTheDefaultAndEscapeTakesIt();
     void markupIsShownAsItStands();
 
 private:
@@ -142,6 +145,34 @@ void PinCheckTest::theBoxIsTheHousesInformationBox()
     QCOMPARE(box.buttons, QStringList({ QStringLiteral("OK") }));
     QCOMPARE(box.icon, QMessageBox::Information);
     QVERIFY(!box.hasParent);
+}
+
+void PinCheckTest::theOneButtonIsTheDefaultAndEscapeTakesIt_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Return presses the default button") << int(Qt::Key_Return);
+    QTest::newRow("Escape takes the only one there is") << int(Qt::Key_Escape);
+}
+
+void PinCheckTest::theOneButtonIsTheDefaultAndEscapeTakesIt()
+{
+    QFETCH(int, key);
+    bool isDefault = false;
+    bool isPressed = false;
+    bool isOpen = true;
+    m_boxes->meanwhile([&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        QAbstractButton* ok = box->buttons().first();
+        isDefault = box->defaultButton() == ok;
+        connect(ok, &QAbstractButton::clicked, this, [&] { isPressed = true; });
+        QTest::keyClick(box, Qt::Key(key));
+        isOpen = box->isVisible();
+    });
+    QVERIFY(!checkPinText(m_project->name(), QStringLiteral("abc")));
+    QVERIFY(isDefault);
+    QVERIFY(isPressed);
+    QVERIFY(!isOpen);
 }
 
 void PinCheckTest::markupIsShownAsItStands()
