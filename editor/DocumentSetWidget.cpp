@@ -20,16 +20,20 @@ using Form = Ui::DocumentSetWidget;
 
 constexpr int highestCount = 2147483647;
 
-/// What a numeric field means, but for the pulse count, whose text depends on its display.
+/// What a numeric field means.
 struct UnitField {
     QLineEdit* Form::*edit;
     QString key;
     NumberRule rule;
+    /// Shown, and typed, in decimal or hexadecimal digits, as the record says; the others show the text of their key.
+    bool hasDisplay = false;
 };
 
 const QVector<UnitField>& unitFields()
 {
     static const QVector<UnitField> fields{
+        { &Form::lineEdit_PulseCountPerCicle, QStringLiteral("PulseCountPerCircle"),
+            { NumberKind::Unsigned, 1, highestCount }, true },
         { &Form::lineEdit_2, QStringLiteral("UnUseGearValue"), { NumberKind::Real, 0.01, 9999999 } },
         { &Form::lineEdit_3, QStringLiteral("UseGearValue"), { NumberKind::Real, 0.01, 9999999 } },
         { &Form::lineEdit_4, QStringLiteral("GearRatioMolecule"), { NumberKind::Unsigned, 1, highestCount } },
@@ -38,14 +42,35 @@ const QVector<UnitField>& unitFields()
     return fields;
 }
 
-QString pulseKey()
+const UnitField& unitField(QLineEdit* Form::*edit)
 {
-    return QStringLiteral("PulseCountPerCircle");
+    const QVector<UnitField>& fields = unitFields();
+    const auto row
+        = std::find_if(fields.begin(), fields.end(), [edit](const UnitField& field) { return field.edit == edit; });
+    Q_ASSERT(row != fields.end());
+    return *row;
+}
+
+const UnitField& pulseField()
+{
+    return unitField(&Form::lineEdit_PulseCountPerCicle);
+}
+
+// The keys of the switches.
+
+QString reverseKey()
+{
+    return QStringLiteral("ReverseEnable");
 }
 
 QString displayKey()
 {
     return QStringLiteral("PulseCountDecOrHex");
+}
+
+QString gearKey()
+{
+    return QStringLiteral("UseGearEnable");
 }
 
 } // namespace
@@ -100,15 +125,14 @@ void DocumentSetWidget::loadFromModel()
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
-    ui->checkBox_Reverse->setChecked(record.isTrue(QStringLiteral("ReverseEnable")));
+    ui->checkBox_Reverse->setChecked(record.isTrue(reverseKey()));
     const bool decimal = record.isTrue(displayKey());
     ui->checkBox_decimalDisplayPulse->setChecked(decimal);
     // Called by hand too: in the first load the check box is not connected yet.
     onCheckBox_decimalDisplayPulseChanged(decimal ? Qt::Checked : Qt::Unchecked);
     loadGear(record);
-    installValidators();
-    for (const UnitField& field : unitFields())
-        (ui.get()->*field.edit)->setText(record.text(field.key));
+    loadNumbers(record, NumberKind::Real, new DoubleValidator(6, this));
+    loadNumbers(record, NumberKind::Unsigned, new RegExpValidator(RegExpValidator::decimalPattern(), this));
 }
 
 void DocumentSetWidget::loadPictures()
@@ -129,19 +153,21 @@ void DocumentSetWidget::loadPictures()
 
 void DocumentSetWidget::loadGear(const AxisRecord& record)
 {
-    const bool used = record.isTrue(QStringLiteral("UseGearEnable"));
+    const bool used = record.isTrue(gearKey());
     ui->radioButton_unUsedGear->setChecked(!used);
     ui->radioButton_useGearSet->setChecked(used);
     showGear(used);
 }
 
-void DocumentSetWidget::installValidators()
+void DocumentSetWidget::loadNumbers(const AxisRecord& record, NumberKind kind, const QValidator* validator)
 {
-    auto* const real = new DoubleValidator(6, this);
-    auto* const whole = new RegExpValidator(RegExpValidator::decimalPattern(), this);
+    const auto isOfKind = [kind](const UnitField& field) { return !field.hasDisplay && field.rule.kind == kind; };
     for (const UnitField& field : unitFields())
-        (ui.get()->*field.edit)
-            ->setValidator(field.rule.kind == NumberKind::Real ? static_cast<QValidator*>(real) : whole);
+        if (isOfKind(field))
+            (ui.get()->*field.edit)->setValidator(validator);
+    for (const UnitField& field : unitFields())
+        if (isOfKind(field))
+            (ui.get()->*field.edit)->setText(record.text(field.key));
 }
 
 void DocumentSetWidget::showGear(bool used)
@@ -157,37 +183,41 @@ void DocumentSetWidget::setGear(bool used)
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
-    record.setFlag(QStringLiteral("UseGearEnable"), used);
+    record.setFlag(gearKey(), used);
     showGear(used);
 }
 
 void DocumentSetWidget::commit(QLineEdit* Form::*edit)
 {
-    const QVector<UnitField>& fields = unitFields();
-    const auto row
-        = std::find_if(fields.begin(), fields.end(), [edit](const UnitField& field) { return field.edit == edit; });
-    Q_ASSERT(row != fields.end());
-    commitNumber(*(ui.get()->*edit), row->rule, row->key, m_projectName, m_axisId);
+    const UnitField& field = unitField(edit);
+    commitNumber(*(ui.get()->*edit), field.rule, field.key, m_projectName, m_axisId);
+}
+
+void DocumentSetWidget::commitPulses()
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    const UnitField& field = pulseField();
+    const int base = record.isTrue(displayKey()) ? 10 : 16;
+    NumberRule rule = field.rule;
+    rule.kind = base == 10 ? NumberKind::Unsigned : NumberKind::Hexadecimal;
+    commitNumber(*(ui.get()->*field.edit), rule,
+        { [&] { return QString::number(record.number(field.key), base); },
+            [&](const QString& text) { record.set(field.key, QString::number(text.toUInt(nullptr, base), 10)); },
+            [&](const QString& key) { return record.text(key); } });
 }
 
 void DocumentSetWidget::onCheckBox_ReverseChanged(int state)
 {
     const AxisRecord record(m_projectName, m_axisId);
     if (record)
-        record.setFlag(QStringLiteral("ReverseEnable"), state == Qt::Checked);
+        record.setFlag(reverseKey(), state == Qt::Checked);
 }
 
 void DocumentSetWidget::onPulseCountPerCicleChanged()
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!record)
-        return;
-    const int base = record.isTrue(displayKey()) ? 10 : 16;
-    const NumberKind kind = base == 10 ? NumberKind::Unsigned : NumberKind::Hexadecimal;
-    commitNumber(*ui->lineEdit_PulseCountPerCicle, { kind, 1, highestCount },
-        { [&] { return QString::number(record.number(pulseKey()), base); },
-            [&](const QString& text) { record.set(pulseKey(), QString::number(text.toUInt(nullptr, base), 10)); },
-            [&](const QString& key) { return record.text(key); } });
+    commitPulses();
 }
 
 void DocumentSetWidget::onCheckBox_decimalDisplayPulseChanged(int state)
@@ -196,11 +226,11 @@ void DocumentSetWidget::onCheckBox_decimalDisplayPulseChanged(int state)
     if (!record)
         return;
     const bool decimal = state == Qt::Checked;
+    const QString& key = pulseField().key;
     ui->label_19->setVisible(!decimal);
     const QString pattern = decimal ? RegExpValidator::decimalPattern() : RegExpValidator::hexadecimalPattern();
     ui->lineEdit_PulseCountPerCicle->setValidator(new RegExpValidator(pattern, this));
-    ui->lineEdit_PulseCountPerCicle->setText(
-        decimal ? record.text(pulseKey()) : QString::number(record.number(pulseKey()), 16));
+    ui->lineEdit_PulseCountPerCicle->setText(decimal ? record.text(key) : QString::number(record.number(key), 16));
     record.setFlag(displayKey(), decimal);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "axisdata/NumberRule.h"
+
 #include <QString>
 #include <QWidget>
 
@@ -8,6 +10,7 @@
 class AxisRecord;
 class PropertyEditorView;
 class QLineEdit;
+class QValidator;
 
 namespace Ui {
 class DocumentSetWidget;
@@ -50,10 +53,11 @@ private:
     void loadFromModel();
     void loadPictures();
     void loadGear(const AxisRecord& record);
-    void installValidators();
+    void loadNumbers(const AxisRecord& record, NumberKind kind, const QValidator* validator);
     void showGear(bool used);
     void setGear(bool used);
     void commit(QLineEdit* Form::*edit);
+    void commitPulses();
 
     std::unique_ptr<Form> ui;
     QString m_projectName;

@@ -7,7 +7,6 @@
 #include "axisdata/PageTeardown.h"
 #include "axisdata/RegExpValidator.h"
 #include "pages/ModelAndParamtSetWidgetFields.h"
-#include "pages/ModelAndParamtSetWidgetVisibility.h"
 #include "ui_ModelAndParamtSetWidget.h"
 
 #include <QLayout>
@@ -121,76 +120,43 @@ void ModelAndParamtSetWidget::axisTypeChanged()
 
 void ModelAndParamtSetWidget::on_radiobuttonclicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!checked || !record)
-        return;
-    ui->radioButton_2->setChecked(false);
-    record.set(QStringLiteral("EncoderMode"), AxisFalse);
+    if (checked)
+        setEncoderMode(false);
 }
 
 void ModelAndParamtSetWidget::on_radiobutton2clicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!checked || !record)
-        return;
-    ui->radioButton->setChecked(false);
-    record.set(QStringLiteral("EncoderMode"), AxisTrue);
+    if (checked)
+        setEncoderMode(true);
 }
 
 void ModelAndParamtSetWidget::on_radiobutton3clicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!checked || !record)
-        return;
-    ui->label_4->setText(tr("Soft Limit"));
-    ui->radioButton_4->setChecked(false);
-    record.set(QStringLiteral("ModeSet"), AxisFalse);
-    showStackWidgetPage(0);
+    if (checked)
+        setRotating(false);
 }
 
 void ModelAndParamtSetWidget::on_radiobutton4clicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!checked || !record)
-        return;
-    ui->label_4->setText(tr("Period Setting"));
-    ui->radioButton_3->setChecked(false);
-    record.set(QStringLiteral("ModeSet"), AxisTrue);
-    showStackWidgetPage(1);
+    if (checked)
+        setRotating(true);
 }
 
 void ModelAndParamtSetWidget::on_radiobutton5clicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!checked || !record)
-        return;
-    ui->radioButton_6->setChecked(false);
-    record.set(QStringLiteral("CompareOutputWidthUnit"), AxisTrue);
-    ui->label_47->setText(tr("ms"));
-    ui->lineEdit_14->setValidator(new RegExpValidator(RegExpValidator::decimalPattern(), this));
-    showWidth(true, record);
+    if (checked)
+        setWidthUnit(true);
 }
 
 void ModelAndParamtSetWidget::on_radiobutton6clicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!checked || !record)
-        return;
-    ui->radioButton_5->setChecked(false);
-    record.set(QStringLiteral("CompareOutputWidthUnit"), AxisFalse);
-    ui->label_47->setText(tr("unit"));
-    ui->lineEdit_14->setValidator(new DoubleValidator(1, this));
-    showWidth(false, record);
+    if (checked)
+        setWidthUnit(false);
 }
 
 void ModelAndParamtSetWidget::on_checkedBox_Clicked(bool checked)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!record)
-        return;
-    record.setFlag(QStringLiteral("SoftLimitEnable"), checked);
-    ui->lineEdit->setEnabled(checked);
-    ui->lineEdit_2->setEnabled(checked);
+    setFlag(&Form::checkBox, checked);
 }
 
 void ModelAndParamtSetWidget::on_lineEdit_TextChanged()
@@ -245,7 +211,9 @@ void ModelAndParamtSetWidget::on_lineEdit_10_TextChanged(const QString& text)
 
 void ModelAndParamtSetWidget::on_lineEdit_11_TextChanged()
 {
-    commit(&Form::lineEdit_11);
+    // A second time once the field shows it, so that nothing that follows the field's text has the last word.
+    if (commit(&Form::lineEdit_11) == CommitResult::Stored)
+        write(modeField(&Form::lineEdit_11).key, ui->lineEdit_11->text());
 }
 
 void ModelAndParamtSetWidget::on_lineEdit_12_TextChanged()
@@ -260,61 +228,42 @@ void ModelAndParamtSetWidget::on_lineEdit_13_TextChanged()
 
 void ModelAndParamtSetWidget::on_lineEdit_14_TextChanged()
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!record)
-        return;
-    const QString key = QStringLiteral("CompareOutputWidth");
-    const bool milliseconds = record.isTrue(QStringLiteral("CompareOutputWidthUnit"));
-    QLineEdit& field = *ui->lineEdit_14;
-    const CommitResult result = commitNumber(field, compareWidthRule(),
-        { [&] { return compareWidthText(record.text(key), milliseconds); },
-            [&](const QString& text) { record.set(key, text); },
-            [&](const QString& other) { return record.text(other); } });
-    if (result == CommitResult::Stored && milliseconds)
-        field.setText(QString(QChar(field.text().toUInt(nullptr, 10))));
+    commitWidth();
 }
 
 void ModelAndParamtSetWidget::on_HardLimPosBoxChanged(int index)
 {
-    writeFlag(QStringLiteral("HardLimitPos"), index != 0);
+    setLogic(&Form::HardLimPosBox, index);
 }
 
 void ModelAndParamtSetWidget::on_HardLimNegBoxChanged(int index)
 {
-    writeFlag(QStringLiteral("HardLimitNeg"), index != 0);
+    setLogic(&Form::HardLimNegBox, index);
 }
 
 void ModelAndParamtSetWidget::on_checkBox_2_stateChanged(int arg)
 {
-    writeFlag(QStringLiteral("ErrorStopEnable"), arg == Qt::Checked);
+    setFlag(&Form::checkBox_2, arg == Qt::Checked);
 }
 
 void ModelAndParamtSetWidget::on_checkBox_3_stateChanged(int arg)
 {
-    const AxisRecord record(m_projectName, m_axisId);
-    if (!record)
-        return;
-    const bool on = arg == Qt::Checked;
-    record.setFlag(QStringLiteral("CompareOutEnable"), on);
-    ui->compareOutputPinCheckBox->setEnabled(on);
-    ui->lineEdit_14->setEnabled(on);
-    ui->radioButton_5->setEnabled(on);
-    ui->radioButton_6->setEnabled(on);
+    setFlag(&Form::checkBox_3, arg == Qt::Checked);
 }
 
 void ModelAndParamtSetWidget::on_checkBox_4_stateChanged(int arg)
 {
-    writeFlag(QStringLiteral("PresetEnable"), arg == Qt::Checked, ui->inputPinComboBox);
+    setFlag(&Form::checkBox_4, arg == Qt::Checked);
 }
 
 void ModelAndParamtSetWidget::on_probe1ComboBox(int /*index*/)
 {
-    writePoint(QStringLiteral("Probe1"), ui->probe1ComboBox);
+    setPoint(&Form::probe1ComboBox);
 }
 
 void ModelAndParamtSetWidget::on_probe2ComboBox(int /*index*/)
 {
-    writePoint(QStringLiteral("Probe2"), ui->probe2ComboBox);
+    setPoint(&Form::probe2ComboBox);
 }
 
 void ModelAndParamtSetWidget::on_outputMethodComboBox(int index)
@@ -322,10 +271,9 @@ void ModelAndParamtSetWidget::on_outputMethodComboBox(int index)
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
-    switch (modeAxisKind(record.text(QStringLiteral("AxisType")))) {
+    switch (kindOf(record)) {
     case ModeAxisKind::Encoder:
-        record.set(QStringLiteral("OutputMethod"), QString::number(index, 10));
-        refillInputSignals(record);
+        changeEncoderMode(record, index);
         break;
     case ModeAxisKind::Pulse:
         changePulseMode(record, index);
@@ -338,17 +286,17 @@ void ModelAndParamtSetWidget::on_outputMethodComboBox(int index)
 
 void ModelAndParamtSetWidget::on_outputPinComboBox(int index)
 {
-    write(QStringLiteral("OutputPin"), QString::number(index, 10));
+    write(outputPin.key, QString::number(index, 10));
 }
 
 void ModelAndParamtSetWidget::on_compareOutputPinCheckBox(int index)
 {
-    write(QStringLiteral("CompareOutputPin"), QString::number(index, 10));
+    write(comparePin.key, QString::number(index, 10));
 }
 
 void ModelAndParamtSetWidget::on_inputPinComboBox(int /*index*/)
 {
-    writePoint(QStringLiteral("Preset"), ui->inputPinComboBox);
+    setPoint(&Form::inputPinComboBox);
 }
 
 void ModelAndParamtSetWidget::on_inputSignalComboBox(int index)
@@ -356,19 +304,19 @@ void ModelAndParamtSetWidget::on_inputSignalComboBox(int index)
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
-    if (record.text(QStringLiteral("AxisType")) == AxisTypeEncoder)
-        ui->lineEdit_13->setEnabled(!isSignalWithoutFilter(record.list(QStringLiteral("EncoderEncodeMode")), index));
-    record.set(QStringLiteral("InputSignal"), QString::number(index, 10));
+    if (kindOf(record) == ModeAxisKind::Encoder)
+        ui->lineEdit_13->setEnabled(!isSignalWithoutFilter(record, index));
+    record.set(inputSignal.key, QString::number(index, 10));
 }
 
 void ModelAndParamtSetWidget::on_probe1checkBox_stateChanged(int arg1)
 {
-    writeFlag(QStringLiteral("Probe1Enable"), arg1 == Qt::Checked, ui->probe1ComboBox);
+    setFlag(&Form::probe1checkBox, arg1 == Qt::Checked);
 }
 
 void ModelAndParamtSetWidget::on_probe2checkBox_stateChanged(int arg1)
 {
-    writeFlag(QStringLiteral("Probe2Enable"), arg1 == Qt::Checked, ui->probe2ComboBox);
+    setFlag(&Form::probe2checkBox, arg1 == Qt::Checked);
 }
 
 void ModelAndParamtSetWidget::showStackWidgetPage(int index)
@@ -385,10 +333,74 @@ void ModelAndParamtSetWidget::showStackWidgetPage(int index)
     ui->stackedWidget->layout()->invalidate();
 }
 
-void ModelAndParamtSetWidget::commit(QLineEdit* Form::*edit)
+void ModelAndParamtSetWidget::setEncoderMode(bool absolute)
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (record)
+        choose(record, encoderChoice, absolute);
+}
+
+void ModelAndParamtSetWidget::setRotating(bool rotating)
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    nameThirdRow(rotating);
+    choose(record, modeChoice, rotating);
+    showStackWidgetPage(rotating ? 1 : 0);
+}
+
+void ModelAndParamtSetWidget::setWidthUnit(bool milliseconds)
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    choose(record, widthUnitChoice, milliseconds);
+    ui->label_47->setText(milliseconds ? tr("ms") : tr("unit"));
+    if (milliseconds)
+        ui->lineEdit_14->setValidator(new RegExpValidator(RegExpValidator::decimalPattern(), this));
+    else
+        ui->lineEdit_14->setValidator(new DoubleValidator(1, this));
+    showWidth(record, milliseconds);
+}
+
+void ModelAndParamtSetWidget::choose(const AxisRecord& record, const ModeChoice& choice, bool on)
+{
+    QRadioButton* const other = ui.get()->*(on ? choice.off : choice.on);
+    other->setChecked(false);
+    record.setFlag(choice.key, on);
+}
+
+void ModelAndParamtSetWidget::nameThirdRow(bool rotating)
+{
+    ui->label_4->setText(rotating ? tr("Period Setting") : tr("Soft Limit"));
+}
+
+CommitResult ModelAndParamtSetWidget::commit(QLineEdit* Form::*edit)
 {
     const ModeField& field = modeField(edit);
-    commitNumber(*(ui.get()->*edit), *field.rule, field.key, m_projectName, m_axisId);
+    return commitNumber(*(ui.get()->*edit), *field.rule, field.key, m_projectName, m_axisId);
+}
+
+void ModelAndParamtSetWidget::commitWidth()
+{
+    const AxisRecord record(m_projectName, m_axisId);
+    if (!record)
+        return;
+    const ModeField& row = modeField(&Form::lineEdit_14);
+    const bool milliseconds = record.isTrue(widthUnitChoice.key);
+    QLineEdit& field = *ui->lineEdit_14;
+    const CommitResult result = commitNumber(field, *row.rule,
+        { [&] { return compareWidthText(record.text(row.key), milliseconds); },
+            [&](const QString& text) { record.set(row.key, text); },
+            [&](const QString& other) { return record.text(other); } });
+    if (result == CommitResult::Stored && milliseconds)
+        field.setText(QString(QChar(field.text().toUInt(nullptr, 10))));
+}
+
+void ModelAndParamtSetWidget::showWidth(const AxisRecord& record, bool milliseconds)
+{
+    ui->lineEdit_14->setText(compareWidthText(record.text(modeField(&Form::lineEdit_14).key), milliseconds));
 }
 
 void ModelAndParamtSetWidget::store(QLineEdit* Form::*edit, const QString& text)
@@ -403,33 +415,28 @@ void ModelAndParamtSetWidget::write(const QString& key, const QString& text)
         record.set(key, text);
 }
 
-void ModelAndParamtSetWidget::writeFlag(const QString& key, bool on, QComboBox* enabledByIt)
+void ModelAndParamtSetWidget::setFlag(QCheckBox* Form::*box, bool on)
 {
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
-    record.setFlag(key, on);
-    if (enabledByIt)
-        enabledByIt->setEnabled(on);
+    const ModeFlag& flag = modeFlag(box);
+    record.setFlag(flag.key, on);
+    for (const ModeControl control : flag.enables)
+        control(*ui)->setEnabled(on);
 }
 
-void ModelAndParamtSetWidget::writePoint(const QString& key, const QComboBox* box)
+void ModelAndParamtSetWidget::setLogic(QComboBox* Form::*box, int index)
+{
+    write(modeLogic(box).key, index != 0 ? AxisTrue : AxisFalse);
+}
+
+void ModelAndParamtSetWidget::setPoint(QComboBox* Form::*box)
 {
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
     // The map gives the first of several points of one name.
-    const int point = record.model()->getInputPointMap().key(box->currentText(), 0);
-    record.set(key, QString::number(point, 10));
-}
-
-bool ModelAndParamtSetWidget::isSignalWithoutFilter(const QStringList& encoderModes, int index) const
-{
-    return !encoderModes.isEmpty() && ui->outputMethodComboBox->currentText() == encoderModes.last()
-        && index > ui->inputSignalComboBox->count() - 3;
-}
-
-void ModelAndParamtSetWidget::showWidth(bool milliseconds, const AxisRecord& record)
-{
-    ui->lineEdit_14->setText(compareWidthText(record.text(QStringLiteral("CompareOutputWidth")), milliseconds));
+    const int point = record.model()->getInputPointMap().key((ui.get()->*box)->currentText(), 0);
+    record.set(modePoint(box).key, QString::number(point, 10));
 }

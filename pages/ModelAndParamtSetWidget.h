@@ -1,5 +1,8 @@
 #pragma once
 
+#include "axisdata/NumberRule.h"
+#include "pages/ModelAndParamtSetWidgetVisibility.h"
+
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -7,10 +10,11 @@
 #include <memory>
 
 class AxisRecord;
-class ControllerFamily;
+class QCheckBox;
 class QComboBox;
 class QLineEdit;
-class RegExpValidator;
+class QValidator;
+struct ModeChoice;
 
 namespace Ui {
 class ModelAndParamtSetWidget;
@@ -91,16 +95,22 @@ private:
     void connectLists();
 
     void loadFromModel();
-    void loadModes(const AxisRecord& record, bool rotating);
+    void loadChoice(const ModeChoice& choice, bool on);
+    void loadFlag(const AxisRecord& record, QCheckBox* Form::*box);
+    void loadField(const AxisRecord& record, QLineEdit* Form::*edit);
+    void loadPoint(const AxisRecord& record, QComboBox* Form::*box);
+    void loadModes(const AxisRecord& record);
     void appendLogicItems();
     void loadProbes(const AxisRecord& record);
     void loadPreset(const AxisRecord& record);
     void loadCompareOutput(const AxisRecord& record);
-    RegExpValidator* installValidators();
-    void loadCompareWidth(const AxisRecord& record, RegExpValidator* whole);
+    void loadValidators(const AxisRecord& record);
+    void loadCompareWidth(const AxisRecord& record, const QValidator* whole);
 
+    static ModeAxisKind kindOf(const AxisRecord& record);
     void updatePulse(const AxisRecord& record, const ControllerFamily& family);
     void updateEncoder(const AxisRecord& record, const ControllerFamily& family);
+    void chooseIncrements(const AxisRecord& record);
     void enableComparePin(const AxisRecord& record);
     void setInputGroupHeight(int height);
     void refill(const AxisRecord& record, const ListBox& list, const QStringList& entries);
@@ -108,15 +118,23 @@ private:
     void endRefill(const AxisRecord& record, const ListBox& list, const QStringList& entries);
     void endOutputPins(const AxisRecord& record, const QString& device);
     void refillInputSignals(const AxisRecord& record);
+    void changeEncoderMode(const AxisRecord& record, int index);
     void changePulseMode(const AxisRecord& record, int index);
+    bool isSignalWithoutFilter(const AxisRecord& record, int index) const;
 
-    void commit(QLineEdit* Form::*edit);
+    void setEncoderMode(bool absolute);
+    void setRotating(bool rotating);
+    void setWidthUnit(bool milliseconds);
+    void choose(const AxisRecord& record, const ModeChoice& choice, bool on);
+    void nameThirdRow(bool rotating);
+    CommitResult commit(QLineEdit* Form::*edit);
+    void commitWidth();
+    void showWidth(const AxisRecord& record, bool milliseconds);
     void store(QLineEdit* Form::*edit, const QString& text);
     void write(const QString& key, const QString& text);
-    void writeFlag(const QString& key, bool on, QComboBox* enabledByIt = nullptr);
-    void writePoint(const QString& key, const QComboBox* box);
-    bool isSignalWithoutFilter(const QStringList& encoderModes, int index) const;
-    void showWidth(bool milliseconds, const AxisRecord& record);
+    void setFlag(QCheckBox* Form::*box, bool on);
+    void setLogic(QComboBox* Form::*box, int index);
+    void setPoint(QComboBox* Form::*box);
 
     std::unique_ptr<Form> ui;
     QString m_projectName;

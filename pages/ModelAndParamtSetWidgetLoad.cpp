@@ -23,19 +23,18 @@ void hideUnusedRows(const Form& form)
         control->setVisible(false);
 }
 
-/// Silent: only the selection that follows is live, so that a transient one never reaches the record.
-void fillSilently(QComboBox* box, const QStringList& entries)
+// Silent: only the selection that follows is live, so that a transient one never reaches the record.
+
+void clearSilently(QComboBox* box)
 {
     const QSignalBlocker blocker(box);
     box->clear();
-    box->addItems(entries);
 }
 
-/// A point that the controller does not know leaves the first entry selected and the record as it is.
-void selectPoint(QComboBox* box, const AxisRecord& record, const QString& key)
+void fillSilently(QComboBox* box, const QStringList& entries)
 {
-    const QMap<int, QString> points = record.model()->getInputPointMap();
-    box->setCurrentText(points.value(record.text(key).toInt(nullptr, 10)));
+    const QSignalBlocker blocker(box);
+    box->addItems(entries);
 }
 
 } // namespace
@@ -46,30 +45,52 @@ void ModelAndParamtSetWidget::loadFromModel()
     if (!record)
         return;
     hideUnusedRows(*ui);
-    const bool rotating = record.isTrue(QStringLiteral("ModeSet"));
-    loadModes(record, rotating);
+    const bool rotating = record.isTrue(modeChoice.key);
+    loadModes(record);
     for (const ModeField& field : modeFields())
-        (ui.get()->*field.edit)->setText(record.text(field.key));
+        if (field.isReal())
+            loadField(record, field.edit);
     appendLogicItems();
     loadProbes(record);
     loadPreset(record);
     loadCompareOutput(record);
     updateWidget();
     ui->stackedWidget->setAttribute(Qt::WA_TranslucentBackground);
-    ui->label_4->setText(rotating ? tr("Period Setting") : tr("Soft Limit"));
+    nameThirdRow(rotating);
     showStackWidgetPage(rotating ? 1 : 0);
-    loadCompareWidth(record, installValidators());
+    loadValidators(record);
 }
 
-void ModelAndParamtSetWidget::loadModes(const AxisRecord& record, bool rotating)
+void ModelAndParamtSetWidget::loadChoice(const ModeChoice& choice, bool on)
 {
-    const bool absolute = record.isTrue(QStringLiteral("EncoderMode"));
-    ui->radioButton->setChecked(!absolute);
-    ui->radioButton_2->setChecked(absolute);
-    ui->radioButton_3->setChecked(!rotating);
-    ui->radioButton_4->setChecked(rotating);
-    const bool limited = record.isTrue(QStringLiteral("SoftLimitEnable"));
-    ui->checkBox->setChecked(limited);
+    (ui.get()->*choice.off)->setChecked(!on);
+    (ui.get()->*choice.on)->setChecked(on);
+}
+
+void ModelAndParamtSetWidget::loadFlag(const AxisRecord& record, QCheckBox* Form::*box)
+{
+    const ModeFlag& flag = modeFlag(box);
+    (ui.get()->*box)->setChecked(flag.unknown ? !record.isFalse(flag.key) : record.isTrue(flag.key));
+}
+
+void ModelAndParamtSetWidget::loadField(const AxisRecord& record, QLineEdit* Form::*edit)
+{
+    (ui.get()->*edit)->setText(record.text(modeField(edit).key));
+}
+
+/// A point that the controller does not know leaves the first entry selected and the record as it is.
+void ModelAndParamtSetWidget::loadPoint(const AxisRecord& record, QComboBox* Form::*box)
+{
+    const QMap<int, QString> points = record.model()->getInputPointMap();
+    (ui.get()->*box)->setCurrentText(points.value(record.text(modePoint(box).key).toInt(nullptr, 10)));
+}
+
+void ModelAndParamtSetWidget::loadModes(const AxisRecord& record)
+{
+    loadChoice(encoderChoice, record.isTrue(encoderChoice.key));
+    loadChoice(modeChoice, record.isTrue(modeChoice.key));
+    loadFlag(record, &Form::checkBox);
+    const bool limited = ui->checkBox->isChecked();
     ui->lineEdit->setEnabled(limited);
     ui->lineEdit_2->setEnabled(limited);
 }
@@ -83,53 +104,55 @@ void ModelAndParamtSetWidget::appendLogicItems()
 
 void ModelAndParamtSetWidget::loadProbes(const AxisRecord& record)
 {
-    const QStringList points = record.list(QStringLiteral("ProbelInputPoint"));
-    fillSilently(ui->probe1ComboBox, points);
-    fillSilently(ui->probe2ComboBox, points);
-    selectPoint(ui->probe1ComboBox, record, QStringLiteral("Probe1"));
-    selectPoint(ui->probe2ComboBox, record, QStringLiteral("Probe2"));
-    ui->probe1checkBox->setChecked(!record.isFalse(QStringLiteral("Probe1Enable")));
-    ui->probe2checkBox->setChecked(!record.isFalse(QStringLiteral("Probe2Enable")));
-    ui->checkBox_2->setChecked(!record.isFalse(QStringLiteral("ErrorStopEnable")));
+    QComboBox* Form::*const probes[] = { &Form::probe1ComboBox, &Form::probe2ComboBox };
+    for (const auto box : probes)
+        clearSilently(ui.get()->*box);
+    for (const auto box : probes)
+        fillSilently(ui.get()->*box, record.list(modePoint(box).list));
+    for (const auto box : probes)
+        loadPoint(record, box);
+    loadFlag(record, &Form::probe1checkBox);
+    loadFlag(record, &Form::probe2checkBox);
+    loadFlag(record, &Form::checkBox_2);
 }
 
 void ModelAndParamtSetWidget::loadPreset(const AxisRecord& record)
 {
-    fillSilently(ui->inputPinComboBox, record.list(QStringLiteral("HightSpeedCountInputPoint")));
-    selectPoint(ui->inputPinComboBox, record, QStringLiteral("Preset"));
-    ui->checkBox_4->setChecked(!record.isFalse(QStringLiteral("PresetEnable")));
+    clearSilently(ui->inputPinComboBox);
+    fillSilently(ui->inputPinComboBox, record.list(modePoint(&Form::inputPinComboBox).list));
+    loadPoint(record, &Form::inputPinComboBox);
+    loadFlag(record, &Form::checkBox_4);
+    loadField(record, &Form::lineEdit_13);
 }
 
 void ModelAndParamtSetWidget::loadCompareOutput(const AxisRecord& record)
 {
-    const bool on = !record.isFalse(QStringLiteral("CompareOutEnable"));
-    ui->checkBox_3->setChecked(on);
+    loadFlag(record, &Form::checkBox_3);
+    const bool on = ui->checkBox_3->isChecked();
     ui->lineEdit_14->setEnabled(on);
     ui->radioButton_5->setEnabled(on);
     ui->radioButton_6->setEnabled(on);
-    // Both from the unit: a button of an exclusive pair cannot be unchecked by itself.
-    const bool milliseconds = record.isTrue(QStringLiteral("CompareOutputWidthUnit"));
+    // The button of the milliseconds comes first. Both are set, since one of an exclusive pair cannot be unchecked by
+    // itself.
+    const bool milliseconds = record.isTrue(widthUnitChoice.key);
     ui->radioButton_5->setChecked(milliseconds);
     ui->radioButton_6->setChecked(!milliseconds);
 }
 
-RegExpValidator* ModelAndParamtSetWidget::installValidators()
+void ModelAndParamtSetWidget::loadValidators(const AxisRecord& record)
 {
     auto* const real = new DoubleValidator(6, this);
     auto* const whole = new RegExpValidator(RegExpValidator::decimalPattern(), this);
-    for (const ModeField& field : modeFields()) {
-        const bool isReal = !field.rule || field.rule->kind == NumberKind::Real;
-        (ui.get()->*field.edit)->setValidator(isReal ? static_cast<QValidator*>(real) : whole);
-    }
-    return whole;
+    for (const ModeField& field : modeFields())
+        if (field.isReal())
+            (ui.get()->*field.edit)->setValidator(real);
+    ui->lineEdit_13->setValidator(whole);
+    loadCompareWidth(record, whole);
 }
 
-void ModelAndParamtSetWidget::loadCompareWidth(const AxisRecord& record, RegExpValidator* whole)
+void ModelAndParamtSetWidget::loadCompareWidth(const AxisRecord& record, const QValidator* whole)
 {
-    const bool milliseconds = record.isTrue(QStringLiteral("CompareOutputWidthUnit"));
-    if (milliseconds)
-        ui->lineEdit_14->setValidator(whole);
-    else
-        ui->lineEdit_14->setValidator(new DoubleValidator(1, this));
-    showWidth(milliseconds, record);
+    const bool milliseconds = record.isTrue(widthUnitChoice.key);
+    ui->lineEdit_14->setValidator(milliseconds ? whole : new DoubleValidator(1, this));
+    showWidth(record, milliseconds);
 }

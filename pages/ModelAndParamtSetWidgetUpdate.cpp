@@ -1,10 +1,29 @@
 #include "axisdata/AxisRecord.h"
 #include "pages/ModelAndParamtSetWidget.h"
+#include "pages/ModelAndParamtSetWidgetFields.h"
 #include "pages/ModelAndParamtSetWidgetVisibility.h"
 #include "ui_ModelAndParamtSetWidget.h"
 
 // What the axis type, its device and the controller make of the page: lists with the positions selected in them, what
 // is enabled, and what is shown.
+
+namespace {
+
+const QString encoderModes = QStringLiteral("EncoderEncodeMode");
+const QString fastOutputs = QStringLiteral("HightSpeedPlusOutputPoint");
+
+QStringList pulseDevices(const AxisRecord& record)
+{
+    return record.list(QStringLiteral("AxisPulseOutputDev"));
+}
+
+/// Position of the output device among them, put right in the record if it lies past their end.
+int pulseDevice(const AxisRecord& record, const QStringList& devices)
+{
+    return record.position(QStringLiteral("OutputDevice"), devices.size());
+}
+
+} // namespace
 
 using Page = ModelAndParamtSetWidget;
 
@@ -19,6 +38,11 @@ const Page::ListBox Page::inputSignal{ &Form::inputSignalComboBox, QStringLitera
 const Page::ListBox Page::comparePin{ &Form::compareOutputPinCheckBox, QStringLiteral("CompareOutputPin"),
     &Page::on_compareOutputPinCheckBox };
 
+ModeAxisKind ModelAndParamtSetWidget::kindOf(const AxisRecord& record)
+{
+    return modeAxisKind(record.text(QStringLiteral("AxisType")));
+}
+
 void ModelAndParamtSetWidget::updateWidget()
 {
     const AxisRecord record(m_projectName, m_axisId);
@@ -27,7 +51,7 @@ void ModelAndParamtSetWidget::updateWidget()
     const ControllerFamily family(record.model()->getDeviceName());
     ui->probe2checkBox->setVisible(family.isNv3t());
     ui->probe2ComboBox->setVisible(family.isNv3t());
-    const ModeAxisKind kind = modeAxisKind(record.text(QStringLiteral("AxisType")));
+    const ModeAxisKind kind = kindOf(record);
     switch (kind) {
     case ModeAxisKind::Pulse:
         updatePulse(record, family);
@@ -48,27 +72,24 @@ void ModelAndParamtSetWidget::updatePulse(const AxisRecord& record, const Contro
 {
     refill(record, pulseMode, record.list(QStringLiteral("PulseEncodeMode")));
     beginRefill(outputPin);
-    const QStringList devices = record.list(QStringLiteral("AxisPulseOutputDev"));
+    const QStringList devices = pulseDevices(record);
     if (devices.isEmpty())
         return; // the box stays empty and disconnected until a controller with pulse outputs refills it
-    const int device = record.position(QStringLiteral("OutputDevice"), devices.size());
+    const int device = pulseDevice(record, devices);
     endOutputPins(record, devices.at(device));
     ui->outputPinComboBox->setEnabled(true);
-    // A pulse axis counts by increments only.
-    ui->radioButton_2->setEnabled(false);
-    ui->radioButton->setChecked(true);
+    chooseIncrements(record);
     setInputGroupHeight(50);
-    if (family.hasPulseCompareOutput(static_cast<uint>(device)))
-        refill(record, comparePin, record.list(QStringLiteral("HightSpeedPlusOutputPoint")));
-    enableComparePin(record);
     applyModeVisibility(*ui, ModeAxisKind::Pulse, family, static_cast<uint>(device));
+    if (family.hasPulseCompareOutput(static_cast<uint>(device)))
+        refill(record, comparePin, record.list(fastOutputs));
+    enableComparePin(record);
 }
 
 void ModelAndParamtSetWidget::updateEncoder(const AxisRecord& record, const ControllerFamily& family)
 {
-    refill(record, encoderMode, record.list(QStringLiteral("EncoderEncodeMode")));
-    refill(record, comparePin,
-        record.list(family.isNv3t() ? QStringLiteral("HightSpeedPlusOutputPoint") : QStringLiteral("OutputPoint")));
+    refill(record, encoderMode, record.list(encoderModes));
+    refill(record, comparePin, record.list(family.isNv3t() ? fastOutputs : QStringLiteral("OutputPoint")));
     refillInputSignals(record);
     enableComparePin(record);
     ui->radioButton_2->setEnabled(true);
@@ -76,9 +97,21 @@ void ModelAndParamtSetWidget::updateEncoder(const AxisRecord& record, const Cont
     applyModeVisibility(*ui, ModeAxisKind::Encoder, family, record.number(QStringLiteral("InputDevice")));
 }
 
+/// A pulse axis counts by increments only, whatever its record says.
+void ModelAndParamtSetWidget::chooseIncrements(const AxisRecord& record)
+{
+    ui->radioButton_2->setEnabled(false);
+    const bool chosen = ui->radioButton->isChecked();
+    ui->radioButton->setChecked(true);
+    // The first load makes the choice before the slot is connected. Nothing changes at the next update, so that the
+    // slot has to be told that the record still says otherwise.
+    if (chosen && record.isTrue(encoderChoice.key))
+        on_radiobuttonclicked(true);
+}
+
 void ModelAndParamtSetWidget::enableComparePin(const AxisRecord& record)
 {
-    ui->compareOutputPinCheckBox->setEnabled(!record.isFalse(QStringLiteral("CompareOutEnable")));
+    ui->compareOutputPinCheckBox->setEnabled(!record.isFalse(modeFlag(&Form::checkBox_3).key));
 }
 
 void ModelAndParamtSetWidget::setInputGroupHeight(int height)
@@ -120,13 +153,26 @@ void ModelAndParamtSetWidget::refillInputSignals(const AxisRecord& record)
     refill(record, inputSignal, record.list(group));
 }
 
+void ModelAndParamtSetWidget::changeEncoderMode(const AxisRecord& record, int index)
+{
+    record.set(encoderMode.key, QString::number(index, 10));
+    refillInputSignals(record);
+}
+
 void ModelAndParamtSetWidget::changePulseMode(const AxisRecord& record, int index)
 {
     beginRefill(outputPin);
-    const QStringList devices = record.list(QStringLiteral("AxisPulseOutputDev"));
-    const int device = record.position(QStringLiteral("OutputDevice"), devices.size());
+    const QStringList devices = pulseDevices(record);
+    const int device = pulseDevice(record, devices);
     record.set(pulseMode.key, QString::number(index, 10));
     ui->pulseMethodComboBox->setCurrentIndex(index);
     // A controller without pulse outputs has no pins either.
     endOutputPins(record, devices.value(device));
+}
+
+bool ModelAndParamtSetWidget::isSignalWithoutFilter(const AxisRecord& record, int index) const
+{
+    const QStringList modes = record.list(encoderModes);
+    return !modes.isEmpty() && ui->outputMethodComboBox->currentText() == modes.last()
+        && index > ui->inputSignalComboBox->count() - 3;
 }

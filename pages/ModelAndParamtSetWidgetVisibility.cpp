@@ -1,6 +1,7 @@
 #include "pages/ModelAndParamtSetWidgetVisibility.h"
 
 #include "axisdata/AxisConstants.h"
+#include "pages/ModelAndParamtSetWidgetFields.h"
 #include "ui_ModelAndParamtSetWidget.h"
 
 namespace {
@@ -11,59 +12,53 @@ using Form = Ui::ModelAndParamtSetWidget;
 enum Cell { keep, show, hide, inputSignals, pulseCompare, encoderCompare, inputFilter };
 
 struct Row {
-    QWidget* (*control)(const Form&);
+    ModeControl control;
     Cell pulse;
     Cell encoder;
     Cell virtualAxis;
     Cell etherCat;
 };
 
-template <auto Member>
-QWidget* at(const Form& form)
-{
-    return form.*Member;
-}
-
 const Row rows[] = {
-    { at<&Form::label_2>, show, hide, hide, show },
-    { at<&Form::groupBox>, show, hide, hide, show },
-    { at<&Form::label_4>, keep, keep, keep, show },
-    { at<&Form::stackedWidget>, keep, keep, keep, show },
-    { at<&Form::label_13>, show, hide, show, show },
-    { at<&Form::groupBox_4>, show, hide, show, show },
-    { at<&Form::label_18>, show, hide, show, show },
-    { at<&Form::groupBox_5>, show, hide, show, show },
-    { at<&Form::label_23>, show, hide, show, show },
-    { at<&Form::groupBox_6>, show, hide, show, show },
-    { at<&Form::label_29>, hide, keep, hide, keep },
-    { at<&Form::label_30>, hide, keep, hide, keep },
-    { at<&Form::lineEdit_11>, hide, show, hide, keep },
-    { at<&Form::label_28>, hide, hide, hide, show },
-    { at<&Form::groupBox_7>, hide, hide, hide, show },
-    { at<&Form::label_16>, show, hide, show, hide },
-    { at<&Form::groupBox_8>, show, hide, show, hide },
-    { at<&Form::label_34>, hide, hide, hide, show },
-    { at<&Form::groupBox_9>, hide, hide, hide, show },
-    { at<&Form::label_39>, inputSignals, show, hide, hide },
-    { at<&Form::groupBox_11>, inputSignals, show, hide, hide },
-    { at<&Form::widget>, show, inputSignals, show, show },
-    { at<&Form::widget_2>, hide, show, keep, keep },
-    { at<&Form::label_41>, hide, show, keep, keep },
-    { at<&Form::outputMethodComboBox>, hide, show, keep, keep },
-    { at<&Form::label_45>, hide, show, keep, keep },
-    { at<&Form::inputSignalComboBox>, hide, show, keep, keep },
-    { at<&Form::widget_3>, hide, inputFilter, keep, keep },
-    { at<&Form::label_44>, hide, hide, keep, keep },
-    { at<&Form::lineEdit_13>, hide, hide, keep, keep },
-    { at<&Form::label_43>, hide, hide, keep, keep },
-    { at<&Form::checkBox_4>, hide, show, keep, keep },
-    { at<&Form::inputPinComboBox>, hide, show, keep, keep },
-    { at<&Form::label_40>, show, hide, hide, hide },
-    { at<&Form::groupBox_12>, show, hide, hide, hide },
-    { at<&Form::label_49>, show, hide, keep, keep },
-    { at<&Form::pulseMethodComboBox>, show, hide, keep, keep },
-    { at<&Form::label_36>, pulseCompare, encoderCompare, hide, hide },
-    { at<&Form::groupBox_13>, pulseCompare, encoderCompare, hide, hide },
+    { modeControl<&Form::label_2>, show, hide, hide, show },
+    { modeControl<&Form::groupBox>, show, hide, hide, show },
+    { modeControl<&Form::label_4>, keep, keep, keep, show },
+    { modeControl<&Form::stackedWidget>, keep, keep, keep, show },
+    { modeControl<&Form::label_13>, show, hide, show, show },
+    { modeControl<&Form::groupBox_4>, show, hide, show, show },
+    { modeControl<&Form::label_18>, show, hide, show, show },
+    { modeControl<&Form::groupBox_5>, show, hide, show, show },
+    { modeControl<&Form::label_23>, show, hide, show, show },
+    { modeControl<&Form::groupBox_6>, show, hide, show, show },
+    { modeControl<&Form::label_29>, hide, keep, hide, keep },
+    { modeControl<&Form::label_30>, hide, keep, hide, keep },
+    { modeControl<&Form::lineEdit_11>, hide, show, hide, keep },
+    { modeControl<&Form::label_28>, hide, hide, hide, show },
+    { modeControl<&Form::groupBox_7>, hide, hide, hide, show },
+    { modeControl<&Form::label_16>, show, hide, show, hide },
+    { modeControl<&Form::groupBox_8>, show, hide, show, hide },
+    { modeControl<&Form::label_34>, hide, hide, hide, show },
+    { modeControl<&Form::groupBox_9>, hide, hide, hide, show },
+    { modeControl<&Form::label_39>, inputSignals, show, hide, hide },
+    { modeControl<&Form::groupBox_11>, inputSignals, show, hide, hide },
+    { modeControl<&Form::widget>, show, inputSignals, show, show },
+    { modeControl<&Form::widget_2>, hide, show, keep, keep },
+    { modeControl<&Form::label_41>, hide, show, keep, keep },
+    { modeControl<&Form::outputMethodComboBox>, hide, show, keep, keep },
+    { modeControl<&Form::label_45>, hide, show, keep, keep },
+    { modeControl<&Form::inputSignalComboBox>, hide, show, keep, keep },
+    { modeControl<&Form::widget_3>, hide, inputFilter, keep, keep },
+    { modeControl<&Form::label_44>, hide, hide, keep, keep },
+    { modeControl<&Form::lineEdit_13>, hide, hide, keep, keep },
+    { modeControl<&Form::label_43>, hide, hide, keep, keep },
+    { modeControl<&Form::checkBox_4>, hide, show, keep, keep },
+    { modeControl<&Form::inputPinComboBox>, hide, show, keep, keep },
+    { modeControl<&Form::label_40>, show, hide, hide, hide },
+    { modeControl<&Form::groupBox_12>, show, hide, hide, hide },
+    { modeControl<&Form::label_49>, show, hide, keep, keep },
+    { modeControl<&Form::pulseMethodComboBox>, show, hide, keep, keep },
+    { modeControl<&Form::label_36>, pulseCompare, encoderCompare, hide, hide },
+    { modeControl<&Form::groupBox_13>, pulseCompare, encoderCompare, hide, hide },
 };
 
 Cell cellOf(const Row& row, ModeAxisKind kind)
