@@ -1,10 +1,10 @@
 #include "tests/pages/ModePage.h"
+#include "tests/support/RecordWrites.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QJsonObject>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -12,24 +12,6 @@ namespace {
 const QString pulse = QStringLiteral("Axis_Pulse");
 const QString encoder = QStringLiteral("Axis_Encoder");
 const QString ethercat = QStringLiteral("Axis_EtherCAT");
-
-/// Keys written since the last look, in order.
-class WrittenKeys {
-public:
-    explicit WrittenKeys(const ModePage& page) : m_spy(page.axis(), &ModelObject::dataChanged) { }
-
-    QStringList take()
-    {
-        QStringList keys;
-        for (const QList<QVariant>& call : qAsConst(m_spy))
-            keys.append(call.at(2).toString());
-        m_spy.clear();
-        return keys;
-    }
-
-private:
-    QSignalSpy m_spy;
-};
 
 /// The key of a point of the controller, and its name.
 QPair<int, QString> point(const ModePage& page, const QString& name)
@@ -229,9 +211,9 @@ void ModelAndParamtSetWidgetListsTest::modeBoxDoesNothingOnOtherAxes()
         ModePage page(encoder);
         page.open();
         page.store(QStringLiteral("AxisType"), type);
-        WrittenKeys keys(page);
+        RecordWrites keys(page.axis());
         page.combo("outputMethodComboBox")->setCurrentIndex(2);
-        QCOMPARE(keys.take(), QStringList());
+        QCOMPARE(keys.takeKeys(), QStringList());
     }
 }
 
@@ -242,11 +224,11 @@ void ModelAndParamtSetWidgetListsTest::refillingIsSilent()
         for (const char* key :
             { "PulseOutputMethod", "OutputPin", "OutputMethod", "InputSignal", "CompareOutputPin", "OutputDevice" })
             page.store(QString::fromLatin1(key), QStringLiteral("1"));
-        WrittenKeys keys(page);
+        RecordWrites keys(page.axis());
         page.open();
         page.page->updateWidget();
         page.page->updateWidget();
-        QCOMPARE(keys.take(), QStringList());
+        QCOMPARE(keys.takeKeys(), QStringList());
     }
 }
 
@@ -454,9 +436,9 @@ void ModelAndParamtSetWidgetListsTest::laterLoadOfPointsWritesWhatTheRecordHeld(
     for (const QString& key : keys)
         page.store(key, second);
     page.open();
-    WrittenKeys written(page);
+    RecordWrites written(page.axis());
     page.page->axisTypeChanged();
-    const QStringList all = written.take();
+    const QStringList all = written.takeKeys();
     for (const QString& key : keys) {
         QCOMPARE(page.stored(key), QStringLiteral("0"));
         QCOMPARE(all.count(key), 1);
@@ -559,10 +541,10 @@ void ModelAndParamtSetWidgetListsTest::updateIsRepeatable()
         QMap<QString, QStringList> before;
         for (const QComboBox* box : page.page->findChildren<QComboBox*>())
             before.insert(box->objectName(), page.entries(box->objectName().toLatin1()));
-        WrittenKeys keys(page);
+        RecordWrites keys(page.axis());
         for (int i = 0; i < 3; ++i)
             page.page->updateWidget();
-        QCOMPARE(keys.take(), QStringList());
+        QCOMPARE(keys.takeKeys(), QStringList());
         for (auto entry = before.begin(); entry != before.end(); ++entry)
             QCOMPARE(page.entries(entry.key().toLatin1()), entry.value());
     }

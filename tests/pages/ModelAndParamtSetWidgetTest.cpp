@@ -1,11 +1,9 @@
 #include "tests/pages/ModePage.h"
-
-#include "axisdata/AxisConstants.h"
+#include "tests/support/RecordWrites.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
 
@@ -13,27 +11,6 @@ namespace {
 
 const QString yes = QStringLiteral("TRUE");
 const QString no = QStringLiteral("FALSE");
-
-/// Keys that have been written since the last look, in order, each with its text as it stands.
-class Writes {
-public:
-    explicit Writes(AxisTable* axis) : m_axis(axis), m_spy(axis, &ModelObject::dataChanged) { }
-
-    QStringList take()
-    {
-        QStringList keys;
-        for (const QList<QVariant>& call : qAsConst(m_spy)) {
-            const QString key = call.at(2).toString();
-            keys.append(key + QLatin1Char('=') + m_axis->property(key, QString()));
-        }
-        m_spy.clear();
-        return keys;
-    }
-
-private:
-    AxisTable* m_axis;
-    QSignalSpy m_spy;
-};
 
 QStringList one(const char* text)
 {
@@ -60,18 +37,10 @@ private slots:
     void logicBoxesIgnoreTheRecord();
     void logicBoxesWrite_data();
     void logicBoxesWrite();
-    void firstLoadRunsOnlyTheSlotsOfTheForm();
-    void laterLoadRunsAllSlots();
-    void torqueIsRewrittenByALaterLoad();
-    void changeOfTypeRestoresTheGroup();
-    void changeOfTypeSelectsWhatTheDefaultsSay();
-    void changeOfTypeWithoutARecordLeavesSignalsBlocked();
-    void updatesAreOnAfterBuilding();
     void stackTakesTheHeightOfItsPage();
     void widthUnitByClick();
     void widthIsLoadedByItsUnit_data();
     void widthIsLoadedByItsUnit();
-    void roundTrip();
 };
 
 void ModelAndParamtSetWidgetTest::flagsAreReadInAnyCase_data()
@@ -154,7 +123,7 @@ void ModelAndParamtSetWidgetTest::softLimitEnablesItsFields()
         page.openWindow();
         QCOMPARE(page.edit("lineEdit")->isEnabled(), on);
         QCOMPARE(page.edit("lineEdit_2")->isEnabled(), on);
-        Writes writes(page.axis());
+        RecordWrites writes(page.axis());
         page.find<QCheckBox>("checkBox")->click();
         QCOMPARE(writes.take(), one(on ? "SoftLimitEnable=FALSE" : "SoftLimitEnable=TRUE"));
         QCOMPARE(page.edit("lineEdit")->isEnabled(), !on);
@@ -192,7 +161,7 @@ void ModelAndParamtSetWidgetTest::radioButtonsWriteWhatTheyBecome()
     ModePage page(QStringLiteral("Axis_EtherCAT"));
     page.store(QStringLiteral("SoftLimitNeg"), QStringLiteral("-5"));
     page.openWindow();
-    Writes writes(page.axis());
+    RecordWrites writes(page.axis());
     const auto click = [&](const char* name) {
         QTest::mouseClick(page.find<QRadioButton>(name), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
     };
@@ -248,7 +217,7 @@ void ModelAndParamtSetWidgetTest::checkBoxesWriteAndEnable()
             return true;
         };
         QVERIFY(enabled(on));
-        Writes writes(page.axis());
+        RecordWrites writes(page.axis());
         box->click();
         QCOMPARE(writes.take(), QStringList{ key + (on ? QStringLiteral("=FALSE") : QStringLiteral("=TRUE")) });
         QVERIFY(enabled(!on));
@@ -330,117 +299,6 @@ void ModelAndParamtSetWidgetTest::logicBoxesWrite()
         no);
 }
 
-void ModelAndParamtSetWidgetTest::firstLoadRunsOnlyTheSlotsOfTheForm()
-{
-    ModePage page(QStringLiteral("Axis_Pulse"));
-    page.store(QStringLiteral("EncoderMode"), yes);
-    page.store(QStringLiteral("SoftLimitEnable"), QStringLiteral("true"));
-    page.store(QStringLiteral("ModeSet"), QStringLiteral("true"));
-    page.store(QStringLiteral("PosTorqueMaxValue"), QStringLiteral("7"));
-    page.store(QStringLiteral("CompareOutputWidthUnit"), QStringLiteral("true"));
-    page.store(QStringLiteral("ErrorStopEnable"), QStringLiteral("false"));
-    page.store(QStringLiteral("Probe1Enable"), QStringLiteral("unknown"));
-    page.store(QStringLiteral("Probe2Enable"), QStringLiteral("false"));
-    Writes writes(page.axis());
-    page.open();
-    const QStringList expected{ QStringLiteral("Probe1Enable=TRUE"), QStringLiteral("ErrorStopEnable=FALSE") };
-    QCOMPARE(writes.take(), expected);
-    QVERIFY(page.combo("probe1ComboBox")->isEnabled());
-    QVERIFY(!page.combo("probe2ComboBox")->isEnabled());
-    QCOMPARE(page.find<QLabel>("label_47")->text(), QStringLiteral("unit"));
-    // A pulse axis is put into increment mode; the record hears of it with the next update.
-    QVERIFY(page.find<QRadioButton>("radioButton")->isChecked());
-    page.find<QRadioButton>("radioButton_2")->setChecked(true);
-    page.page->updateWidget();
-    QCOMPARE(page.stored(QStringLiteral("EncoderMode")), no);
-}
-
-void ModelAndParamtSetWidgetTest::laterLoadRunsAllSlots()
-{
-    ModePage page(QStringLiteral("Axis_EtherCAT"));
-    page.store(QStringLiteral("Probe1Enable"), yes);
-    page.store(QStringLiteral("ModeSet"), yes);
-    page.store(QStringLiteral("CompareOutputWidthUnit"), yes);
-    page.store(QStringLiteral("CompareOutEnable"), yes);
-    page.open();
-    page.find<QLabel>("label_47")->setText(QStringLiteral("ms"));
-    page.page->axisTypeChanged();
-    QVERIFY(!page.find<QCheckBox>("probe1checkBox")->isChecked());
-    QVERIFY(!page.combo("probe1ComboBox")->isEnabled());
-    QVERIFY(!page.combo("compareOutputPinCheckBox")->isEnabled());
-    QVERIFY(page.find<QRadioButton>("radioButton_3")->isChecked());
-    QCOMPARE(page.find<QLabel>("label_4")->text(), QStringLiteral("Soft Limit"));
-    QCOMPARE(page.find<QStackedWidget>("stackedWidget")->currentIndex(), 0);
-    // Only the slot of the radio button says so.
-    QCOMPARE(page.find<QLabel>("label_47")->text(), QStringLiteral("unit"));
-}
-
-void ModelAndParamtSetWidgetTest::torqueIsRewrittenByALaterLoad()
-{
-    ModePage page(QStringLiteral("Axis_EtherCAT"));
-    page.store(QStringLiteral("PosTorqueMaxValue"), QStringLiteral("30"));
-    page.open();
-    QCOMPARE(page.stored(QStringLiteral("PosTorqueMaxValue")), QStringLiteral("30"));
-    page.page->axisTypeChanged();
-    QCOMPARE(page.stored(QStringLiteral("PosTorqueMaxValue")), QStringLiteral("0.000000"));
-    QCOMPARE(page.edit("lineEdit_9")->text(), QStringLiteral("0"));
-    // The other field showed "0" already, so its text did not change.
-    QCOMPARE(page.stored(QStringLiteral("NegTorqueMaxValue")), QStringLiteral("0"));
-}
-
-void ModelAndParamtSetWidgetTest::changeOfTypeRestoresTheGroup()
-{
-    ModePage page(QStringLiteral("Axis_Pulse"));
-    for (auto entry = AxisModeDefaults.begin(); entry != AxisModeDefaults.end(); ++entry)
-        page.store(entry.key(), entry.value() == yes ? no : entry.value() == no ? yes : QStringLiteral("1"));
-    QMap<QString, QString> others = AxisHomeDefaults;
-    others.unite(AxisUnitDefaults);
-    for (auto entry = others.begin(); entry != others.end(); ++entry)
-        page.store(entry.key(), QStringLiteral("mine"));
-    page.store(QStringLiteral("OutputDevice"), QStringLiteral("1"));
-    page.store(QStringLiteral("InputDevice"), QStringLiteral("1"));
-    page.open();
-    page.changeType(QStringLiteral("Axis_Encoder"));
-    const QStringList torque{ QStringLiteral("PosTorqueMaxValue"), QStringLiteral("NegTorqueMaxValue"),
-        QStringLiteral("FollowErrorThreshold") };
-    for (auto entry = AxisModeDefaults.begin(); entry != AxisModeDefaults.end(); ++entry)
-        QCOMPARE(page.stored(entry.key()), torque.contains(entry.key()) ? QStringLiteral("0.000000") : entry.value());
-    for (auto entry = others.begin(); entry != others.end(); ++entry)
-        QCOMPARE(page.stored(entry.key()), QStringLiteral("mine"));
-    QCOMPARE(page.stored(QStringLiteral("OutputDevice")), QStringLiteral("1"));
-    QCOMPARE(page.stored(QStringLiteral("InputDevice")), QStringLiteral("1"));
-    QVERIFY(!page.page->signalsBlocked());
-}
-
-void ModelAndParamtSetWidgetTest::changeOfTypeSelectsWhatTheDefaultsSay()
-{
-    ModePage page(QStringLiteral("Axis_Encoder"));
-    page.store(QStringLiteral("OutputMethod"), QStringLiteral("2"));
-    page.store(QStringLiteral("InputSignal"), QStringLiteral("1"));
-    page.open();
-    QCOMPARE(page.combo("outputMethodComboBox")->currentIndex(), 2);
-    page.page->axisTypeChanged();
-    QCOMPARE(page.combo("outputMethodComboBox")->currentIndex(), 0);
-    QCOMPARE(page.combo("inputSignalComboBox")->currentIndex(), 0);
-    QCOMPARE(page.edit("lineEdit_7")->text(), QStringLiteral("10"));
-}
-
-void ModelAndParamtSetWidgetTest::changeOfTypeWithoutARecordLeavesSignalsBlocked()
-{
-    ModePage page(QStringLiteral("Axis_Pulse"));
-    page.open();
-    QVERIFY(page.project.axisModel()->removeAxisTable(page.axis()));
-    page.page->axisTypeChanged();
-    QVERIFY(page.page->signalsBlocked());
-}
-
-void ModelAndParamtSetWidgetTest::updatesAreOnAfterBuilding()
-{
-    ModePage page(QStringLiteral("Axis_Pulse"));
-    page.open();
-    QVERIFY(page.page->updatesEnabled());
-}
-
 void ModelAndParamtSetWidgetTest::stackTakesTheHeightOfItsPage()
 {
     ModePage page(QStringLiteral("Axis_EtherCAT"));
@@ -464,7 +322,7 @@ void ModelAndParamtSetWidgetTest::widthUnitByClick()
     page.store(QStringLiteral("CompareOutEnable"), yes);
     page.store(QStringLiteral("CompareOutputWidth"), QStringLiteral("12.75"));
     page.open();
-    Writes writes(page.axis());
+    RecordWrites writes(page.axis());
     QCOMPARE(page.edit("lineEdit_14")->text(), QStringLiteral("12.8"));
     page.find<QRadioButton>("radioButton_5")->click();
     QCOMPARE(writes.take(), one("CompareOutputWidthUnit=TRUE"));
@@ -518,32 +376,6 @@ void ModelAndParamtSetWidgetTest::widthIsLoadedByItsUnit()
         QCOMPARE(validator, page.edit("lineEdit_13")->validator());
     else
         QCOMPARE(qobject_cast<const QDoubleValidator*>(validator)->decimals(), 1);
-}
-
-void ModelAndParamtSetWidgetTest::roundTrip()
-{
-    ModePage page(QStringLiteral("Axis_EtherCAT"));
-    page.store(QStringLiteral("SoftLimitEnable"), yes);
-    page.openWindow();
-    QTest::mouseClick(page.edit("lineEdit_3"), Qt::LeftButton);
-    QTest::keySequence(page.edit("lineEdit_3"), QKeySequence::SelectAll);
-    QTest::keyClicks(page.edit("lineEdit_3"), QStringLiteral("12.25"));
-    QTest::keyClick(page.edit("lineEdit_3"), Qt::Key_Tab);
-    page.edit("lineEdit_9")->setFocus();
-    QTest::keySequence(page.edit("lineEdit_9"), QKeySequence::SelectAll);
-    QTest::keyClicks(page.edit("lineEdit_9"), QStringLiteral("300"));
-    page.find<QRadioButton>("radioButton_2")->click();
-    page.find<QRadioButton>("radioButton_4")->click();
-    QVERIFY(page.axis()->save());
-    page.page.reset();
-    page.project.reopen();
-    page.open();
-    QCOMPARE(page.edit("lineEdit_3")->text(), QStringLiteral("12.250000"));
-    QCOMPARE(page.edit("lineEdit_9")->text(), QStringLiteral("300.000000"));
-    QVERIFY(page.find<QRadioButton>("radioButton_2")->isChecked());
-    QVERIFY(page.find<QRadioButton>("radioButton_4")->isChecked());
-    QVERIFY(page.find<QCheckBox>("checkBox")->isChecked());
-    QCOMPARE(page.find<QLabel>("label_4")->text(), QStringLiteral("Period Setting"));
 }
 
 QTEST_MAIN(ModelAndParamtSetWidgetTest)
