@@ -1,8 +1,10 @@
 #include "workbench/Theme.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QFile>
 #include <QIcon>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QtTest>
@@ -55,6 +57,14 @@ private slots:
     void theNameDecides();
     void symbolsFollowTheTheme();
     void aThemeCanBeChangedAfterPagesThatDisconnectThemselves();
+    void anActiveButtonCanBeRead_data();
+    void anActiveButtonCanBeRead();
+    void shownValuesCanBeRead_data();
+    void shownValuesCanBeRead();
+    void fixedSizesStay_data();
+    void fixedSizesStay();
+    void anEmptyBoxStandsOut_data();
+    void anEmptyBoxStandsOut();
 };
 
 static void themes()
@@ -180,6 +190,93 @@ void ThemeTest::aThemeCanBeChangedAfterPagesThatDisconnectThemselves()
         }
         Theme::apply(i % 2 == 0 ? QStringLiteral("dark.qss") : QStringLiteral("default.qss"));
     }
+}
+
+/// The strongest contrast of any pixel in the picture with the ground.
+static double strongest(const QImage& image, const QColor& ground)
+{
+    double most = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            most = qMax(most, contrast(image.pixelColor(x, y), ground));
+    }
+    return most;
+}
+
+void ThemeTest::anActiveButtonCanBeRead_data()
+{
+    themes();
+}
+
+void ThemeTest::anActiveButtonCanBeRead()
+{
+    QFETCH(QString, file);
+    Theme::apply(file.section(QLatin1Char('/'), -1));
+    QPushButton button(QStringLiteral("Enter debugging"));
+    button.setProperty("styleType", QStringLiteral("defaultButton"));
+    button.setStyleSheet(QStringLiteral("background-color: rgb(90,149,253)"));
+    button.resize(120, 30);
+    button.ensurePolished();
+    QVERIFY(contrast(button.palette().color(QPalette::ButtonText), QColor(90, 149, 253)) >= 4.5);
+    // What is painted, without the frame.
+    const QImage image = button.grab(QRect(4, 4, 112, 22)).toImage();
+    QCOMPARE(image.pixelColor(0, 0), QColor(90, 149, 253));
+    const double most = strongest(image, QColor(90, 149, 253));
+    QVERIFY2(most >= 4.5, qPrintable(QString::number(most)));
+}
+
+void ThemeTest::shownValuesCanBeRead_data()
+{
+    themes();
+}
+
+void ThemeTest::shownValuesCanBeRead()
+{
+    QFETCH(bool, light);
+    QFETCH(QString, file);
+    Theme::apply(file.section(QLatin1Char('/'), -1));
+    QLineEdit field(QStringLiteral("StandStill"));
+    field.setReadOnly(true);
+    field.setEnabled(false);
+    field.ensurePolished();
+    const QColor ground = Theme::palette(light).color(QPalette::Window);
+    QVERIFY(contrast(field.palette().color(QPalette::Disabled, QPalette::Text), ground) >= 4.5);
+}
+
+void ThemeTest::fixedSizesStay_data()
+{
+    themes();
+}
+
+void ThemeTest::fixedSizesStay()
+{
+    QFETCH(QString, file);
+    Theme::apply(file.section(QLatin1Char('/'), -1));
+    QPushButton button(QStringLiteral("Go"));
+    button.setProperty("styleType", QStringLiteral("defaultButton"));
+    button.setFixedSize(100, 40);
+    button.show();
+    QCOMPARE(button.minimumSize(), QSize(100, 40));
+    QCOMPARE(button.maximumSize(), QSize(100, 40));
+}
+
+void ThemeTest::anEmptyBoxStandsOut_data()
+{
+    themes();
+}
+
+void ThemeTest::anEmptyBoxStandsOut()
+{
+    QFETCH(bool, light);
+    QFETCH(QString, file);
+    Theme::apply(file.section(QLatin1Char('/'), -1));
+    QWidget window;
+    QCheckBox box(&window);
+    window.show();
+    box.adjustSize();
+    QVERIFY(strongest(box.grab().toImage(), Theme::palette(light).color(QPalette::Window)) >= (light ? 1.5 : 3.0));
+    box.setChecked(true);
+    QVERIFY(strongest(box.grab().toImage(), Theme::palette(light).color(QPalette::Window)) >= 4.5);
 }
 
 QTEST_MAIN(ThemeTest)
