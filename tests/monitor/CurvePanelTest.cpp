@@ -688,6 +688,10 @@ void CurvePanelTest::aLowPanelPutsThePlotsSideBySide()
     panel->resize(1000, 200);
     QTRY_VERIFY(plot(0).x() + plot(0).width() <= plot(1).x());
     QVERIFY(canvas(0)->height() > 60);
+    QCOMPARE(plot(1).axisTitle(QwtPlot::yLeft).text(), QStringLiteral("Velocity [Unit/s]"));
+    panel->resize(1000, 150);
+    QCOMPARE(plot(1).axisTitle(QwtPlot::yLeft).text(), QStringLiteral("Velocity"));
+    QVERIFY(panel->minimumSizeHint().height() <= 150);
     panel->resize(1000, 600);
     QTRY_VERIFY(plot(0).y() + plot(0).height() <= plot(1).y());
 }

@@ -25,7 +25,8 @@ CurveLegend::CurveLegend(QWidget* parent) : QTreeWidget(parent)
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setAllColumnsShowFocus(true);
-    setMinimumWidth(200);
+    setIndentation(16);
+    setMinimumSize(240, 48);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     header()->setSectionResizeMode(ValueColumn, QHeaderView::ResizeToContents);

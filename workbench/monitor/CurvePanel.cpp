@@ -24,6 +24,8 @@ constexpr int drawPeriodMs = 50;
 constexpr int ticksBetweenValues = 4;
 /// Below this height the plots stand side by side.
 constexpr int heightForTwo = 320;
+/// Below this height there is room for short titles only.
+constexpr int heightForUnits = 200;
 
 } // namespace
 
@@ -31,7 +33,7 @@ CurvePanel::CurvePanel(VariableMonitor& monitor, QWidget* parent)
     : QWidget(parent), m_monitor(monitor), m_bar(new QToolBar(this)), m_pause(m_bar->addAction(QString())),
       m_follow(m_bar->addAction(QString())), m_fit(m_bar->addAction(QString())), m_back(m_bar->addAction(QString())),
       m_clear(m_bar->addAction(QString())), m_export(m_bar->addAction(QString())), m_status(new QLabel(this)),
-      m_plotArea(new QSplitter(Qt::Vertical)), m_legend(new CurveLegend)
+      m_plotArea(new QSplitter(Qt::Horizontal)), m_legend(new CurveLegend)
 {
     setObjectName(QStringLiteral("curvePanel"));
     buildPlots();
@@ -41,14 +43,11 @@ CurvePanel::CurvePanel(VariableMonitor& monitor, QWidget* parent)
     sides->addWidget(m_legend);
     sides->setStretchFactor(0, 1);
     sides->setChildrenCollapsible(false);
-    sides->setSizes({ 900, 260 });
-    auto* head = new QHBoxLayout;
-    head->addWidget(m_bar);
-    head->addWidget(m_status, 1);
+    sides->setSizes({ 680, 340 });
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 8, 4);
+    column->setContentsMargins(0, 0, 0, 4);
     column->setSpacing(4);
-    column->addLayout(head);
+    column->addWidget(m_bar);
     column->addWidget(sides, 1);
     m_timer.setInterval(drawPeriodMs);
     connect(&m_timer, &QTimer::timeout, this, &CurvePanel::refresh);
@@ -68,7 +67,9 @@ void CurvePanel::buildActions()
     m_status->setObjectName(QStringLiteral("curveStatus"));
     m_status->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_status->setProperty("styleType", QStringLiteral("hint"));
-    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_status->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_status->setMinimumWidth(0);
+    m_bar->addWidget(m_status);
     const std::pair<QAction*, const char*> names[]
         = { { m_pause, "curves.pause" }, { m_follow, "curves.follow" }, { m_fit, "curves.fit" },
               { m_back, "curves.back" }, { m_clear, "curves.clear" }, { m_export, "curves.export" } };
@@ -108,6 +109,8 @@ void CurvePanel::buildPlots()
     m_plots[0]->setObjectName(QStringLiteral("positionPlot"));
     m_plots[1]->setObjectName(QStringLiteral("velocityPlot"));
     m_plotArea->setChildrenCollapsible(false);
+    // Of the height that one plot needs, lest the panels that share the place become as high as two.
+    m_plotArea->setMinimumSize(200, 64);
     for (int i = 0; i < CurveRange::plots; ++i) {
         m_plotArea->addWidget(&plot(i));
         connectPlot(i);
@@ -316,18 +319,26 @@ void CurvePanel::retranslate()
     setAccessibleName(tr("Curves"));
     m_bar->setAccessibleName(tr("Tools for the curves"));
     m_status->setAccessibleName(tr("State of the curves"));
+    titlePlots();
+    m_legend->retranslate();
+    showStatus();
+}
+
+void CurvePanel::titlePlots()
+{
     const QString names[] = { tr("Position"), tr("Velocity") };
+    QFont small = font();
+    small.setPointSizeF(font().pointSizeF() * 0.85);
     for (int i = 0; i < CurveRange::plots; ++i) {
         const QString& name = names[i];
         const QString unit = CurveLegend::unit(i == 0 ? SetPosition : SetVelocity);
-        QwtText title(QStringLiteral("%1 [%2]").arg(name, unit));
-        title.setFont(font());
+        // The legend has the units too.
+        QwtText title(height() < heightForUnits ? name : QStringLiteral("%1 [%2]").arg(name, unit));
+        title.setFont(small);
         plot(i).setAxisTitle(QwtPlot::yLeft, title);
         plot(i).setAccessibleName(tr("Plot: %1").arg(name));
         plot(i).canvas()->setAccessibleName(tr("Plot: %1").arg(name));
     }
-    m_legend->retranslate();
-    showStatus();
 }
 
 void CurvePanel::restyle()
@@ -361,6 +372,7 @@ void CurvePanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     m_plotArea->setOrientation(event->size().height() < heightForTwo ? Qt::Horizontal : Qt::Vertical);
+    titlePlots();
 }
 
 void CurvePanel::changeEvent(QEvent* event)

@@ -73,6 +73,7 @@ private:
     void showStatus();
     void notice(const QString& text);
     void retranslate();
+    void titlePlots();
     void restyle();
 
     VariableMonitor& m_monitor;

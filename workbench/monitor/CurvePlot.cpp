@@ -66,7 +66,7 @@ CurvePlot::CurvePlot(std::vector<CurveKind> kinds, CurveItem::Source source, QWi
     m_cursor->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_cursor->setAutoFillBackground(true);
     m_cursor->hide();
-    setMinimumSize(160, 80);
+    setMinimumSize(160, 64);
     restyle();
 }
 
