@@ -33,6 +33,7 @@ private slots:
     void renaming();
     void aRenamedAxisIsStoredByItsOwnSave();
     void addingRemovingAndRenamingStayInMemoryUntilTheProjectIsSaved();
+    void aRemovedAxisTakesAllItHasStoredWithIt();
     void aRemovedAndRestoredAxisIsStoredAgainAfterASaveBetween();
     void aStoredNameIsGivenUpWithTheSaveOfItsNewOwner_data();
     void aStoredNameIsGivenUpWithTheSaveOfItsNewOwner();
@@ -267,6 +268,23 @@ void AxisModelTest::addingRemovingAndRenamingStayInMemoryUntilTheProjectIsSaved(
     QVERIFY(!m_project->model()->isModified());
     m_project->reopen();
     QCOMPARE(namesOf(axes()).join(QLatin1Char(' ')), QStringLiteral("B2 C"));
+}
+
+void AxisModelTest::aRemovedAxisTakesAllItHasStoredWithIt()
+{
+    AxisTable* first = add("A");
+    first->setViewInfo(QStringLiteral("LineEditPosObjectName"), QStringLiteral("lineEditPos"));
+    QVERIFY(first->save());
+    add("B");
+    m_project->save();
+    QVERIFY(axes()->removeAxisTable(first));
+    m_project->save();
+    m_project->reopen();
+    QVERIFY(m_project->model());
+    QCOMPARE(namesOf(axes()), QStringList{ QStringLiteral("B") });
+    const AxisTable* next = add("C");
+    QCOMPARE(next->id(), 1u);
+    QCOMPARE(next->getViewInfo(QStringLiteral("LineEditPosObjectName"), QString()), QString());
 }
 
 void AxisModelTest::aRemovedAndRestoredAxisIsStoredAgainAfterASaveBetween()

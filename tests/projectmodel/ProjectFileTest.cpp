@@ -34,6 +34,7 @@ private slots:
     void whatIsReadOnlyOpensToBeReadOnly();
     void aReadOnlyProjectIsSavedUnderAnotherName();
     void aReadOnlyFileWithALogShowsWhatTheLogHolds();
+    void theLogOfAReplacedFileIsNotTakenForThatOfTheNewOne();
 
 private:
     QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
@@ -227,6 +228,7 @@ void ProjectFileTest::rowsThatWereTamperedWithAreNoticed_data()
     row("a renamed setting", "UPDATE setting SET key='x'");
     row("a lost setting", "DELETE FROM setting");
     row("a changed source", "UPDATE source SET text='x'");
+    row("a source behind a byte order mark", "UPDATE source SET text=char(65279) || text");
     row("a lost source", "DELETE FROM source");
     row("a changed description", "UPDATE controller SET description=replace(description, 'PTO0', 'PTO9')");
     row("swapped descriptions", "UPDATE controller SET role=CASE role WHEN 'present' THEN 'former' ELSE 'x' END");
@@ -490,6 +492,29 @@ void ProjectFileTest::aReadOnlyFileWithALogShowsWhatTheLogHolds()
     QCOMPARE(bytesOf(scenario.path()), bytes);
     QCOMPARE(bytesOf(scenario.path() + QStringLiteral("-wal")), log);
     QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7700));
+}
+
+void ProjectFileTest::theLogOfAReplacedFileIsNotTakenForThatOfTheNewOne()
+{
+    StoreScenario former(path("former.kproj"));
+    QVERIFY(former.create());
+    QVERIFY(former.saveAxis(0, 6));
+    const QByteArray log = bytesOf(former.path() + QStringLiteral("-wal"));
+    QVERIFY(!log.isEmpty());
+    former.close();
+    writeBytes(former.path() + QStringLiteral("-wal"), log);
+    StoreScenario scenario(path("mine.kproj"));
+    QVERIFY(scenario.create());
+    QVERIFY(scenario.saveProject(3));
+    QString error;
+    QVERIFY2(
+        ProjectModelManager::instance()->saveProjectAs(scenario.project(), former.path(), &error), qPrintable(error));
+    QVERIFY(bytesOf(former.path() + QStringLiteral("-wal")) != log);
+    scenario.close();
+    QVERIFY2(former.open(), qPrintable(former.error()));
+    for (int i = 0; i < StoreScenario::axes; ++i)
+        QCOMPARE(former.stateOf(i), 3);
+    QCOMPARE(former.settingState(), 3);
 }
 
 QTEST_GUILESS_MAIN(ProjectFileTest)
