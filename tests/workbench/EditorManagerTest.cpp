@@ -1,6 +1,8 @@
 #include "workbench/EditorManager.h"
+#include "host/projectmodel/AxisTable.h"
 #include "sdk/IEditor.h"
 #include "sdk/IEditorFactory.h"
+#include "tests/support/TestProject.h"
 #include "workbench/ProjectTree.h"
 
 #include <QLineEdit>
@@ -121,6 +123,7 @@ private slots:
     void closingDeletesTheEditor();
     void closingAsks_data();
     void closingAsks();
+    void anEditorWhoseObjectWasNotStoredStaysOpen();
     void anEditorThatObjectsStaysOpen();
     void withoutAQuestionToAskNothingIsLost();
     void closingAllTakesTheTabsAway();
@@ -323,6 +326,29 @@ void EditorManagerTest::closingAsks()
     QCOMPARE(asked, QStringList(QStringLiteral("a")));
     QCOMPARE(editor->saves, saves);
     QCOMPARE(editor->reloads, reloads);
+}
+
+void EditorManagerTest::anEditorWhoseObjectWasNotStoredStaysOpen()
+{
+    TestProject project(QStringLiteral("KM1_M16"), QStringLiteral("P"));
+    AxisTable* axis = project.addAxis(QStringLiteral("Feeder"));
+    axis->setProperty(QStringLiteral("MaxVel"), QStringLiteral("7"));
+    Solution::NodeDescription node;
+    node.name = QStringLiteral("P");
+    node.properties.insert(QStringLiteral("FileName"), QStringLiteral("P.a"));
+    node.properties.insert(QStringLiteral("DataBaseKey"), axis->id());
+    QVERIFY(tree->addNode(QString(), node, 0));
+    // The editor answers that it has saved, but its record keeps the mark of what is not stored.
+    FakeEditor* editor = open("P.a");
+    editor->modified = true;
+    manager->setAskUnsaved([](const QStringList&) { return UnsavedAnswer::Save; });
+    QVERIFY(!manager->closeAsking({ editor }));
+    QCOMPARE(editor->saves, 1);
+    QCOMPARE(manager->findEditor(QStringLiteral("P.a"), true), editor);
+    axis->modified = false;
+    editor->modified = true;
+    QVERIFY(manager->closeAsking({ editor }));
+    QVERIFY(manager->editors().isEmpty());
 }
 
 void EditorManagerTest::anEditorThatObjectsStaysOpen()

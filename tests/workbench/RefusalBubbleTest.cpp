@@ -21,6 +21,7 @@ private slots:
     void aSecondPassTellsNothing();
     void anAcceptedNumberTellsNothing();
     void theBubbleStandsBesideTheField();
+    void belowTheLastFieldThereIsNoRoomSoTheBubbleStandsAbove();
     void typingTakesTheBubbleAway();
     void aRefusalOutsideAnyFieldTellsNothing();
     void markupInANumberIsShownAsText();
@@ -119,6 +120,21 @@ void RefusalBubbleTest::theBubbleStandsBesideTheField()
     QVERIFY(!bubble->geometry().intersects(first->geometry()));
     QVERIFY(bubble->y() - first->geometry().bottom() < 12);
     QVERIFY(window->rect().contains(bubble->geometry()));
+}
+
+void RefusalBubbleTest::belowTheLastFieldThereIsNoRoomSoTheBubbleStandsAbove()
+{
+    QLayout* layout = window->layout();
+    layout->removeWidget(first);
+    layout->addWidget(first);
+    layout->activate();
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    leave();
+    QVERIFY(bubble->isVisible());
+    QVERIFY(window->rect().contains(bubble->geometry()));
+    QVERIFY(!bubble->geometry().intersects(first->geometry()));
+    QVERIFY(first->y() - bubble->geometry().bottom() < 12);
 }
 
 void RefusalBubbleTest::typingTakesTheBubbleAway()

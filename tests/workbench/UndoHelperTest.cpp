@@ -27,6 +27,7 @@ private slots:
     void anEmptyMacroLeavesNoEntry();
     void nestedEmptyMacrosLeaveNoEntry();
     void anEmptyMacroKeepsWhatCanBeRedone();
+    void aCommandAfterAnEmptyMacroStandsByItself();
     void aNestedMacroWithACommandUndoesAsOne();
     void anEndWithoutABeginIsSurvived();
     void nothingIsPushedForNull();
@@ -86,6 +87,20 @@ void UndoHelperTest::anEmptyMacroKeepsWhatCanBeRedone()
     helper.beginMacro();
     helper.endMacro();
     QVERIFY(helper.stack()->canRedo());
+}
+
+void UndoHelperTest::aCommandAfterAnEmptyMacroStandsByItself()
+{
+    int done = 0;
+    int undone = 0;
+    UndoHelper helper;
+    helper.beginMacro();
+    helper.endMacro();
+    helper.pushCommand(new CountingCommand(done, undone));
+    helper.pushCommand(new CountingCommand(done, undone));
+    QCOMPARE(helper.stack()->count(), 2);
+    helper.stack()->undo();
+    QCOMPARE(undone, 1);
 }
 
 void UndoHelperTest::aNestedMacroWithACommandUndoesAsOne()
