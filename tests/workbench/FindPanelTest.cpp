@@ -131,10 +131,12 @@ private slots:
     void anEditorWithoutAFinderIsNamedSo();
     void aResultLeadsToItsControl();
     void keysGoFromPlaceToPlace();
+    void theFirstStepBackLeadsToTheLastPlace();
     void aNewTextIsSearchedFirst();
     void aNodeThatIsGoneIsNamed();
     void theSearchGoesByTheContract();
     void itBeginsWhereTheUserIs();
+    void aSearchForWholeWordsBeginsThereToo();
     void aPlaceThatTheFinderDoesNotKnowIsNotHandedOver();
     void aFinderThatDoesNotEndIsStopped();
     void anObjectThatCannotBeReadIsNamed();
@@ -339,6 +341,14 @@ void FindPanelTest::keysGoFromPlaceToPlace()
     QCOMPARE(axis() + focus(), text("FeedlineEditPos"));
 }
 
+void FindPanelTest::theFirstStepBackLeadsToTheLastPlace()
+{
+    search(text("front"));
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(program->workbench->editors().currentEditor()->displayName(), text("Turn"));
+    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditOrg"));
+}
+
 void FindPanelTest::aNewTextIsSearchedFirst()
 {
     press(Qt::Key_F, Qt::ControlModifier);
@@ -386,6 +396,20 @@ void FindPanelTest::itBeginsWhereTheUserIs()
     for (const FoundPlace& place : outcome.places)
         found.append(place.text);
     QCOMPARE(found, (QStringList{ text("two"), text("three"), text("one") }));
+}
+
+void FindPanelTest::aSearchForWholeWordsBeginsThereToo()
+{
+    IEditor* editor = program->openAxis(text("Turn"));
+    QVERIFY(editor->gotoLocation(text("OriginReturnSetWidget.lineEditOrg")));
+    auto* origin = editor->widget()->findChild<QLineEdit*>(text("lineEditOrg"));
+    QVERIFY(origin);
+    QTest::mouseClick(origin, Qt::LeftButton);
+    child<QComboBox>("scope")->setCurrentIndex(1);
+    child<QCheckBox>("wholeWord")->click();
+    search(text("front"));
+    QCOMPARE(
+        results(), (QStringList{ text("Turn Origin signal:Main.front"), text("Turn Positive limit:Aside.front") }));
 }
 
 void FindPanelTest::aPlaceThatTheFinderDoesNotKnowIsNotHandedOver()

@@ -61,6 +61,7 @@ private slots:
     void editorsAreReadOnlyWhileItIsOn();
     void theOtherFileStaysAsItIs();
     void aFileOfTheSameNameCanBeCompared();
+    void aFileOfAlmostTheSameNameCanBeCompared();
     void aRefusedFileIsNamedWithTheReason_data();
     void aRefusedFileIsNamedWithTheReason();
     void withoutAComparatorItDoesNotBegin();
@@ -71,6 +72,7 @@ private slots:
     void aNewComparisonTakesThePlaceOfTheFormer();
     void treesStandBesideEachOther();
     void statesAreToldByText();
+    void projectsAreEqualOnlyIfAllTheirAxesAre();
     void keysThatDifferStandInTheTable();
     void anAxisOpensFromTheTree();
     void theActionsFollowTheState();
@@ -221,6 +223,16 @@ void ProjectComparisonTest::aFileOfTheSameNameCanBeCompared()
     QCOMPARE(states().size(), 3);
 }
 
+void ProjectComparisonTest::aFileOfAlmostTheSameNameCanBeCompared()
+{
+    const QString file = other();
+    for (const char* name : { "_Other", "-Other", "Other_", "Other2" }) {
+        program->create(QLatin1String(name), { QStringLiteral("Turn") });
+        QVERIFY2(compare(file), name);
+        QCOMPARE(states().value(QStringLiteral("Turn")), QByteArray("equal"));
+    }
+}
+
 void ProjectComparisonTest::aRefusedFileIsNamedWithTheReason_data()
 {
     QTest::addColumn<QString>("name");
@@ -355,6 +367,16 @@ void ProjectComparisonTest::statesAreToldByText()
     QCOMPARE(cell(1, 1).data().toString(), QStringLiteral("= Equal"));
     QCOMPARE(cell(2, 1).data().toString(), QStringLiteral("\u2190 Only in this project"));
     QCOMPARE(cell(3, 1).data().toString(), QStringLiteral("\u2192 Only in the other project"));
+}
+
+void ProjectComparisonTest::projectsAreEqualOnlyIfAllTheirAxesAre()
+{
+    const auto state = [this] { return tree("here")->model()->index(0, 1).data().toString(); };
+    QVERIFY(compare(other()));
+    QCOMPARE(state(), QStringLiteral("\u2260 Different"));
+    QVERIFY(compare(program->write(program->file(QStringLiteral("Same")),
+        { QStringLiteral("Feed"), QStringLiteral("Turn"), QStringLiteral("Press") })));
+    QCOMPARE(state(), QStringLiteral("= Equal"));
 }
 
 void ProjectComparisonTest::keysThatDifferStandInTheTable()
