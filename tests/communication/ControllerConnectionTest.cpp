@@ -580,6 +580,8 @@ void ControllerConnectionTest::stopHoldsUntilItIsReleased()
     QCOMPARE(rpc.rpc_AxisDebug_MoveAbs(0, 5, 5, 10, 10, 0), Diagnosis::emergencyStop);
     QCOMPARE(rpc.rpc_AxisDebug_SetHome(0), Diagnosis::emergencyStop);
     QCOMPARE(rpc.rpc_AxisDebug_SetVelRatio(0, 50), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_SetStop(0, 1000, 0), Diagnosis::ok);
+    QTRY_COMPARE(statusOf(0).axisState, std::uint16_t(3));
     // A client that comes later learns of it as well.
     ControllerConnection other;
     QSignalSpy otherHeld(&other, &ControllerConnection::stopHeldChanged);
