@@ -6,7 +6,8 @@
 
 class CallLog;
 
-/// Diagnosis texts that the test sets; any other code reads "name CODE", "text CODE", "remedy CODE".
+/// Diagnosis texts that the test sets; any other code reads "name CODE", "text CODE", "remedy CODE"
+/// in class 11, that of axis debugging.
 class TestDiagnosisInfo : public DeviceDiagnosiInfo {
     Q_OBJECT
 
