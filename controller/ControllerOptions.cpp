@@ -126,7 +126,7 @@ bool ControllerOptions::readMechanics(const std::string& path, std::string* erro
         else
             trial.read(entry.value().dump(), &reason);
         if (!reason.empty()) {
-            *error = path + ": " + entry.key() + ": " + reason + ".";
+            error->assign(path).append(": ").append(entry.key()).append(": ").append(reason).append(".");
             return false;
         }
         controller.mechanics[number] = entry.value().dump();

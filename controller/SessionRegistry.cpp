@@ -32,7 +32,7 @@ std::string SessionRegistry::open()
         dropUnattended();
     if (m_sessions.size() >= mostSessions)
         return {};
-    const std::string bytes = randomBytes(protocolSessionLength);
+    std::string bytes = randomBytes(protocolSessionLength);
     m_sessions[bytes] = { ++m_last, false };
     return bytes;
 }

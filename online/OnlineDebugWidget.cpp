@@ -62,7 +62,7 @@ qint16 settingOr(const IConfiguration& settings, const QString& key, int fallbac
 
 OnlineDebugWidget::OnlineDebugWidget(const QString& project, unsigned id, QWidget* parent)
     : QWidget(parent), notMovingStates{ AxisModel::Disabled, AxisModel::ErrorStop, AxisModel::StandStill },
-      ui(std::make_unique<Ui::OnlineDebugWidget>()), projectName(project), axisId(id)
+      ui(std::make_unique<Ui::OnlineDebugWidget>()), projectName(project), axisId(id), givenParent(parent)
 {
     setUpForm();
     connectForm();

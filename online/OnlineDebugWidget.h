@@ -153,6 +153,8 @@ private:
     QStandardItemModel* statusModel = nullptr;
     QString projectName;
     quint32 axisId;
+    /// As given; tabs and stacks take a page for their own.
+    QWidget* givenParent;
     OnlineDebugParam param;
     QMap<QString, int> motionTypeMap;
     QMap<QString, int> curveTypeMap;

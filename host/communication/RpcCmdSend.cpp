@@ -31,7 +31,7 @@ AxisReply send(const AxisRequest& request, int seconds)
 {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
-    const AxisReply reply = ask(request, seconds);
+    AxisReply reply = ask(request, seconds);
     if (const auto observer = ControllerLink::observer())
         (*observer)(request, reply, std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start));
     return reply;

@@ -10,7 +10,7 @@ JsonReader::JsonReader(const QJsonValue& value, const QString& path, QString* er
 
 JsonReader JsonReader::member(const QString& key) const
 {
-    const JsonReader found = at(m_value.toObject().value(key), key);
+    JsonReader found = at(m_value.toObject().value(key), key);
     if (!m_value.isObject())
         fail(tr("an object is expected"));
     else if (!has(key))

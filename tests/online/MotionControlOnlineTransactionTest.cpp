@@ -157,6 +157,7 @@ private slots:
     void init();
     void cleanup();
     void signalsStandInTheOrderOfTheCodes();
+    void aTransactionStartsUnqueuedAndMayRunOnce();
     void requestGoesOutWithItsFieldsAndComesBackByItsSignal_data();
     void requestGoesOutWithItsFieldsAndComesBackByItsSignal();
     void resultIsPassedOnAsItIs_data();
@@ -193,6 +194,20 @@ void MotionControlOnlineTransactionTest::cleanup()
 {
     ControllerLink::setActive(nullptr);
     m_host.reset();
+}
+
+void MotionControlOnlineTransactionTest::aTransactionStartsUnqueuedAndMayRunOnce()
+{
+    class Opened : public Transaction {
+    public:
+        using Transaction::cancelled;
+        using Transaction::queueNumber;
+        using Transaction::runsAllowed;
+    };
+    const Opened transaction;
+    QCOMPARE(transaction.queueNumber, 0);
+    QCOMPARE(transaction.cancelled, false);
+    QCOMPARE(transaction.runsAllowed, 1);
 }
 
 void MotionControlOnlineTransactionTest::signalsStandInTheOrderOfTheCodes()
