@@ -136,37 +136,42 @@ void OnlineDebugCommandsTest::limitsHold_data()
 {
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("the upper limit is in") << QByteArray("accLineEdit") << "9999999"
-                                           << "9999999.000000";
-    QTest::newRow("above the upper limit") << QByteArray("accLineEdit") << "9999999.5"
-                                           << "10";
-    QTest::newRow("the lower limit is in") << QByteArray("velocityLineEdit") << "-9999999"
-                                           << "-9999999.000000";
-    QTest::newRow("below the lower limit") << QByteArray("velocityLineEdit") << "-9999999.5"
-                                           << "10";
-    QTest::newRow("a negative jog speed passes") << QByteArray("negJogSpeedLineEdit") << "-3"
-                                                 << "-3.000000";
-    QTest::newRow("a negative jerk is refused") << QByteArray("jerkLineEdit") << "-1"
-                                                << "0.000000";
-    QTest::newRow("a multiplier of 1000 is in") << QByteArray("speedMultiplierLineEdit") << "1000"
-                                                << "1000";
-    QTest::newRow("a multiplier of 1001 is refused") << QByteArray("speedMultiplierLineEdit") << "1001"
-                                                     << "100";
-    QTest::newRow("a negative multiplier is huge") << QByteArray("speedMultiplierLineEdit") << "-5"
-                                                   << "100";
+    QTest::addColumn<bool>("stands");
+    const auto row = [](const QByteArray& field, const char* typed, bool stands) {
+        QTest::addRow("%s %s %s", field.constData(), stands ? "takes" : "refuses", typed)
+            << field << QString::fromLatin1(typed) << stands;
+    };
+    for (const char* field : { "presetPosition", "originOffset", "posJogSpeed", "posJogAcc", "negJogSpeed", "negJogAcc",
+             "position", "velocity", "acc", "dec" }) {
+        row(field, "-9999999", true);
+        row(field, "-9999999.000001", false);
+    }
+    row("jerk", "0", true);
+    row("jerk", "-0.000001", false);
+    for (const char* field : { "presetPosition", "originOffset", "posJogSpeed", "posJogAcc", "negJogSpeed", "negJogAcc",
+             "position", "velocity", "acc", "dec", "jerk" }) {
+        row(field, "9999999", true);
+        row(field, "9999999.000001", false);
+    }
+    row("speedMultiplier", "0", true);
+    // A negative multiplier counts as a huge one.
+    row("speedMultiplier", "-1", false);
+    row("speedMultiplier", "1000", true);
+    row("speedMultiplier", "1001", false);
 }
 
 void OnlineDebugCommandsTest::limitsHold()
 {
     QFETCH(QByteArray, field);
     QFETCH(QString, typed);
-    QFETCH(QString, shown);
+    QFETCH(bool, stands);
     m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
-    enter(field.constData(), typed);
-    QCOMPARE(m->field(field.constData())->text(), shown);
+    const QByteArray name = field + "LineEdit";
+    enter(name.constData(), QStringLiteral("5"));
+    enter(name.constData(), typed);
+    QCOMPARE(m->field(name.constData())->text().toDouble(), stands ? typed.toDouble() : 5.0);
     // A refused field takes the focus again.
-    QCOMPARE(m->field(field.constData())->hasFocus(), shown.toDouble() != typed.toDouble());
+    QCOMPARE(m->field(name.constData())->hasFocus(), !stands);
 }
 
 void OnlineDebugCommandsTest::theSpeedMultiplierStaysAsTyped()
