@@ -4,6 +4,9 @@
 #include "sdk/IEditorFactory.h"
 #include "tests/support/CallLog.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <algorithm>
 
 TestEditorManager::TestEditorManager(CallLog& log) : m_log(log) { }
@@ -11,6 +14,7 @@ TestEditorManager::TestEditorManager(CallLog& log) : m_log(log) { }
 TestEditorManager::~TestEditorManager()
 {
     closeAllEditors();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 IEditor* TestEditorManager::openEditor(const QString& fileName, const QString& mimeType)
@@ -103,7 +107,7 @@ void TestEditorManager::closeEditor(IEditor* editor)
     if (m_current == editor)
         setCurrent(m_open.isEmpty() ? nullptr : m_open.last().editor.data());
     emit editorClosed(editor);
-    delete editor;
+    editor->deleteLater();
 }
 
 void TestEditorManager::closeAllEditors()

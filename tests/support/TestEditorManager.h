@@ -13,7 +13,7 @@ class TestEditorManager : public IEditorManager {
 
 public:
     explicit TestEditorManager(CallLog& log);
-    /// Closes what is open.
+    /// Closes what is open, and deletes what was closed and still waits for it.
     ~TestEditorManager() override;
 
     IEditor* openEditor(const QString& fileName, const QString& mimeType) override;
@@ -31,7 +31,7 @@ public:
     void saveEditor(IEditor* editor, bool emitAboutSave) override;
     void saveEditorAs(IEditor* editor) override;
     void saveAllEditors(bool emitAboutSave) override;
-    /// Deletes the editor at once.
+    /// The editor is deleted once control returns to the event loop, since a slot of one of its pages may be running.
     void closeEditor(IEditor* editor) override;
     void closeAllEditors() override;
 

@@ -3,6 +3,8 @@
 #include "sdk/ServiceKeys.h"
 #include "sdk/ServiceLocator.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QMap>
 
 namespace Key = Solution::ServiceKey;
@@ -18,6 +20,8 @@ TestHost::TestHost()
 TestHost::~TestHost()
 {
     editorManager.closeAllEditors();
+    // Editors go before the services that they use.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     background.dropAll();
     Solution::publishApplication(nullptr);
     objectTable.clear();
