@@ -1,12 +1,18 @@
 #include "editor/MotionControlAxisEditor.h"
 
+#include "editor/BasicSetWidget.h"
 #include "host/projectmodel/AxisTable.h"
+#include "host/projectmodel/ProjectModel.h"
 #include "online/OnlineDebugWidget.h"
 #include "pages/OriginReturnSetWidget.h"
+#include "sdk/AxisDefaults.h"
+#include "sdk/ServiceLocator.h"
 #include "tests/support/ReceiverCount.h"
 #include "tests/support/TestHost.h"
 #include "tests/support/TestProject.h"
 
+#include <QComboBox>
+#include <QScrollArea>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QtTest>
@@ -16,6 +22,35 @@
 namespace {
 
 const QString axisView = QStringLiteral("AxisView");
+
+/// A text of the same form as a default, but another one.
+QString another(const QString& standard)
+{
+    if (standard == QLatin1String("TRUE"))
+        return QStringLiteral("FALSE");
+    if (standard == QLatin1String("FALSE"))
+        return QStringLiteral("TRUE");
+    if (standard.startsWith(QLatin1String("Homing_")))
+        return QStringLiteral("Homing_17");
+    return standard.startsWith(QLatin1Char('%')) ? QStringLiteral("%IX7.7") : QStringLiteral("1") + standard;
+}
+
+/// The keys of a group that do not hold what the function makes of their defaults.
+template <typename Expected>
+QStringList deviating(const AxisTable& axis, const AxisDefaultGroup& group, Expected expected)
+{
+    QStringList keys;
+    for (auto entry = group.begin(); entry != group.end(); ++entry) {
+        if (axis.property(entry.key(), QString()) != expected(entry.value()))
+            keys.append(entry.key());
+    }
+    return keys;
+}
+
+QString asItIs(const QString& standard)
+{
+    return standard;
+}
 
 } // namespace
 
@@ -29,10 +64,17 @@ private slots:
 
     void openedOnlineStartsTheMonitor();
     void openedOfflineDoesNotMonitor();
+    void projectIsNotHeldWhileOpening_data();
+    void projectIsNotHeldWhileOpening();
+    void comparisonNeedsNoManagerToBeHeeded();
     void everyOpenHearsTheComparisonAgain();
     void everyOpenHearsTheConnectionOnce();
     void refreshRunsThroughThePagesInOrder();
     void refreshLeavesTheOnlinePageAlone();
+    void loadingLeavesThePagesAsTheyAre_data();
+    void loadingLeavesThePagesAsTheyAre();
+    void typeChangeResetsUnitAndModeAndLeavesHoming();
+    void referencesNeedAHost();
     void withoutHomingPageReferencesNameTheControlAlone();
     void withoutHomingPageTheFindPositionIsEmpty();
     void findPositionNeedsNoCurrentEditor();
@@ -86,6 +128,41 @@ void MotionControlAxisEditorWiringTest::openedOfflineDoesNotMonitor()
     QVERIFY(editor.open(path(), axisView));
     QVERIFY(!editor.widget()->findChild<OnlineDebugWidget*>()->findChild<QTimer*>()->isActive());
     QCOMPARE(m_host->calls.count(QStringLiteral("varMonitor.addAxis")), 0);
+}
+
+void MotionControlAxisEditorWiringTest::projectIsNotHeldWhileOpening_data()
+{
+    QTest::addColumn<QString>("call");
+    // A page asks for the theme as it is made, and the editor for the comparison once it is built.
+    QTest::newRow("while the pages are made") << QStringLiteral("cookies.value(Werkbay/Qss)");
+    QTest::newRow("after the record was stored") << QStringLiteral("cookies.value(IDE/ProjectCompration)");
+}
+
+void MotionControlAxisEditorWiringTest::projectIsNotHeldWhileOpening()
+{
+    QFETCH(QString, call);
+    const QPointer<QObject> model = m_project->model();
+    bool heard = false;
+    m_host->calls.heard = [&](const QString& entry) {
+        if (entry != call || heard)
+            return;
+        heard = true;
+        m_project->close();
+        QVERIFY2(!model, "a project without a guard goes as it is closed");
+    };
+    MotionControlAxisEditor editor;
+    editor.open(path(), axisView);
+    QVERIFY(heard);
+}
+
+void MotionControlAxisEditorWiringTest::comparisonNeedsNoManagerToBeHeeded()
+{
+    m_host->withhold(QStringLiteral("COMPARATORMAN"));
+    m_host->cookies.setValue(QStringLiteral("IDE/ProjectCompration"), true);
+    MotionControlAxisEditor editor;
+    QVERIFY(editor.open(path(), axisView));
+    QVERIFY(editor.isReadOnly());
+    QVERIFY(!editor.widget()->findChild<BasicSetWidget*>()->findChild<QScrollArea*>()->widget()->isEnabled());
 }
 
 void MotionControlAxisEditorWiringTest::everyOpenHearsTheComparisonAgain()
@@ -143,6 +220,67 @@ void MotionControlAxisEditorWiringTest::refreshLeavesTheOnlinePageAlone()
                 .entriesOf({ QStringLiteral("varMonitor.addAxis"), QStringLiteral("varMonitor.releaseAxis"),
                     QStringLiteral("transfer.isOnline") })
                 .isEmpty());
+}
+
+void MotionControlAxisEditorWiringTest::loadingLeavesThePagesAsTheyAre_data()
+{
+    QTest::addColumn<bool>("reload");
+    QTest::newRow("load") << false;
+    QTest::newRow("reload") << true;
+}
+
+void MotionControlAxisEditorWiringTest::loadingLeavesThePagesAsTheyAre()
+{
+    QFETCH(bool, reload);
+    MotionControlAxisEditor editor;
+    QVERIFY(editor.open(path(), axisView));
+    editor.widget()->show();
+    QVERIFY(QTest::qWaitForWindowActive(editor.widget()));
+    auto* types = editor.widget()->findChild<QComboBox*>(QStringLiteral("comboBoxAxisType"));
+    types->setFocus();
+    QTest::keyClick(types, Qt::Key_Up);
+    QCOMPARE(m_axis->property(QStringLiteral("AxisType"), QString()), QStringLiteral("Axis_Virtual"));
+    QCOMPARE(types->currentText(), QStringLiteral("Virtual Axis"));
+    QVERIFY(reload ? editor.reload() : editor.load());
+    QCOMPARE(m_axis->property(QStringLiteral("AxisType"), QString()), QStringLiteral("Axis_Pulse"));
+    QCOMPARE(types->currentText(), QStringLiteral("Virtual Axis"));
+    editor.refreshPages();
+    QCOMPARE(types->currentText(), QStringLiteral("Pulse Axis"));
+}
+
+void MotionControlAxisEditorWiringTest::typeChangeResetsUnitAndModeAndLeavesHoming()
+{
+    m_axis->setProperty(QStringLiteral("AxisType"), QStringLiteral("Axis_Virtual"));
+    MotionControlAxisEditor editor;
+    QVERIFY(editor.open(path(), axisView));
+    for (const AxisDefaultGroup& group : { AxisUnitDefaults, AxisModeDefaults, AxisHomeDefaults }) {
+        for (auto entry = group.begin(); entry != group.end(); ++entry)
+            m_axis->setProperty(entry.key(), another(entry.value()));
+    }
+    QCOMPARE(deviating(*m_axis, AxisModeDefaults, asItIs).size(), AxisModeDefaults.size());
+    editor.widget()->show();
+    QVERIFY(QTest::qWaitForWindowActive(editor.widget()));
+    auto* types = editor.widget()->findChild<QComboBox*>(QStringLiteral("comboBoxAxisType"));
+    types->setFocus();
+    QTest::keyClick(types, Qt::Key_Down);
+    QCOMPARE(m_axis->property(QStringLiteral("AxisType"), QString()), QStringLiteral("Axis_Pulse"));
+    QCOMPARE(AxisUnitDefaults.size() + AxisModeDefaults.size(), 41);
+    QCOMPARE(deviating(*m_axis, AxisUnitDefaults, asItIs), QStringList());
+    QCOMPARE(deviating(*m_axis, AxisModeDefaults, asItIs), QStringList());
+    QCOMPARE(AxisHomeDefaults.size(), 14);
+    QCOMPARE(deviating(*m_axis, AxisHomeDefaults, another), QStringList());
+}
+
+void MotionControlAxisEditorWiringTest::referencesNeedAHost()
+{
+    MotionControlAxisEditor editor;
+    QVERIFY(editor.open(path(), axisView));
+    QVector<FindResult> results;
+    QVERIFY(editor.findReferences(QStringLiteral("Main.stop"), results));
+    Solution::publishApplication(nullptr);
+    const bool found = editor.findReferences(QStringLiteral("Main.stop"), results);
+    Solution::publishApplication(m_host.get());
+    QVERIFY(!found);
 }
 
 void MotionControlAxisEditorWiringTest::withoutHomingPageReferencesNameTheControlAlone()

@@ -15,6 +15,8 @@ void CallLog::add(const char* operation, const QStringList& arguments)
 {
     m_entries.append(
         QString::fromLatin1(operation) + QLatin1Char('(') + arguments.join(QStringLiteral(", ")) + QLatin1Char(')'));
+    if (heard)
+        heard(QString(m_entries.last()));
 }
 
 void CallLog::clear()

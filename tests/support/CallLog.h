@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /// What the services of a TestHost have received, in order and across services. An entry is "service.operation" with
 /// the arguments in brackets: "view.addNode(Line.ConfigAndSetup, Axis, 0)".
 class CallLog {
@@ -18,6 +20,9 @@ public:
     int count(const QString& operation) const;
 
     static QString text(bool value);
+
+    /// Told of each entry as it comes, before the service acts on the call.
+    std::function<void(const QString& entry)> heard;
 
 private:
     QStringList m_entries;
