@@ -101,6 +101,7 @@ void AxisTreeSyncTest::renamedRecordGetsItsTextAndLosesItsEditor()
             text("view.setNodeProperty(%1, DisplayName, lift)").arg(path),
             text("view.nodeProperty(%1, FileName)").arg(path), text("application.manager(editor)"),
             text("editorManager.findEditor(%1, true)").arg(path), text("editorManager.closeEditor(%1)").arg(path) }));
+    QCOMPARE(fixture.host.view.lastFallback, QVariant(QString()));
     QCOMPARE(fixture.shownAxes(), QStringList{ text("lift") });
 }
 

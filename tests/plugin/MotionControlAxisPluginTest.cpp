@@ -9,6 +9,17 @@
 
 #include <QtTest>
 
+// How often the sub-model was told to bring its numbers in order. The linker leads the plug-in's calls of
+// AxisModel::updateDeviceAxisInfo to the wrapper, since without axes the call leaves no trace.
+static int numberUpdates = 0;
+
+extern "C" void __real__ZN9AxisModel20updateDeviceAxisInfoEv(AxisModel* model);
+extern "C" Q_DECL_EXPORT void __wrap__ZN9AxisModel20updateDeviceAxisInfoEv(AxisModel* model)
+{
+    ++numberUpdates;
+    __real__ZN9AxisModel20updateDeviceAxisInfoEv(model);
+}
+
 namespace {
 
 const QString model = QStringLiteral("NV3T_70Q12");
@@ -117,9 +128,11 @@ void MotionControlAxisPluginTest::projectWithoutAxesShowsTheUnitNodeAlone()
 {
     TestProject project(model);
     Started started(project);
+    numberUpdates = 0;
     started.open(project.nodePath());
     QCOMPARE(started.host.view.childNodes(project.nodePath()), QStringList{ project.unitPath() });
     QVERIFY(started.host.view.childNodes(project.unitPath()).isEmpty());
+    QCOMPARE(numberUpdates, 1);
 }
 
 void MotionControlAxisPluginTest::onlySomeLevelsCarryAxes_data()
@@ -432,10 +445,18 @@ void MotionControlAxisPluginTest::themeSwitchEndsSilentlyWithout()
 void MotionControlAxisPluginTest::themeSwitchWithoutProjectChangesNothing()
 {
     PluginFixture fixture;
+    fixture.project.addAxis(QStringLiteral("feed"));
+    fixture.project.save();
     fixture.host.cookies.setValue(QStringLiteral("Werkbay/Qss"), QStringLiteral("dark.qss"));
     fixture.project.close();
     fixture.plugin->onApplyOption(QString());
     QCOMPARE(fixture.host.calls.count(QStringLiteral("view.setNodeProperty")), 0);
+
+    fixture.project.reopen();
+    fixture.plugin->onCommandExecuted(
+        QStringLiteral("PROJECT_MODEL_STACK_INSERT"), QStringLiteral("AxisModel"), QStringLiteral("1"), QString());
+    QVERIFY2(showsImage(fixture.host.view.node(fixture.project.axisPath(1))->icon, QStringLiteral("default")),
+        "the switch has not reached the icons of nodes to come");
 }
 
 QTEST_MAIN(MotionControlAxisPluginTest)

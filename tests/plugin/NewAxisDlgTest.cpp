@@ -6,10 +6,12 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <QtTest>
 
 #include <memory>
@@ -37,6 +39,24 @@ const char* const source = "TYPE\n"
                            "PROGRAM Main\nVAR\n    on : BOOL;\nEND_VAR\nEND_PROGRAM\n"
                            "TASK Fast(INTERVAL := T#1ms, PRIORITY := 1);\n";
 
+/// What stands in a layout: the widgets' classes, "row" for a layout, "stretch" for what takes the room left over.
+QStringList contentsOf(const QLayout* layout)
+{
+    QStringList contents;
+    for (int index = 0; layout && index < layout->count(); ++index) {
+        QLayoutItem* item = layout->itemAt(index);
+        if (item->widget())
+            contents.append(text(item->widget()->metaObject()->className()));
+        else if (item->layout())
+            contents.append(text("row"));
+        else if (item->expandingDirections() != Qt::Orientations())
+            contents.append(text("stretch"));
+        else
+            contents.append(text("gap"));
+    }
+    return contents;
+}
+
 /// A dialog on a project with one of each that a name can clash with.
 class Dialog {
 public:
@@ -61,6 +81,8 @@ class NewAxisDlgTest : public QObject {
 
 private slots:
     void formIsAsAgreed();
+    void rowsAreSetApartByStretches();
+    void takesParentAndFlags();
     void slotsStandInTheirOrder();
     void firstFreeNumberIsProposed_data();
     void firstFreeNumberIsProposed();
@@ -94,6 +116,33 @@ void NewAxisDlgTest::formIsAsAgreed()
     QVERIFY(dialog.edit()->geometry().bottom() < dialog.ok()->geometry().top());
     QVERIFY(dialog.ok()->geometry().right() < cancel->geometry().left());
     QVERIFY2(dialog.ok()->geometry().left() > dialog.edit()->geometry().left(), "the buttons stand on the right");
+}
+
+void NewAxisDlgTest::rowsAreSetApartByStretches()
+{
+    const Dialog dialog;
+    const auto* rows = qobject_cast<QVBoxLayout*>(dialog.widget->layout());
+    QVERIFY(rows);
+    QCOMPARE(contentsOf(rows), (QStringList{ text("stretch"), text("row"), text("stretch"), text("row") }));
+    QCOMPARE(contentsOf(rows->itemAt(1)->layout()), (QStringList{ text("QLabel"), text("QLineEdit") }));
+    QCOMPARE(contentsOf(rows->itemAt(3)->layout()),
+        (QStringList{ text("stretch"), text("QPushButton"), text("QPushButton") }));
+    const auto distance = [&dialog] { return dialog.ok()->geometry().top() - dialog.edit()->geometry().bottom(); };
+    const int before = distance();
+    dialog.widget->resize(340, 320);
+    QTRY_VERIFY2(distance() > before + 50, "the room of a taller dialog goes between the rows, too");
+}
+
+void NewAxisDlgTest::takesParentAndFlags()
+{
+    const TestProject project(text("NV3T_70Q12"));
+    QWidget window;
+    const NewAxisDlg plain(project.name());
+    QCOMPARE(plain.windowFlags() & Qt::WindowType_Mask, Qt::Dialog);
+    auto* tool = new NewAxisDlg(project.name(), &window, Qt::Tool | Qt::WindowStaysOnTopHint);
+    QCOMPARE(tool->parent(), &window);
+    QCOMPARE(tool->windowFlags() & Qt::WindowType_Mask, Qt::Tool);
+    QVERIFY(tool->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
 }
 
 void NewAxisDlgTest::slotsStandInTheirOrder()

@@ -1,6 +1,7 @@
 #include "host/projectmodel/AxisModel.h"
 #include "host/projectmodel/AxisTable.h"
 #include "sdk/IEditor.h"
+#include "sdk/IEditorManager.h"
 #include "sdk/ServiceLocator.h"
 #include "tests/plugin/DialogInput.h"
 #include "tests/plugin/PluginFixture.h"
@@ -47,6 +48,8 @@ class NewAxisTest : public QObject {
 private slots:
     void axisIsInModelTreeEditorAndStack();
     void stepsFollowInOrder();
+    void recordIsStoredBetweenActivationAndUndoEntry();
+    void dialogHasNoParent();
     void nodeGoesUnderTheNodeOfTheMenu();
     void selectionThatMovesOnDoesNotMislead();
     void undoAndRedoMoveModelAndTreeTogether();
@@ -101,6 +104,37 @@ void NewAxisTest::stepsFollowInOrder()
         (QStringList{ text("model.added(1)"), text("view.addNode(Line.ConfigAndSetup.Axis, AxisView1, 0)"),
             text("view.nodeRow(%1)").arg(path), text("editorManager.openEditor(%1, AxisView)").arg(path),
             text("editorManager.activateEditor(%1)").arg(path), text("viewHelper.pushCommand()") }));
+}
+
+void NewAxisTest::recordIsStoredBetweenActivationAndUndoEntry()
+{
+    PluginFixture fixture;
+    const auto record = [&fixture] { return fixture.project.axisModel()->axisTable(1); };
+    // The editor stores the record itself at its opening, so there has to be something new to store afterwards.
+    connect(&fixture.host.editorManager, &IEditorManager::editorCreated, &fixture.host,
+        [&record] { record()->setProperty(text("HomeAcc"), text("777")); });
+    QStringList states;
+    fixture.host.calls.heard = [&](const QString& entry) {
+        const QString operation = entry.section(QLatin1Char('('), 0, 0);
+        if (operation == text("editorManager.activateEditor") || operation == text("viewHelper.pushCommand"))
+            states.append(operation + (record()->modified ? text(" unsaved") : text(" saved")));
+    };
+    addAxis(fixture, text("lift"));
+    QCOMPARE(
+        states, (QStringList{ text("editorManager.activateEditor unsaved"), text("viewHelper.pushCommand saved") }));
+}
+
+void NewAxisTest::dialogHasNoParent()
+{
+    PluginFixture fixture;
+    QWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    bool hasParent = true;
+    ModalDialogDriver dialogs([&hasParent](QDialog* dialog) { hasParent = dialog->parent() != nullptr; });
+    fixture.call("addNewAxis");
+    QCOMPARE(dialogs.count, 1);
+    QVERIFY(!hasParent);
 }
 
 void NewAxisTest::nodeGoesUnderTheNodeOfTheMenu()

@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMetaMethod>
+#include <QTextCodec>
 #include <QtTest>
 
 /// The plug-in object from its making to its end, as the host sees it.
@@ -18,6 +19,7 @@ class PluginRegistrationTest : public QObject {
 private slots:
     void takesItsNameAndThePackageText();
     void packageTextTellsWhatTheHostNeeds();
+    void packageTextIsReadAsUtf8InEveryLocale();
     void answersToItsClassAndToTheInterface();
     void slotsStandInTheirOrder();
     void initializeRegistersInOrder();
@@ -65,6 +67,15 @@ void PluginRegistrationTest::packageTextTellsWhatTheHostNeeds()
         { QStringLiteral("forceLoad"), true },
     };
     QCOMPARE(QJsonDocument::fromJson(MotionControlAxisPlugin().packageText.toUtf8()).object(), expected);
+}
+
+void PluginRegistrationTest::packageTextIsReadAsUtf8InEveryLocale()
+{
+    QTextCodec* before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const QString packageText = MotionControlAxisPlugin().packageText;
+    QTextCodec::setCodecForLocale(before);
+    QVERIFY(packageText.contains(QStringLiteral("\u8fd0\u52a8\u63a7\u5236\u8f74")));
 }
 
 void PluginRegistrationTest::answersToItsClassAndToTheInterface()

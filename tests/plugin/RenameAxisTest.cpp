@@ -36,12 +36,14 @@ private slots:
     void recordAndNodeGetTheName();
     void recordIsStoredBeforeTheDialog();
     void dialogStartsWithThePresentName();
+    void dialogHasNoParent();
     void openEditorIsClosed();
     void stepsFollowInOrder();
     void undoAndRedoRenameBothAndCloseTheEditor();
     void undoGoesBackToTheNameFromBeforeTheDialog();
     void selectionThatMovesOnDoesNotMislead();
     void cancelledDialogEndsTheFlow();
+    void emptyNameEndsTheFlow();
     void refusedNameIsTold();
     void renameEndsSilentlyWithout_data();
     void renameEndsSilentlyWithout();
@@ -81,6 +83,20 @@ void RenameAxisTest::dialogStartsWithThePresentName()
     ModalDialogDriver dialogs([&](QDialog* dialog) { shown = dialog->findChild<QLineEdit*>()->text(); });
     fixture.send(fixture.pathOf(axis), Solution::NodeRename);
     QCOMPARE(shown, text("feed"));
+}
+
+void RenameAxisTest::dialogHasNoParent()
+{
+    PluginFixture fixture;
+    const AxisTable* axis = fixture.addAxis(text("feed"));
+    QWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    bool hasParent = true;
+    ModalDialogDriver dialogs([&hasParent](QDialog* dialog) { hasParent = dialog->parent() != nullptr; });
+    fixture.send(fixture.pathOf(axis), Solution::NodeRename);
+    QCOMPARE(dialogs.count, 1);
+    QVERIFY(!hasParent);
 }
 
 void RenameAxisTest::openEditorIsClosed()
@@ -169,6 +185,24 @@ void RenameAxisTest::cancelledDialogEndsTheFlow()
     QVERIFY(!fixture.host.viewHelper.stack.canUndo());
 }
 
+void RenameAxisTest::emptyNameEndsTheFlow()
+{
+    PluginFixture fixture;
+    const AxisTable* axis = fixture.addAxis(text("feed"));
+    fixture.host.editorManager.openEditor(fixture.pathOf(axis), text("AxisView"));
+    MessageBoxWatcher boxes;
+    ModalDialogDriver dialogs([](QDialog* dialog) {
+        DialogInput::type(dialog, QString());
+        dialog->accept();
+    });
+    fixture.send(fixture.pathOf(axis), Solution::NodeRename);
+    QCOMPARE(dialogs.count, 1);
+    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(fixture.axisNames(), QStringList{ text("feed") });
+    QCOMPARE(fixture.host.editorManager.openFiles().size(), 1);
+    QVERIFY(!fixture.host.viewHelper.stack.canUndo());
+}
+
 void RenameAxisTest::refusedNameIsTold()
 {
     PluginFixture fixture;
@@ -222,6 +256,7 @@ void RenameAxisTest::nodeWithoutRecordEndsTheFlow()
     fixture.send(fixture.project.unitPath(), Solution::NodeSelected);
     fixture.call("renameAxis");
     QCOMPARE(dialogs.count, 0);
+    QCOMPARE(fixture.host.view.lastFallback, QVariant(-1));
 }
 
 void RenameAxisTest::withoutEditorManagerThereIsNoUndoEntry()
