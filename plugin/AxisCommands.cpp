@@ -90,7 +90,7 @@ void AxisCommands::addNew()
         return;
     Solution::View* view = treeView(application);
     NewAxisDlg dialog(m_state.projectName);
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted || !m_state.owner)
         return;
     const QString name = dialog.axisName();
     if (!name.isEmpty())
@@ -127,7 +127,7 @@ void AxisCommands::showNew(AxisTable& axis, AxisModel& model, IApplication* appl
 
 void AxisCommands::deleteCurrent()
 {
-    if (!confirmed(MotionControlAxisPlugin::tr("Do you want to delete the axis ?")))
+    if (!confirmed(MotionControlAxisPlugin::tr("Do you want to delete the axis ?")) || !m_state.owner)
         return;
     IApplication* application = Solution::application();
     Solution::View* view = treeView(application);
@@ -150,7 +150,7 @@ void AxisCommands::deleteCurrent()
 
 void AxisCommands::deleteAll()
 {
-    if (!confirmed(MotionControlAxisPlugin::tr("Do you want to delete all axis ?")))
+    if (!confirmed(MotionControlAxisPlugin::tr("Do you want to delete all axis ?")) || !m_state.owner)
         return;
     IApplication* application = Solution::application();
     Solution::View* view = treeView(application);
@@ -178,7 +178,7 @@ void AxisCommands::renameCurrent()
     const QString oldName = record->name();
     dlgNodeReName dialog(m_state.projectName, AxisViewKey, nullptr);
     dialog.setCurrentName(oldName, QString());
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted || !m_state.owner)
         return;
     const QString newName = dialog.getRenameName();
     if (!newName.isEmpty())

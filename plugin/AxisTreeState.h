@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QObject>
+#include <QPointer>
+
 class IApplication;
 class QString;
 
@@ -16,4 +19,7 @@ struct AxisTreeState {
     const bool& defaultTheme;
     /// The host as the plug-in object got to know it; null before that.
     IApplication* const& application;
+    /// The plug-in object itself. Null once it is gone, as when the host shuts down under an open dialog; nothing else
+    /// of this structure may be touched then.
+    QPointer<const QObject> owner;
 };

@@ -255,5 +255,5 @@ void MotionControlAxisPlugin::renameAxis()
 
 AxisTreeState MotionControlAxisPlugin::treeState() const
 {
-    return { projectName, unitNodePath, currentNodePath, defaultTheme, application };
+    return { projectName, unitNodePath, currentNodePath, defaultTheme, application, this };
 }
