@@ -1,0 +1,87 @@
+#include "editor/MotionControlAxisFactory.h"
+#include "host/projectmodel/AxisTable.h"
+#include "tests/support/EditorOpening.h"
+#include "tests/support/TestHost.h"
+#include "tests/support/TestProject.h"
+
+#include <QtTest>
+
+#include <malloc.h>
+
+// Both are there when the product is built with the address sanitizer.
+extern "C" {
+__attribute__((weak)) size_t __sanitizer_get_current_allocated_bytes();
+__attribute__((weak)) int __lsan_do_recoverable_leak_check();
+}
+
+namespace {
+
+/// Bytes that are allocated and not freed. Unlike the size of the process this does not depend on what an allocator
+/// keeps back.
+qint64 liveBytes()
+{
+    if (__sanitizer_get_current_allocated_bytes)
+        return qint64(__sanitizer_get_current_allocated_bytes());
+    const struct mallinfo2 info = mallinfo2();
+    return qint64(info.uordblks + info.hblkhd);
+}
+
+constexpr int warmUp = 40;
+constexpr int openings = 100;
+/// A thousand openings may take a mebibyte.
+constexpr qint64 allowed = qint64(1024) * 1024 * openings / 1000;
+
+} // namespace
+
+/// What opening and closing an axis's editor leaves behind in memory.
+class EditorMemoryTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void openingsLeaveNothingBehind_data();
+    void openingsLeaveNothingBehind();
+};
+
+void EditorMemoryTest::openingsLeaveNothingBehind_data()
+{
+    QTest::addColumn<QString>("type");
+    for (const char* type : { "Axis_Pulse", "Axis_Encoder", "Axis_Virtual", "Axis_EtherCAT" })
+        QTest::newRow(type) << QString::fromLatin1(type);
+}
+
+void EditorMemoryTest::openingsLeaveNothingBehind()
+{
+    QFETCH(QString, type);
+    MotionControlAxisFactory factory;
+    TestHost host;
+    TestProject project(QStringLiteral("NV3T_70Q12E"));
+    const QString path = project.axisPath(project.addAxis(QStringLiteral("Feed"), type)->id());
+    QTabWidget tabs;
+    tabs.addTab(new QWidget, QStringLiteral("start"));
+    tabs.resize(1100, 750);
+    tabs.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tabs));
+    const auto open = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            openAndCloseEditor(tabs, factory, path);
+            host.calls.clear();
+        }
+    };
+    open(warmUp);
+    const qint64 before = liveBytes();
+    open(openings);
+    const qint64 growth = liveBytes() - before;
+    QVERIFY2(growth < allowed, qPrintable(QStringLiteral("%1 bytes in %2 openings").arg(growth).arg(openings)));
+    if (__lsan_do_recoverable_leak_check)
+        QCOMPARE(__lsan_do_recoverable_leak_check(), 0);
+}
+
+int main(int argc, char** argv)
+{
+    Q_INIT_RESOURCE(axis_resources);
+    QApplication application(argc, argv);
+    EditorMemoryTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "EditorMemoryTest.moc"
