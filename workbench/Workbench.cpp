@@ -169,6 +169,7 @@ void Workbench::addCurvePanel()
     QDockWidget* dock = m_window.toolWindows().panel(name);
     connect(panel, &QWidget::windowTitleChanged, dock, &QDockWidget::setWindowTitle);
     connect(panel, &CurvePanel::reported, &m_log, &LogManager::report);
+    m_window.toolWindows().showToolWindow(QStringLiteral("output"));
     if (auto* menu = m_window.findChild<QMenu*>(QStringLiteral("viewMenu")))
         menu->addAction(dock->toggleViewAction());
     m_monitor.readFrom(&m_online.session().connection());

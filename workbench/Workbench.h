@@ -7,7 +7,7 @@
 #include "workbench/Configuration.h"
 #include "workbench/ConnectionState.h"
 #include "workbench/ControllerCatalog.h"
-#include "workbench/Diagnosis.h"
+#include "workbench/DiagnosisTable.h"
 #include "workbench/EditorManager.h"
 #include "workbench/FindFlows.h"
 #include "workbench/Language.h"
@@ -112,7 +112,7 @@ private:
     EditorManager m_editors;
     SourceEditorFactory m_sourceFactory;
     Workspace m_workspace;
-    Diagnosis m_diagnosis;
+    DiagnosisTable m_diagnosis;
     MainWindow m_window;
     RefusalBubble* m_bubble;
     Session m_session;

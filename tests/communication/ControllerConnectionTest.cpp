@@ -6,11 +6,10 @@
 #include "host/communication/StopLine.h"
 #include "protocol/DiagnosisCodes.h"
 #include "tests/communication/ControllerHost.h"
+#include "tests/communication/QuietRelay.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QtTest>
 
 #include <atomic>
@@ -386,25 +385,9 @@ void ControllerConnectionTest::aReplacedControllerIsRefused()
 void ControllerConnectionTest::aSilentNetworkIsNoticedWithinTwoSeconds()
 {
     ControllerHost host;
-    // A relay that can fall silent without closing anything.
-    QTcpServer relay;
-    QVERIFY(relay.listen(QHostAddress::LocalHost));
-    bool silent = false;
-    connect(&relay, &QTcpServer::newConnection, this, [&] {
-        QTcpSocket* client = relay.nextPendingConnection();
-        auto* server = new QTcpSocket(client);
-        server->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(host.server->port()));
-        connect(client, &QTcpSocket::readyRead, server, [&silent, client, server] {
-            if (!silent)
-                server->write(client->readAll());
-        });
-        connect(server, &QTcpSocket::readyRead, client, [&silent, client, server] {
-            if (!silent)
-                client->write(server->readAll());
-        });
-    });
+    QuietRelay relay(host.server->port());
     ControllerAddress address = host.address();
-    address.port = relay.serverPort();
+    address.port = relay.port();
     host.addAxes(1);
     ControllerConnection connection;
     QVERIFY(connectTo(connection, address));
@@ -423,7 +406,7 @@ void ControllerConnectionTest::aSilentNetworkIsNoticedWithinTwoSeconds()
     QSignalSpy lost(&connection, &ControllerConnection::lost);
     QElapsedTimer timer;
     timer.start();
-    silent = true;
+    relay.silent = true;
     QTRY_VERIFY_WITH_TIMEOUT(lost.count() == 1 && host.peek(0).setVelocity == 0, 4000);
     QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(lost.count(), 1);

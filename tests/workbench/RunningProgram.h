@@ -23,8 +23,8 @@ public:
     {
         Theme::prepare();
         Settings(settingsFile()).setValue(Solution::ConfigKey::language(), QStringLiteral("en_US"));
-        workbench = std::make_unique<Workbench>(
-            WorkbenchPaths{ pluginDirectory, QStringLiteral(KESTRUN_CONTROLLER_DIR), settingsFile() });
+        workbench = std::make_unique<Workbench>(WorkbenchPaths{ pluginDirectory, QStringLiteral(KESTRUN_CONTROLLER_DIR),
+            settingsFile(), QStringLiteral(KESTRUN_BUILD_DIR "/bin/kestrun-controller") });
         workbench->start();
         workbench->window().activateWindow();
         if (!QTest::qWaitForWindowActive(&workbench->window()))

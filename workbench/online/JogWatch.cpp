@@ -60,7 +60,7 @@ JogWatch::~JogWatch() = default;
 
 void JogWatch::onStarted(const AxisRequest& request)
 {
-    if (!isJog(request))
+    if (!isJog(request) || !m_linked)
         return;
     if (request.value == 0) {
         const auto found = m_jogs.find({ request.axisNo, request.code });
@@ -130,6 +130,13 @@ void JogWatch::onApplicationState(Qt::ApplicationState state)
         watch();
 }
 
+void JogWatch::setLinked(bool linked)
+{
+    m_linked = linked;
+    if (!linked)
+        forget();
+}
+
 void JogWatch::forget()
 {
     m_jogs.clear();
@@ -138,7 +145,7 @@ void JogWatch::forget()
 
 void JogWatch::shutDown()
 {
-    forget();
+    setLinked(false);
     m_lane.shutdown();
 }
 

@@ -23,8 +23,8 @@ public:
     /// A command is going out, or has been answered.
     void onStarted(const AxisRequest& request);
     void onAnswered(const AxisRequest& request, const AxisReply& reply);
-    /// The link is gone: the controller stops what this client has moved.
-    void forget();
+    /// While there is no link, whatever was on is forgotten: the controller stops what this client has moved.
+    void setLinked(bool linked);
     /// Ends what is under way and takes no more.
     void shutDown();
 
@@ -57,11 +57,13 @@ private:
     void letGoAll();
     void end(Jog& jog);
     void onApplicationState(Qt::ApplicationState state);
+    void forget();
     void updateTimer();
 
     QMap<Key, Jog> m_jogs;
     QTimer m_timer;
     /// The program was in front and is not any more.
     bool m_deactivated = false;
+    bool m_linked = false;
     BackgroundTransactionService m_lane;
 };

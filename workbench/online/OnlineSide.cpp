@@ -115,8 +115,7 @@ void OnlineSide::showState()
     m_host.actions.action(QStringLiteral("online.disconnect"))->setEnabled(wanted);
     m_host.actions.action(QStringLiteral("online.takeOver"))
         ->setEnabled(m_session.state() == OnlineSession::Online && !m_session.wantsDirectLogin());
-    if (!m_session.isLoggedIn())
-        m_jogs.forget();
+    m_jogs.setLinked(m_session.isLoggedIn());
 }
 
 void OnlineSide::askAndConnect()

@@ -756,7 +756,7 @@
     </message>
 </context>
 <context>
-    <name>Diagnosis</name>
+    <name>DiagnosisTable</name>
     <message>
         <source>%1 (16#%2)</source>
         <translation>%1 (16#%2)</translation>

@@ -1,4 +1,4 @@
-#include "workbench/Diagnosis.h"
+#include "workbench/DiagnosisTable.h"
 
 #include "host/projectmodel/ControllerDescription.h"
 #include "sdk/IConfiguration.h"
@@ -6,12 +6,12 @@
 
 #include <QLocale>
 
-Diagnosis::Diagnosis(const IConfiguration& settings, Controller controller, QObject* parent)
+DiagnosisTable::DiagnosisTable(const IConfiguration& settings, Controller controller, QObject* parent)
     : DeviceDiagnosiInfo(parent), m_settings(settings), m_controller(std::move(controller))
 {
 }
 
-Diagnosis::~Diagnosis() = default;
+DiagnosisTable::~DiagnosisTable() = default;
 
 namespace {
 
@@ -22,7 +22,7 @@ QString inLanguage(const QMap<QString, QString>& texts, const QString& language)
 
 } // namespace
 
-ErrorInfo Diagnosis::errorInfo(int errorClass, unsigned short code)
+ErrorInfo DiagnosisTable::errorInfo(int errorClass, unsigned short code)
 {
     const ControllerDescription* controller = m_controller();
     const QHash<quint16, DiagnosisEntry> table
@@ -35,7 +35,7 @@ ErrorInfo Diagnosis::errorInfo(int errorClass, unsigned short code)
         inLanguage(found->remedy, language) };
 }
 
-ErrorInfo Diagnosis::unknown(unsigned short code, const ControllerDescription* controller) const
+ErrorInfo DiagnosisTable::unknown(unsigned short code, const ControllerDescription* controller) const
 {
     const QString number = tr("%1 (16#%2)").arg(code).arg(code, 4, 16, QLatin1Char('0'));
     const QString text = controller

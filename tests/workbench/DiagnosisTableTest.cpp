@@ -1,4 +1,4 @@
-#include "workbench/Diagnosis.h"
+#include "workbench/DiagnosisTable.h"
 #include "host/projectmodel/ControllerDescription.h"
 #include "sdk/ServiceKeys.h"
 #include "workbench/ControllerCatalog.h"
@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-class DiagnosisTest : public QObject {
+class DiagnosisTableTest : public QObject {
     Q_OBJECT
 
 private slots:
@@ -22,14 +22,14 @@ private slots:
     void anEmptyFolderIsNamed();
 };
 
-void DiagnosisTest::everyCodeOfTheTableHasItsTexts_data()
+void DiagnosisTableTest::everyCodeOfTheTableHasItsTexts_data()
 {
     QTest::addColumn<QString>("language");
     QTest::newRow("in English") << QStringLiteral("en_US");
     QTest::newRow("in Chinese") << QStringLiteral("zh_CN");
 }
 
-void DiagnosisTest::everyCodeOfTheTableHasItsTexts()
+void DiagnosisTableTest::everyCodeOfTheTableHasItsTexts()
 {
     QFETCH(QString, language);
     const ControllerCatalog catalog(QStringLiteral(KESTRUN_CONTROLLER_DIR));
@@ -37,7 +37,7 @@ void DiagnosisTest::everyCodeOfTheTableHasItsTexts()
     QVERIFY(controller);
     Cookies settings;
     settings.setValue(Solution::ConfigKey::language(), language);
-    Diagnosis diagnosis(settings, [controller] { return controller; });
+    DiagnosisTable diagnosis(settings, [controller] { return controller; });
     const QHash<quint16, DiagnosisEntry> table = controller->diagnosis(11);
     QVERIFY(!table.isEmpty());
     for (auto entry = table.begin(); entry != table.end(); ++entry) {
@@ -48,45 +48,45 @@ void DiagnosisTest::everyCodeOfTheTableHasItsTexts()
     }
 }
 
-void DiagnosisTest::anUnknownCodeIsNamedWithTheController()
+void DiagnosisTableTest::anUnknownCodeIsNamedWithTheController()
 {
     const ControllerCatalog catalog(QStringLiteral(KESTRUN_CONTROLLER_DIR));
     const ControllerDescription* controller = catalog.find(QStringLiteral("NV3T_70Q12E"));
     Cookies settings;
-    Diagnosis diagnosis(settings, [controller] { return controller; });
+    DiagnosisTable diagnosis(settings, [controller] { return controller; });
     const QString text = diagnosis.errorInfo(11, 65535).text;
     QVERIFY2(text.contains(QStringLiteral("65535")) && text.contains(QStringLiteral("16#ffff")), qPrintable(text));
     QVERIFY(text.contains(QStringLiteral("NV3T_70Q12E")));
 }
 
-void DiagnosisTest::anUnknownClassIsNamedToo()
+void DiagnosisTableTest::anUnknownClassIsNamedToo()
 {
     const ControllerCatalog catalog(QStringLiteral(KESTRUN_CONTROLLER_DIR));
     const ControllerDescription* controller = catalog.find(QStringLiteral("NV3T_70Q12E"));
     Cookies settings;
-    Diagnosis diagnosis(settings, [controller] { return controller; });
+    DiagnosisTable diagnosis(settings, [controller] { return controller; });
     QVERIFY(diagnosis.errorInfo(9999, 1).text.contains(QLatin1Char('1')));
 }
 
-void DiagnosisTest::withoutAProjectTheCodeIsNamed()
+void DiagnosisTableTest::withoutAProjectTheCodeIsNamed()
 {
     Cookies settings;
-    Diagnosis diagnosis(settings, [] { return nullptr; });
+    DiagnosisTable diagnosis(settings, [] { return nullptr; });
     QVERIFY(diagnosis.errorInfo(11, 4711).text.contains(QStringLiteral("4711")));
 }
 
-void DiagnosisTest::anotherLanguageFallsBackToEnglish()
+void DiagnosisTableTest::anotherLanguageFallsBackToEnglish()
 {
     const ControllerCatalog catalog(QStringLiteral(KESTRUN_CONTROLLER_DIR));
     const ControllerDescription* controller = catalog.find(QStringLiteral("NV3T_70Q12E"));
     Cookies settings;
     settings.setValue(Solution::ConfigKey::language(), QStringLiteral("de_DE"));
-    Diagnosis diagnosis(settings, [controller] { return controller; });
+    DiagnosisTable diagnosis(settings, [controller] { return controller; });
     const QHash<quint16, DiagnosisEntry> table = controller->diagnosis(11);
     QCOMPARE(diagnosis.errorInfo(11, table.begin().key()).text, table.begin()->text.value(QStringLiteral("en_US")));
 }
 
-void DiagnosisTest::aBadDescriptionIsLeftOutAndNamed()
+void DiagnosisTableTest::aBadDescriptionIsLeftOutAndNamed()
 {
     const QTemporaryDir folder;
     QVERIFY(QFile::copy(
@@ -101,12 +101,12 @@ void DiagnosisTest::aBadDescriptionIsLeftOutAndNamed()
     QVERIFY(catalog.problems().first().contains(QStringLiteral("bad.json")));
 }
 
-void DiagnosisTest::anEmptyFolderIsNamed()
+void DiagnosisTableTest::anEmptyFolderIsNamed()
 {
     const QTemporaryDir folder;
     const ControllerCatalog catalog(folder.path());
     QVERIFY(catalog.problems().first().contains(folder.path()));
 }
 
-QTEST_MAIN(DiagnosisTest)
-#include "DiagnosisTest.moc"
+QTEST_MAIN(DiagnosisTableTest)
+#include "DiagnosisTableTest.moc"

@@ -9,15 +9,15 @@ class IConfiguration;
 
 /// Texts of error codes from the description of the current project's controller, in the user's language; published
 /// as "werkbay.DiagnosisInfo".
-class Diagnosis : public DeviceDiagnosiInfo {
+class DiagnosisTable : public DeviceDiagnosiInfo {
     Q_OBJECT
 
 public:
     /// Gives the controller of the current project, or null.
     using Controller = std::function<const ControllerDescription*()>;
 
-    Diagnosis(const IConfiguration& settings, Controller controller, QObject* parent = nullptr);
-    ~Diagnosis() override;
+    DiagnosisTable(const IConfiguration& settings, Controller controller, QObject* parent = nullptr);
+    ~DiagnosisTable() override;
 
     /// A code that the table lacks gives a text that names the code and the controller.
     ErrorInfo errorInfo(int errorClass, unsigned short code) override;

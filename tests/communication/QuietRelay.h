@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+/// Passes bytes on to a port of this machine and back, and can fall silent without closing anything: a link that is
+/// half open. Lives on the thread of its maker, whose events it needs.
+class QuietRelay : public QObject {
+public:
+    explicit QuietRelay(int port)
+    {
+        if (!m_server.listen(QHostAddress::LocalHost))
+            qFatal("the relay cannot listen");
+        connect(&m_server, &QTcpServer::newConnection, this, [this, port] {
+            QTcpSocket* client = m_server.nextPendingConnection();
+            auto* server = new QTcpSocket(client);
+            server->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+            pass(client, server);
+            pass(server, client);
+        });
+    }
+
+    quint16 port() const { return m_server.serverPort(); }
+
+    bool silent = false;
+
+private:
+    void pass(QTcpSocket* from, QTcpSocket* to)
+    {
+        connect(from, &QTcpSocket::readyRead, to, [this, from, to] {
+            if (!silent)
+                to->write(from->readAll());
+        });
+    }
+
+    QTcpServer m_server;
+};

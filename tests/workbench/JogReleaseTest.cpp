@@ -1,0 +1,365 @@
+#include "host/communication/RpcCmdSend.h"
+#include "protocol/DiagnosisCodes.h"
+#include "sdk/AxisDebugParams.h"
+#include "tests/communication/QuietRelay.h"
+#include "tests/support/MessageBoxWatcher.h"
+#include "tests/workbench/OnlineProgram.h"
+
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSignalSpy>
+
+namespace {
+
+const char* const forwards = "posJogPushButton";
+const char* const backwards = "negJogPushButton";
+/// The usual end goes out at once, the watch's after its grace; then the axis has to brake from a slow jog.
+constexpr int soon = 1500;
+
+} // namespace
+
+// A jog whose release never comes ends: the whole program, from the press on the button to the axis.
+class JogReleaseTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void aHeldButtonMovesTheAxisUntilItsRelease_data();
+    void aHeldButtonMovesTheAxisUntilItsRelease();
+    void aReleaseThatTheButtonNeverGetsEnds_data();
+    void aReleaseThatTheButtonNeverGetsEnds();
+    void whatIsNoHoldMovesNothing_data();
+    void whatIsNoHoldMovesNothing();
+    void aDoublePressMovesWithItsSecondPressOnly();
+    void aDeactivatedProgramEndsItWhileTheButtonIsHeld();
+    void theEndOfTheSessionEndsItWhileTheButtonIsHeld_data();
+    void theEndOfTheSessionEndsItWhileTheButtonIsHeld();
+    void aHalfOpenLinkEndsItWithinTwoSeconds();
+    void aLateReplyToTheStartDoesNotHoldUpTheEnd();
+    void aLostReplyToTheStartDoesNotHoldUpTheEnd();
+    void aLostReplyToTheEndIsMadeUpFor();
+    void aSecondClientChangesNothing();
+    void theWordOfTheWatchStandsInTheOutput();
+
+private:
+    /// Holds the button until the axis moves.
+    bool jog(const char* button = forwards);
+    QStringList endsOf(const char* name) const;
+
+    std::unique_ptr<OnlineProgram> m_program;
+    std::unique_ptr<MessageBoxWatcher> m_boxes;
+};
+
+void JogReleaseTest::init()
+{
+    m_program = std::make_unique<OnlineProgram>();
+    m_boxes = std::make_unique<MessageBoxWatcher>();
+}
+
+void JogReleaseTest::cleanup()
+{
+    // No button stays down for the next test.
+    QTest::mouseRelease(m_program->window(), Qt::LeftButton, {}, QPoint(2, 2));
+    m_program.reset();
+    m_boxes.reset();
+}
+
+bool JogReleaseTest::jog(const char* button)
+{
+    m_program->press(button);
+    return m_program->moves();
+}
+
+QStringList JogReleaseTest::endsOf(const char* name) const
+{
+    const CommandLog& log = m_program->workbench->online().commands();
+    QStringList ends;
+    for (int row = 0; row < log.rowCount(); ++row) {
+        const QString command = log.index(row, CommandLog::CommandColumn).data().toString();
+        const QString arguments = log.index(row, CommandLog::ArgumentsColumn).data().toString();
+        if (command == QLatin1String(name))
+            ends.append(arguments.section(QLatin1Char(','), 0, 0));
+    }
+    return ends;
+}
+
+void JogReleaseTest::aHeldButtonMovesTheAxisUntilItsRelease_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<int>("direction");
+    QTest::newRow("forwards") << QByteArray(forwards) << 1;
+    QTest::newRow("backwards") << QByteArray(backwards) << -1;
+}
+
+void JogReleaseTest::aHeldButtonMovesTheAxisUntilItsRelease()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(int, direction);
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog(button));
+    const double before = m_program->host.peek(0).actualPosition;
+    QTRY_VERIFY(direction * (m_program->host.peek(0).actualPosition - before) > 1);
+    QVERIFY(m_program->isMoving());
+    m_program->release(button);
+    QVERIFY(m_program->stands(soon));
+    QTRY_COMPARE(m_program->workbench->online().jogs().count(), 0);
+    // The page has ended it by itself; the watch has added nothing.
+    QCOMPARE(endsOf(direction > 0 ? "Jog forwards" : "Jog backwards"),
+        QStringList({ QStringLiteral("start"), QStringLiteral("end") }));
+}
+
+void JogReleaseTest::aReleaseThatTheButtonNeverGetsEnds_data()
+{
+    QTest::addColumn<int>("obstacle");
+    QTest::newRow("a popup over the held button") << 0;
+    QTest::newRow("the button disabled") << 1;
+    QTest::newRow("the tab changed") << 2;
+    QTest::newRow("another window of the program") << 3;
+    QTest::newRow("a modal box") << 4;
+    QTest::newRow("the editor closed") << 5;
+    QTest::newRow("the axis deleted meanwhile") << 6;
+}
+
+void JogReleaseTest::aReleaseThatTheButtonNeverGetsEnds()
+{
+    QFETCH(int, obstacle);
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    const QPoint place = m_program->placeOf(forwards);
+    const QPoint global = m_program->workbench->window().mapToGlobal(place);
+    QMenu menu;
+    menu.addAction(QStringLiteral("entry"));
+    QWidget other;
+    m_boxes.reset();
+    QMessageBox box(QMessageBox::Information, QStringLiteral("box"), QStringLiteral("box"), QMessageBox::Ok);
+    QWindow* getsRelease = m_program->window();
+    switch (obstacle) {
+    case 0:
+        menu.popup(global);
+        getsRelease = menu.windowHandle();
+        break;
+    case 1:
+        m_program->find(forwards)->setEnabled(false);
+        break;
+    case 2:
+        m_program->view->findChild<QTabBar*>()->setCurrentIndex(0);
+        break;
+    case 3:
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        getsRelease = other.windowHandle();
+        break;
+    case 4:
+        box.open();
+        getsRelease = box.windowHandle();
+        break;
+    case 5:
+        m_program->workbench->editors().closeEditor(m_program->workbench->editors().currentEditor());
+        break;
+    default:
+        QVERIFY(m_program->project()->axisModel()->removeAxisTable(m_program->axis(QStringLiteral("Alpha"))));
+        break;
+    }
+    QVERIFY2(m_program->isMoving(), "the jog was to be ended by the release");
+    QTest::mouseRelease(getsRelease, Qt::LeftButton, {}, getsRelease->mapFromGlobal(global));
+    QVERIFY(m_program->stands(soon));
+    QTRY_COMPARE(m_program->workbench->online().jogs().count(), 0);
+    QCOMPARE(endsOf("Jog forwards"), QStringList({ QStringLiteral("start"), QStringLiteral("end") }));
+    menu.close();
+}
+
+void JogReleaseTest::whatIsNoHoldMovesNothing_data()
+{
+    QTest::addColumn<int>("action");
+    QTest::newRow("a tap") << 0;
+    QTest::newRow("the right button") << 1;
+    QTest::newRow("the space bar") << 2;
+}
+
+void JogReleaseTest::whatIsNoHoldMovesNothing()
+{
+    QFETCH(int, action);
+    QVERIFY(m_program->makeReady());
+    const double before = m_program->host.peek(0).setPosition;
+    QElapsedTimer timer;
+    switch (action) {
+    case 0:
+        m_program->click(forwards);
+        QTRY_COMPARE(endsOf("Jog forwards"), QStringList{ QStringLiteral("end") });
+        break;
+    case 1:
+        m_program->press(forwards, Qt::RightButton);
+        break;
+    default:
+        m_program->find(forwards)->setFocus();
+        QTest::keyPress(m_program->window(), Qt::Key_Space);
+        break;
+    }
+    timer.start();
+    QVERIFY(!QTest::qWaitFor([&] { return m_program->isMoving(); }, 500));
+    if (action == 1)
+        m_program->release(forwards, Qt::RightButton);
+    if (action == 2)
+        QTest::keyRelease(m_program->window(), Qt::Key_Space);
+    QCOMPARE(m_program->host.peek(0).setPosition, before);
+    QVERIFY(!endsOf("Jog forwards").contains(QStringLiteral("start")));
+}
+
+void JogReleaseTest::aDoublePressMovesWithItsSecondPressOnly()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->click(forwards);
+    QVERIFY(jog());
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+    QTRY_COMPARE(
+        endsOf("Jog forwards"), QStringList({ QStringLiteral("end"), QStringLiteral("start"), QStringLiteral("end") }));
+}
+
+void JogReleaseTest::aDeactivatedProgramEndsItWhileTheButtonIsHeld()
+{
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    // What the window system tells when another program comes to the front.
+    emit qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    QVERIFY(m_program->stands(soon));
+    QVERIFY(QGuiApplication::mouseButtons() & Qt::LeftButton);
+    emit qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    m_program->release(forwards);
+    QVERIFY(jog());
+}
+
+void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld_data()
+{
+    QTest::addColumn<int>("end");
+    QTest::newRow("the project closed") << 0;
+    QTest::newRow("disconnected") << 1;
+    QTest::newRow("the link cut") << 2;
+    QTest::newRow("the controller's service restarted") << 3;
+    QTest::newRow("the workbench quit") << 4;
+}
+
+void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
+{
+    QFETCH(int, end);
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    QElapsedTimer timer;
+    timer.start();
+    const int port = m_program->host.server->port();
+    switch (end) {
+    case 0:
+        m_program->workbench->workspace().close();
+        break;
+    case 1:
+        m_program->workbench->action(QStringLiteral("online.disconnect"))->trigger();
+        break;
+    case 2:
+        m_program->host.fault("drop-link");
+        break;
+    case 3:
+        m_program->host.server->shutdown();
+        m_program->host.listen(port);
+        break;
+    default:
+        m_program->workbench->shutDown();
+        break;
+    }
+    QVERIFY(m_program->stands(3000));
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(m_program->workbench->online().jogs().count(), 0);
+    if (end == 2 || end == 3)
+        QTRY_COMPARE_WITH_TIMEOUT(m_program->session().state(), OnlineSession::Online, 5000);
+    // The button is still down, and nothing starts by itself.
+    QVERIFY(!m_program->isMoving());
+}
+
+void JogReleaseTest::aHalfOpenLinkEndsItWithinTwoSeconds()
+{
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode() && m_program->enable());
+    QVERIFY(jog());
+    relay.silent = true;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(m_program->stands(4000));
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+}
+
+void JogReleaseTest::aLateReplyToTheStartDoesNotHoldUpTheEnd()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault("late-replies 2000 JopPos");
+    QVERIFY(jog());
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+    m_program->host.fault("none");
+    QTRY_COMPARE_WITH_TIMEOUT(m_program->workbench->online().jogs().count(), 0, 10000);
+    QVERIFY(!m_program->isMoving());
+    // The page goes on.
+    QVERIFY(QTest::qWaitFor([this] { return m_program->find(forwards)->isEnabled(); }, 5000));
+    QVERIFY(jog());
+}
+
+void JogReleaseTest::aLostReplyToTheStartDoesNotHoldUpTheEnd()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault("lost-replies 1 JopPos");
+    QVERIFY(jog());
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+}
+
+void JogReleaseTest::aLostReplyToTheEndIsMadeUpFor()
+{
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    m_program->host.fault("lost-replies 1 JopPos");
+    // The watch's end, since the page's own would wait for ten seconds.
+    m_program->find(forwards)->setEnabled(false);
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+    QTRY_COMPARE_WITH_TIMEOUT(m_program->workbench->online().jogs().count(), 0, 5000);
+    QCOMPARE(
+        endsOf("Jog forwards"), QStringList({ QStringLiteral("start"), QStringLiteral("end"), QStringLiteral("end") }));
+}
+
+void JogReleaseTest::aSecondClientChangesNothing()
+{
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    // The connection of a program takes the program's requests; the second client speaks to the controller itself.
+    const SessionId stranger = 4711;
+    MotionController& controller = m_program->host.controller;
+    QCOMPARE(controller.enterDebugMode(stranger, 0, 1, 5000), Diagnosis::ownedByOther);
+    QCOMPARE(controller.endJog(stranger, 0, 1, 1000, 0), Diagnosis::ok);
+    QVERIFY(!QTest::qWaitFor([this] { return !m_program->isMoving(); }, 300));
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+}
+
+void JogReleaseTest::theWordOfTheWatchStandsInTheOutput()
+{
+    QVERIFY(m_program->makeReady());
+    QSignalSpy ended(&m_program->workbench->online().jogs(), &JogWatch::ended);
+    QVERIFY(jog());
+    m_program->find(forwards)->setEnabled(false);
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+    QCOMPARE(ended.count(), 1);
+    QCOMPARE(ended.at(0).at(0).toInt(), 0);
+    const QString lines = m_program->outputText();
+    QVERIFY2(lines.contains(QStringLiteral("The jog of axis Alpha was ended here")), qPrintable(lines));
+}
+
+QTEST_MAIN(JogReleaseTest)
+#include "JogReleaseTest.moc"
