@@ -320,7 +320,7 @@ void OnlineDebugWidget::axisDebugEnterDebugMode(qint16 result)
             result);
 }
 
-void OnlineDebugWidget::axisDebugGetAxisRef(QByteArray data)
+void OnlineDebugWidget::axisDebugGetAxisRef(const QByteArray& data)
 {
     axisRefReplied = true;
     if (data.size() != statusReplySize)

@@ -42,7 +42,7 @@ public:
 
 public slots:
     /// A status reply of 248 bytes (see protocol/AxisRefLayout.h); one of another length only counts as answered.
-    void axisDebugGetAxisRef(QByteArray data);
+    void axisDebugGetAxisRef(const QByteArray& data);
     // Results of the commands: 0, or a diagnostic code.
     void axisDebugEnterDebugMode(qint16 result);
     void axisDebugKeepAlive(qint16 result);
