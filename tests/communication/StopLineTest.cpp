@@ -2,6 +2,7 @@
 
 #include "host/communication/BackgroundTransactionService.h"
 #include "host/communication/ControllerConnection.h"
+#include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
 #include "sdk/Transaction.h"
 #include "tests/communication/RecordingController.h"
@@ -12,16 +13,22 @@
 #include <QtTest>
 
 namespace {
-/// Holds the service's thread until it is let go.
-class Hold : public Transaction {
+/// Asks something once it is let go, and tells with what result.
+class Ask : public Transaction {
+    Q_OBJECT
+
 public:
-    Hold(QSemaphore& begun, QSemaphore& goOn) : m_begun(begun), m_goOn(goOn) { }
+    Ask(QSemaphore& begun, QSemaphore& goOn) : m_begun(begun), m_goOn(goOn) { }
 
     void execute() override
     {
         m_begun.release();
         m_goOn.acquire();
+        emit done(RpcCmdSend().rpc_AxisDebug_Reset(1));
     }
+
+signals:
+    void done(qint16 result);
 
 private:
     QSemaphore& m_begun;
@@ -34,8 +41,8 @@ class StopLineTest : public QObject {
 
 private slots:
     void stopAndReleaseGoOverTheWire();
-    void stopDiscardsWhatWaitsBehindASlowCall();
-    void releaseLeavesTheQueueAlone();
+    void whatWaitsBehindASlowCallIsRefused_data();
+    void whatWaitsBehindASlowCallIsRefused();
 };
 
 void StopLineTest::stopAndReleaseGoOverTheWire()
@@ -66,41 +73,43 @@ void StopLineTest::stopAndReleaseGoOverTheWire()
     QCOMPARE(answered.at(2).at(1).value<short>(), short(4711));
 }
 
-void StopLineTest::stopDiscardsWhatWaitsBehindASlowCall()
+void StopLineTest::whatWaitsBehindASlowCallIsRefused_data()
 {
-    QSemaphore begun;
-    QSemaphore goOn;
-    ControllerConnection connection;
-    BackgroundTransactionService service;
-    StopLine line(&connection, &service);
-    const auto letGo = qScopeGuard([&goOn] { goOn.release(3); });
-    for (int i = 0; i < 3; ++i)
-        service.submitTransaction(new Hold(begun, goOn), true);
-    begun.acquire();
-    QCOMPARE(service.pending(), 3);
-    line.stop();
-    QCOMPARE(service.pending(), 1);
-    goOn.release(3);
-    QTRY_COMPARE(service.pending(), 0);
-    QCOMPARE(begun.available(), 0);
+    QTest::addColumn<bool>("stop");
+    QTest::addColumn<QVector<qint16>>("results");
+    const qint16 out = Diagnosis::notConnected;
+    const qint16 refused = Diagnosis::emergencyStop;
+    QTest::newRow("after a stop") << true << QVector<qint16>{ out, refused, refused, out };
+    QTest::newRow("not after a release") << false << QVector<qint16>{ out, out, out, out };
 }
 
-void StopLineTest::releaseLeavesTheQueueAlone()
+void StopLineTest::whatWaitsBehindASlowCallIsRefused()
 {
+    QFETCH(bool, stop);
     QSemaphore begun;
     QSemaphore goOn;
     ControllerConnection connection;
     BackgroundTransactionService service;
     StopLine line(&connection, &service);
-    const auto letGo = qScopeGuard([&goOn] { goOn.release(3); });
+    const auto letGo = qScopeGuard([&goOn] { goOn.release(4); });
+    QVector<qint16> results;
+    const auto submit = [&] {
+        auto* ask = new Ask(begun, goOn);
+        connect(ask, &Ask::done, this, [&results](qint16 result) { results.append(result); });
+        service.submitTransaction(ask, true);
+    };
     for (int i = 0; i < 3; ++i)
-        service.submitTransaction(new Hold(begun, goOn), true);
+        submit();
     begun.acquire();
-    line.release();
-    QCOMPARE(service.pending(), 3);
-    goOn.release(3);
-    QTRY_COMPARE(service.pending(), 0);
-    QCOMPARE(begun.available(), 2);
+    if (stop)
+        line.stop();
+    else
+        line.release();
+    // What comes later is the controller's to refuse.
+    submit();
+    goOn.release(4);
+    QTRY_COMPARE(results.size(), 4);
+    QTEST(results, "results");
 }
 
 QTEST_GUILESS_MAIN(StopLineTest)
