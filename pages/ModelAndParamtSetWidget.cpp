@@ -436,7 +436,6 @@ void ModelAndParamtSetWidget::setPoint(QComboBox* Form::*box)
     const AxisRecord record(m_projectName, m_axisId);
     if (!record)
         return;
-    // The map gives the first of several points of one name.
-    const int point = record.model()->getInputPointMap().key((ui.get()->*box)->currentText(), 0);
+    const int point = pointOfName(record.model()->getInputPointMap(), (ui.get()->*box)->currentText());
     record.set(modePoint(box).key, QString::number(point, 10));
 }

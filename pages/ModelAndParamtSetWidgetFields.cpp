@@ -112,6 +112,11 @@ const ModePoint& modePoint(QComboBox* Form::*box)
     return rowOf(points, &ModePoint::box, box);
 }
 
+int pointOfName(const QMap<int, QString>& points, const QString& name)
+{
+    return points.key(name, 0);
+}
+
 const ModeLogic& modeLogic(QComboBox* Form::*box)
 {
     static const QVector<ModeLogic> logics{

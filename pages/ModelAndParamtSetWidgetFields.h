@@ -2,6 +2,7 @@
 
 #include "axisdata/NumberRule.h"
 
+#include <QMap>
 #include <QString>
 #include <QVector>
 
@@ -88,6 +89,9 @@ struct ModePoint {
 
 /// The row of such a box.
 const ModePoint& modePoint(QComboBox* Ui::ModelAndParamtSetWidget::*box);
+
+/// The number of the point of that name: the lowest if there are several, 0 if there is none.
+int pointOfName(const QMap<int, QString>& points, const QString& name);
 
 /// A combo box of two logics that is not loaded from its key: "TRUE" for any entry but the first.
 struct ModeLogic {

@@ -1,6 +1,7 @@
 #include "pages/ModelAndParamtSetWidgetVisibility.h"
 #include "tests/pages/ModePage.h"
 
+#include <QJsonArray>
 #include <QMap>
 #include <QTest>
 
@@ -152,6 +153,9 @@ private slots:
     void familyByName_data();
     void familyByName();
     void changeOfDeviceShowsAtTheNextUpdate();
+    void eighthDeviceOfASmallModel();
+    void everyLoadHidesTheRowsThatNobodyUses_data();
+    void everyLoadHidesTheRowsThatNobodyUses();
 
 private:
     static void addTypesAndControllers();
@@ -386,6 +390,51 @@ void ModelAndParamtSetWidgetVisibilityTest::changeOfDeviceShowsAtTheNextUpdate()
     QVERIFY(!page.find<QWidget>("groupBox_13")->isHidden());
     page.page->updateWidget();
     QVERIFY(page.find<QWidget>("groupBox_13")->isHidden());
+}
+
+/// The limit of four fast devices belongs to the pair of twelve-axis models alone.
+void ModelAndParamtSetWidgetVisibilityTest::eighthDeviceOfASmallModel()
+{
+    const QString model = QStringLiteral("NV3T_70Q6");
+    QJsonObject description = TestProject::description(model);
+    const QJsonObject lists = description[QStringLiteral("lists")].toObject();
+    QStringList devices;
+    for (int i = 0; i < 8; ++i)
+        devices.append(QStringLiteral("Pulse output %1").arg(i));
+    description = withList(description, QStringLiteral("AxisPulseOutputDev"), devices);
+    for (const QJsonValue& mode : lists[QStringLiteral("PulseEncodeMode")].toArray())
+        for (const QString& device : devices.mid(6))
+            description = withList(
+                description, QString(device + QLatin1Char('.') + mode.toString()), { QStringLiteral("Y18, Y19") });
+    ModePage page(QStringLiteral("Axis_Pulse"), model);
+    page.project.changeController(description);
+    page.store(QStringLiteral("OutputDevice"), QStringLiteral("7"));
+    page.open();
+    for (const char* name : { "label_39", "groupBox_11", "label_36", "groupBox_13" })
+        QVERIFY2(!page.find<QWidget>(name)->isHidden(), name);
+    QCOMPARE(page.stored(QStringLiteral("OutputDevice")), QStringLiteral("7"));
+    QCOMPARE(page.entries("outputPinComboBox"), QStringList{ QStringLiteral("Y18, Y19") });
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::everyLoadHidesTheRowsThatNobodyUses_data()
+{
+    addTypesAndControllers();
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::everyLoadHidesTheRowsThatNobodyUses()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, controller);
+    ModePage page(type, controller);
+    page.open();
+    const QStringList secondProbe{ QStringLiteral("probe2checkBox"), QStringLiteral("probe2ComboBox") };
+    for (const QString& name : words(buried) + secondProbe)
+        page.find<QWidget>(name.toLatin1())->show();
+    page.page->axisTypeChanged();
+    for (const QString& name : words(buried))
+        QVERIFY2(page.find<QWidget>(name.toLatin1())->isHidden(), qPrintable(name));
+    for (const QString& name : secondProbe)
+        QCOMPARE(page.find<QWidget>(name.toLatin1())->isHidden(), !isNv3(controller));
 }
 
 QTEST_MAIN(ModelAndParamtSetWidgetVisibilityTest)
