@@ -40,6 +40,10 @@ void ModePage::open()
 {
     page.reset();
     page = std::make_unique<ModelAndParamtSetWidget>(project.name(), id, nullptr);
+    widgets.clear();
+    const QList<QWidget*> all = page->findChildren<QWidget*>();
+    for (QWidget* widget : all)
+        widgets.insert(widget->objectName(), widget);
 }
 
 void ModePage::openWindow()

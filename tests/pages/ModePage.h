@@ -7,6 +7,7 @@
 #include "host/projectmodel/AxisTable.h"
 
 #include <QComboBox>
+#include <QHash>
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QStringList>
@@ -43,7 +44,7 @@ public:
     template <typename Widget>
     Widget* find(const char* name) const
     {
-        auto* const widget = page->findChild<Widget*>(QString::fromLatin1(name));
+        auto* const widget = qobject_cast<Widget*>(widgets.value(QString::fromLatin1(name)));
         if (!widget)
             qFatal("the page has no %s", name);
         return widget;
@@ -57,6 +58,8 @@ public:
     TestProject project;
     quint32 id = 0;
     std::unique_ptr<ModelAndParamtSetWidget> page;
+    /// The controls of the page by their object names.
+    QHash<QString, QWidget*> widgets;
 };
 
 /// How often a signal of an object is connected, such as SIGNAL(currentIndexChanged(int)).

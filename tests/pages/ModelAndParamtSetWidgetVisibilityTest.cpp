@@ -1,134 +1,15 @@
 #include "pages/ModelAndParamtSetWidgetVisibility.h"
-#include "tests/pages/ModePage.h"
+#include "tests/pages/ExpectedVisibility.h"
 
 #include <QJsonArray>
-#include <QMap>
 #include <QTest>
 
 namespace {
-
-struct Row {
-    const char* controls;
-    /// One letter each for pulse, encoder, virtual, EtherCAT: s shown, h hidden, . left alone, r by a rule.
-    const char* cells;
-};
-
-const Row table[] = {
-    { "label_2 groupBox", "shhs" },
-    { "label_4 stackedWidget", "...s" },
-    { "label_13 groupBox_4", "shss" },
-    { "label_18 groupBox_5", "shss" },
-    { "label_23 groupBox_6", "shss" },
-    { "label_29 label_30", "h.h." },
-    { "lineEdit_11", "hsh." },
-    { "label_28 groupBox_7", "hhhs" },
-    { "label_16 groupBox_8", "shsh" },
-    { "label_34 groupBox_9", "hhhs" },
-    { "label_39 groupBox_11", "rshh" },
-    { "widget", "srss" },
-    { "widget_2 label_41 outputMethodComboBox label_45 inputSignalComboBox", "hs.." },
-    { "widget_3", "hr.." },
-    { "label_44 lineEdit_13 label_43", "hh.." },
-    { "checkBox_4 inputPinComboBox", "hs.." },
-    { "label_40 groupBox_12", "shhh" },
-    { "label_49 pulseMethodComboBox", "sh.." },
-    { "label_36 groupBox_13", "rrhh" },
-};
-
-/// Hidden by every load and shown by nothing.
-const char* const buried = "label_14 lineEdit_5 label_15 label_46 lineEdit_14 label_47 label_48 radioButton_5 "
-                           "radioButton_6";
 
 QStringList words(const QString& text)
 {
     return text.isEmpty() ? QStringList() : text.split(QLatin1Char(' '));
 }
-
-QStringList words(const char* text)
-{
-    return words(QString::fromLatin1(text));
-}
-
-bool isNv2(const QString& model)
-{
-    return model.startsWith(QLatin1String("NV2_"));
-}
-
-bool isNv3(const QString& model)
-{
-    return model.startsWith(QLatin1String("NV3T_"));
-}
-
-bool isTwelve(const QString& model)
-{
-    return model.startsWith(QLatin1String("NV3T_70Q12"));
-}
-
-/// What a cell of the table that goes by a rule says, written out for each group and type.
-bool byRule(const QString& control, const QString& type, const QString& model, uint device)
-{
-    const bool slow = (isNv2(model) && device > 1) || (isTwelve(model) && device > 3);
-    if (control == QLatin1String("label_39") || control == QLatin1String("groupBox_11")
-        || control == QLatin1String("widget"))
-        return !slow;
-    if (control == QLatin1String("widget_3"))
-        return !isNv2(model);
-    if (type == QLatin1String("Axis_Pulse"))
-        return isNv3(model) && !(isTwelve(model) && device > 3);
-    return !isNv2(model) && !(isTwelve(model) && device > 3);
-}
-
-/// Follows what the page ought to show through a series of axis types.
-class Expected {
-public:
-    explicit Expected(const ModePage& page)
-    {
-        const QList<QWidget*> all = page.page->findChildren<QWidget*>();
-        for (const QWidget* widget : all) {
-            const QString name = widget->objectName();
-            // The stack shows one page at a time by itself, and the scroll area has parts of its own.
-            if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")) && name != QLatin1String("page")
-                && name != QLatin1String("page_2"))
-                m_shown.insert(name, true);
-        }
-    }
-
-    void apply(const QString& type, const QString& model, uint device)
-    {
-        for (const QString& name : words(buried))
-            m_shown[name] = false;
-        m_shown[QStringLiteral("probe2checkBox")] = isNv3(model);
-        m_shown[QStringLiteral("probe2ComboBox")] = isNv3(model);
-        const int column = allAxisTypes().indexOf(type);
-        for (const Row& row : table)
-            for (const QString& name : words(row.controls))
-                applyCell(name, row.cells[column], byRule(name, type, model, device));
-    }
-
-    /// Names of the controls that stand otherwise than expected.
-    QStringList differences(const ModePage& page) const
-    {
-        QStringList wrong;
-        for (auto entry = m_shown.begin(); entry != m_shown.end(); ++entry) {
-            const auto* const widget = page.page->findChild<QWidget*>(entry.key());
-            if (!widget || widget->isHidden() == entry.value())
-                wrong.append(
-                    entry.key() + (entry.value() ? QStringLiteral(" is hidden") : QStringLiteral(" is shown")));
-        }
-        return wrong;
-    }
-
-private:
-    void applyCell(const QString& name, char cell, bool rule)
-    {
-        if (!m_shown.contains(name))
-            qFatal("no control %s", qPrintable(name));
-        if (cell != '.')
-            m_shown[name] = cell == 's' || (cell == 'r' && rule);
-    }
-
-    QMap<QString, bool> m_shown;
-};
 
 const QStringList none;
 
@@ -192,7 +73,7 @@ void ModelAndParamtSetWidgetVisibilityTest::freshPage()
     ModePage page(type, controller);
     page.open();
     page.page->show();
-    Expected expected(page);
+    ExpectedVisibility expected(page);
     expected.apply(type, controller, 0);
     QCOMPARE(expected.differences(page), none);
 }
@@ -211,7 +92,7 @@ void ModelAndParamtSetWidgetVisibilityTest::afterAChangeOfType()
         page.store(QStringLiteral("AxisType"), type);
         page.open();
         page.page->show();
-        Expected expected(page);
+        ExpectedVisibility expected(page);
         expected.apply(type, controller, 0);
         page.changeType(next);
         expected.apply(next, controller, 0);
@@ -226,7 +107,7 @@ void ModelAndParamtSetWidgetVisibilityTest::afterALongWalkThroughTheTypes()
         ModePage page(QStringLiteral("Axis_EtherCAT"), controller);
         page.open();
         page.page->show();
-        Expected expected(page);
+        ExpectedVisibility expected(page);
         expected.apply(QStringLiteral("Axis_EtherCAT"), controller, 0);
         for (const int step : { 1, 3, 0, 3, 2, 1, 2, 3, 1, 0, 2, 0, 1, 3 }) {
             const QString type = allAxisTypes().at(step);
@@ -252,7 +133,7 @@ void ModelAndParamtSetWidgetVisibilityTest::everyDevice()
         ModePage page(type, controller);
         page.open();
         page.page->show();
-        Expected expected(page);
+        ExpectedVisibility expected(page);
         const int outputs = page.list(QStringLiteral("AxisPulseOutputDev")).size();
         for (int device = 0; device < (pulse ? outputs : 20); ++device) {
             page.store(pulse ? QStringLiteral("OutputDevice") : QStringLiteral("InputDevice"), QString::number(device));
@@ -341,7 +222,7 @@ void ModelAndParamtSetWidgetVisibilityTest::unknownTypeCountsAsEtherCat()
         ModePage page(type);
         page.open();
         page.page->show();
-        Expected expected(page);
+        ExpectedVisibility expected(page);
         expected.apply(QStringLiteral("Axis_EtherCAT"), QStringLiteral("NV3T_70Q8"), 0);
         QCOMPARE(expected.differences(page), none);
     }
@@ -428,10 +309,10 @@ void ModelAndParamtSetWidgetVisibilityTest::everyLoadHidesTheRowsThatNobodyUses(
     ModePage page(type, controller);
     page.open();
     const QStringList secondProbe{ QStringLiteral("probe2checkBox"), QStringLiteral("probe2ComboBox") };
-    for (const QString& name : words(buried) + secondProbe)
+    for (const QString& name : buriedControls() + secondProbe)
         page.find<QWidget>(name.toLatin1())->show();
     page.page->axisTypeChanged();
-    for (const QString& name : words(buried))
+    for (const QString& name : buriedControls())
         QVERIFY2(page.find<QWidget>(name.toLatin1())->isHidden(), qPrintable(name));
     for (const QString& name : secondProbe)
         QCOMPARE(page.find<QWidget>(name.toLatin1())->isHidden(), !isNv3(controller));
