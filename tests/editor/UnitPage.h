@@ -18,8 +18,9 @@
 /// The unit conversion page on one axis of a temporary project, in a host that knows the theme.
 class UnitPage {
 public:
-    explicit UnitPage(const QString& axisType = QStringLiteral("Axis_Pulse"))
-        : project(QStringLiteral("NV3T_70Q8")), id(project.addAxis(QStringLiteral("Feed"), axisType)->id())
+    explicit UnitPage(
+        const QString& axisType = QStringLiteral("Axis_Pulse"), const QString& controller = QStringLiteral("NV3T_70Q8"))
+        : project(controller), id(project.addAxis(QStringLiteral("Feed"), axisType)->id())
     {
     }
 

@@ -1,10 +1,8 @@
 #include "tests/pages/ExpectedControls.h"
+#include "tests/support/MissingKeys.h"
 
 #include "axisdata/AxisConstants.h"
-#include "host/projectmodel/AxisRecordData.h"
 
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTest>
 
 namespace {
@@ -18,35 +16,6 @@ QString latin(const char* text)
 QStringList spoiledKeys()
 {
     return QStringList(AxisModeDefaults.keys()) << latin("InputDevice") << latin("OutputDevice");
-}
-
-/// Takes keys of an axis out of a closed project file, as a program that knows fewer of them would have stored it.
-void removeKeys(const QString& file, AxisRecordData record, const QStringList& keys)
-{
-    {
-        QSqlDatabase database = QSqlDatabase::addDatabase(latin("QSQLITE"), latin("removeKeys"));
-        database.setDatabaseName(file);
-        if (!database.open())
-            qFatal("the project file cannot be opened");
-        QSqlQuery query(database);
-        for (const QString& key : keys) {
-            record.properties.remove(key);
-            query.prepare(latin("DELETE FROM axis_property WHERE axis=? AND key=?"));
-            query.addBindValue(record.id);
-            query.addBindValue(key);
-            if (!query.exec())
-                qFatal("a key cannot be removed");
-        }
-        query.exec(latin("PRAGMA user_version"));
-        query.next();
-        const int version = query.value(0).toInt();
-        query.prepare(latin("UPDATE axis SET checksum=? WHERE id=?"));
-        query.addBindValue(checksumOf(record, version));
-        query.addBindValue(record.id);
-        if (!query.exec())
-            qFatal("the checksum cannot be written");
-    }
-    QSqlDatabase::removeDatabase(latin("removeKeys"));
 }
 
 /// Follows by hand what a first load writes into a record.
@@ -188,18 +157,7 @@ void ModelAndParamtSetWidgetBadRecordTest::everyKeyAbsent()
     QFETCH(QString, type);
     QFETCH(QString, controller);
     ModePage page(type, controller);
-    page.project.save();
-    AxisRecordData record;
-    record.id = page.id;
-    record.name = page.axis()->name();
-    QMap<QString, QString> all = AxisBaseDefaults;
-    for (const AxisDefaultGroup& group : { AxisUnitDefaults, AxisModeDefaults, AxisHomeDefaults })
-        all.unite(group);
-    for (auto entry = all.begin(); entry != all.end(); ++entry)
-        record.properties.insert(entry.key(), page.axis()->property(entry.key(), QString()));
-    page.project.close();
-    removeKeys(page.project.filePath(), record, spoiledKeys());
-    page.project.reopen();
+    removeAxisKeys(page.project, page.id, spoiledKeys());
     for (const QString& key : spoiledKeys())
         QCOMPARE(page.stored(key), latin("(absent)"));
     const QMap<QString, QString> before = textsOf(page);
