@@ -4,6 +4,8 @@
 #include <QProcess>
 #include <QRandomGenerator>
 
+#include <functional>
+
 namespace {
 constexpr int patienceMs = 1000;
 
@@ -18,6 +20,7 @@ QByteArray freshToken()
 struct ControllerProcess::Private {
     void readOutput();
     void finished();
+    void tellSoon(const std::function<void()>& news);
     void end();
 
     ControllerProcess* q = nullptr;
@@ -55,7 +58,10 @@ void ControllerProcess::start(const QString& program, const QStringList& argumen
         [this] { d->finished(); });
     connect(d->process.get(), &QProcess::errorOccurred, this, [this, program](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            emit failed(tr("The controller %1 cannot be started: %2").arg(program, d->process->errorString()));
+            d->tellSoon(
+                [this, text = tr("The controller %1 cannot be started: %2").arg(program, d->process->errorString())] {
+                    emit failed(text);
+                });
     });
     d->process->start(program, QStringList{ QStringLiteral("--end-with-input") } + arguments);
     d->process->write(d->address.token + '\n');
@@ -81,10 +87,22 @@ void ControllerProcess::Private::finished()
 {
     const QString said = QString::fromLocal8Bit(process->readAllStandardError()).trimmed();
     const QString reason = said.isEmpty() ? ControllerProcess::tr("The controller has ended.") : said;
-    if (ready)
-        emit q->ended(reason);
-    else
-        emit q->failed(reason);
+    tellSoon([this, reason] {
+        if (ready)
+            emit q->ended(reason);
+        else
+            emit q->failed(reason);
+    });
+}
+
+// Whoever hears of an end may start or stop the program at once, which must not happen inside a signal of the process.
+void ControllerProcess::Private::tellSoon(const std::function<void()>& news)
+{
+    const auto tell = [this, news, about = process.get()] {
+        if (process.get() == about)
+            news();
+    };
+    QMetaObject::invokeMethod(q, tell, Qt::QueuedConnection);
 }
 
 void ControllerProcess::Private::end()
