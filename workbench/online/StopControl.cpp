@@ -57,7 +57,8 @@ void StopControl::onAnswered(bool hold, short result)
     if (hold)
         m_underWay = false;
     emit answered(hold, result, m_pressed.nsecsElapsed() / 1000);
-    if (result != Diagnosis::ok) {
+    // The session tells of a hold too, so the answer may be missing and the stop done.
+    if (result != Diagnosis::ok && m_held != hold) {
         tellFailure(hold, result);
         return;
     }

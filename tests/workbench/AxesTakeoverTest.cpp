@@ -1,0 +1,220 @@
+#include "workbench/online/AxesTakeover.h"
+#include "tests/workbench/OnlineProgram.h"
+#include "workbench/MessageBar.h"
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableWidget>
+
+// What a controller holds is compared with the project before anything is commanded by number.
+class AxesTakeoverTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { m_program = std::make_unique<OnlineProgram>(); }
+    void cleanup() { m_program.reset(); }
+
+    void whatDiffersIsShown();
+    void takingOverPutsTheProjectsAxesThere();
+    void notNowKeepsTheControllersAxes_data();
+    void notNowKeepsTheControllersAxes();
+    void equalAxesAskNothing();
+    void theBuiltInControllerTakesThemWithoutAQuestion();
+    void aDirectLoginComparesNothing();
+    void aRefusalNamesAxisAndParameter();
+    void theOfferGoesWithTheConnection();
+    void theOfferCanBeMadeAgain();
+    void aControllerThatComesBackEmptyIsOfferedThemAgain();
+    void whileOnlineTheAxesStayAsTheyAre();
+
+private:
+    AxesTakeover& takeover() const { return m_program->workbench->online().takeover(); }
+    void connectAndWaitForTheOffer()
+    {
+        m_program->session().connectTo(m_program->host.address(), false);
+        QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 5000);
+    }
+    void press(const char* button)
+    {
+        auto* found = takeover().offer()->findChild<QPushButton*>(QLatin1String(button));
+        QVERIFY(found);
+        QTest::mouseClick(found, Qt::LeftButton);
+    }
+    bool isOnlineSoon() const
+    {
+        return QTest::qWaitFor([this] { return m_program->session().state() == OnlineSession::Online; }, 5000);
+    }
+    QMap<QString, AxisValues> inController() const
+    {
+        QMap<QString, AxisValues> axes;
+        for (const AxisText& axis : m_program->host.controller.axes())
+            axes.insert(QString::fromStdString(axis.name), axis.values);
+        return axes;
+    }
+
+    std::unique_ptr<OnlineProgram> m_program;
+};
+
+void AxesTakeoverTest::whatDiffersIsShown()
+{
+    m_program->connectHere();
+    m_program->session().disconnectNow();
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    m_program->project()->axisModel()->addAxisTable(QStringLiteral("Gamma"));
+    connectAndWaitForTheOffer();
+    QCOMPARE(m_program->session().state(), OnlineSession::Checking);
+    QVERIFY2(!m_program->workbench->connection().isOnline(), "nothing may be commanded before the answer");
+    auto* table = takeover().offer()->findChild<QTableWidget*>();
+    QStringList rows;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < table->columnCount(); ++column)
+            cells.append(table->item(row, column)->text());
+        rows.append(cells.join(QLatin1Char('|')));
+    }
+    const QString stored = QString::fromStdString(inController().value(QStringLiteral("Beta")).at("MaxVel"));
+    QCOMPARE(rows,
+        QStringList(
+            { QStringLiteral("Beta|MaxVel|77|") + stored, QStringLiteral("Gamma|whole axis|present|missing") }));
+    press("notNow");
+}
+
+void AxesTakeoverTest::takingOverPutsTheProjectsAxesThere()
+{
+    connectAndWaitForTheOffer();
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
+    QVERIFY(!m_program->session().isDirectLogin());
+    QCOMPARE(inController().keys(), QStringList({ QStringLiteral("Alpha"), QStringLiteral("Beta") }));
+    QVERIFY(m_program->outputText().contains(QStringLiteral("has taken the axes over")));
+    QVERIFY(!takeover().offer());
+}
+
+void AxesTakeoverTest::notNowKeepsTheControllersAxes_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("debugging");
+    QTest::newRow("another speed leaves debugging on") << QStringLiteral("MaxVel") << QStringLiteral("77") << true;
+    QTest::newRow("another number takes debugging away") << QStringLiteral("AxisNo") << QStringLiteral("9") << false;
+}
+
+void AxesTakeoverTest::notNowKeepsTheControllersAxes()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, value);
+    QFETCH(bool, debugging);
+    m_program->connectHere();
+    m_program->session().disconnectNow();
+    const QMap<QString, AxisValues> before = inController();
+    m_program->axis(QStringLiteral("Beta"))->setProperty(key, value);
+    connectAndWaitForTheOffer();
+    press("notNow");
+    QVERIFY(isOnlineSoon());
+    QCOMPARE(m_program->session().isDirectLogin(), !debugging);
+    QVERIFY(inController() == before);
+}
+
+void AxesTakeoverTest::equalAxesAskNothing()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->session().disconnectNow();
+    m_program->session().connectTo(m_program->host.address(), false);
+    QVERIFY(isOnlineSoon());
+    QVERIFY(!takeover().offer());
+    QVERIFY(!m_program->session().isDirectLogin());
+}
+
+void AxesTakeoverTest::theBuiltInControllerTakesThemWithoutAQuestion()
+{
+    QVERIFY(m_program->connectBuiltIn());
+    QVERIFY(!takeover().offer());
+    QVERIFY(!m_program->session().isDirectLogin());
+    QVERIFY(m_program->outputText().contains(QStringLiteral("has taken the axes over")));
+}
+
+void AxesTakeoverTest::aDirectLoginComparesNothing()
+{
+    m_program->session().connectTo(m_program->host.address(), true);
+    QVERIFY(isOnlineSoon());
+    QVERIFY(m_program->session().isDirectLogin());
+    QVERIFY(!takeover().offer());
+    QVERIFY(!m_program->workbench->action(QStringLiteral("online.takeOver"))->isEnabled());
+    takeover().compareNow();
+    QVERIFY(!QTest::qWaitFor([this] { return takeover().offer() != nullptr; }, 300));
+}
+
+void AxesTakeoverTest::aRefusalNamesAxisAndParameter()
+{
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("fast"));
+    connectAndWaitForTheOffer();
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
+    QVERIFY(m_program->session().isDirectLogin());
+    const QString text = m_program->workbench->window().messageBar().text();
+    QVERIFY2(text.contains(QStringLiteral("Beta")) && text.contains(QStringLiteral("MaxVel"))
+            && text.contains(m_program->session().target()),
+        qPrintable(text));
+    QVERIFY(inController().isEmpty());
+}
+
+void AxesTakeoverTest::theOfferGoesWithTheConnection()
+{
+    connectAndWaitForTheOffer();
+    m_program->host.server->shutdown();
+    QTRY_VERIFY_WITH_TIMEOUT(!takeover().offer(), 3000);
+    QCOMPARE(m_program->session().state(), OnlineSession::Lost);
+    m_program->workbench->workspace().close();
+    QCOMPARE(m_program->session().state(), OnlineSession::Offline);
+}
+
+void AxesTakeoverTest::theOfferCanBeMadeAgain()
+{
+    connectAndWaitForTheOffer();
+    press("notNow");
+    QVERIFY(isOnlineSoon());
+    QVERIFY(m_program->session().isDirectLogin());
+    m_program->workbench->action(QStringLiteral("online.takeOver"))->trigger();
+    QTRY_VERIFY(takeover().offer());
+    press("takeOver");
+    QTRY_VERIFY(!m_program->session().isDirectLogin());
+    m_program->workbench->action(QStringLiteral("online.takeOver"))->trigger();
+    QTRY_VERIFY(m_program->outputText().contains(QStringLiteral("The controller has the axes of the project.")));
+    QVERIFY(!takeover().offer());
+}
+
+void AxesTakeoverTest::aControllerThatComesBackEmptyIsOfferedThemAgain()
+{
+    QVERIFY(m_program->connectHere());
+    const int port = m_program->host.server->port();
+    m_program->host.server->shutdown();
+    QTRY_COMPARE_WITH_TIMEOUT(m_program->session().state(), OnlineSession::Lost, 3000);
+    m_program->host.controller.download({});
+    m_program->host.listen(port);
+    QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 5000);
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
+    QCOMPARE(inController().size(), 2);
+}
+
+void AxesTakeoverTest::whileOnlineTheAxesStayAsTheyAre()
+{
+    Workbench& workbench = *m_program->workbench;
+    // Something that could be undone.
+    workbench.undo().stack()->push(new QUndoCommand(QStringLiteral("step")));
+    QVERIFY(workbench.action(QStringLiteral("edit.undo"))->isEnabled());
+    QVERIFY(workbench.action(QStringLiteral("project.controller"))->isEnabled());
+    QVERIFY(m_program->connectHere());
+    QVERIFY(!workbench.action(QStringLiteral("edit.undo"))->isEnabled());
+    QVERIFY(!workbench.action(QStringLiteral("project.controller"))->isEnabled());
+    QVERIFY(!workbench.action(QStringLiteral("online.connect"))->isEnabled());
+    workbench.action(QStringLiteral("online.disconnect"))->trigger();
+    QVERIFY(workbench.action(QStringLiteral("edit.undo"))->isEnabled());
+    QVERIFY(workbench.action(QStringLiteral("project.controller"))->isEnabled());
+    QVERIFY(workbench.action(QStringLiteral("online.connect"))->isEnabled());
+    workbench.workspace().close();
+    QVERIFY(!workbench.action(QStringLiteral("online.connect"))->isEnabled());
+}
+
+QTEST_MAIN(AxesTakeoverTest)
+#include "AxesTakeoverTest.moc"
