@@ -14,7 +14,7 @@
 
 #include <optional>
 
-/// Form, session and status refresh of the online page.
+/// The session of the online page: poll, keep-alive, debug mode, monitor.
 class OnlineDebugWidgetTest : public QObject {
     Q_OBJECT
 
@@ -22,14 +22,6 @@ private slots:
     void initTestCase();
     void init() { m.emplace(); }
     void cleanup() { m.reset(); }
-
-    void slotsStandInTheirOrder();
-    void controlsHaveTheirTextsAndStates_data();
-    void controlsHaveTheirTextsAndStates();
-    void fieldsShareTheirValidators();
-    void sizesAreFixed();
-    void everyPushButtonIsStyled();
-    void comboBoxesListTheirTextsInSortOrder();
 
     void aProjectThatIsNotOpenGivesAPageWithoutTimer();
     void goingOnLineStartsThePoll_data();
@@ -45,7 +37,6 @@ private slots:
     void aVanishedAxisEndsThePoll();
     void requestsEndSilently_data();
     void requestsEndSilently();
-    void goingOffLineBlanksThePage();
     void enteringDebugModeCarriesTheTimeout_data();
     void enteringDebugModeCarriesTheTimeout();
     void theSameButtonLeavesDebugMode();
@@ -54,14 +45,6 @@ private slots:
     void aRefusedEntryIsShown_data();
     void aRefusedEntryIsShown();
     void withoutDiagnosisTheMessageIsShownAllTheSame();
-    void repliesOfAnotherLengthChangeNothing_data();
-    void repliesOfAnotherLengthChangeNothing();
-    void aReplyFillsTheFields_data();
-    void aReplyFillsTheFields();
-    void errorsAreNamedFromTheLanguageCore();
-    void whatIsEnabledFollowsTheReply_data();
-    void whatIsEnabledFollowsTheReply();
-    void theRatioInForceIsShown();
     void closingSendsNothing();
     void closingInDebugModeReleasesTheMonitor();
 
@@ -75,163 +58,6 @@ private:
 void OnlineDebugWidgetTest::initTestCase()
 {
     Q_INIT_RESOURCE(axis_resources);
-}
-
-void OnlineDebugWidgetTest::slotsStandInTheirOrder()
-{
-    const QByteArrayList expected{ "axisDebugGetAxisRef(QByteArray)", "axisDebugEnterDebugMode(short)",
-        "axisDebugKeepAlive(short)", "axisDebugSetEnable(short)", "axisDebugSetPosition(short)",
-        "axisDebugSetHomeOffset(short)", "axisDebugSetVelRatio(short)", "axisDebugSetHome(short)",
-        "axisDebugSetStop(short)", "axisDebugMoveAbs(short)", "axisDebugMoveRel(short)", "axisDebugMoveVel(short)",
-        "axisDebugJopPos(short)", "axisDebugJopNeg(short)", "axisDebugReset(short)", "onlineStatechanged(bool)",
-        "onlineQTimerSlot()" };
-    const QMetaObject& meta = OnlineDebugWidget::staticMetaObject;
-    for (int i = 0; i < expected.size(); ++i) {
-        const QMetaMethod method = meta.method(meta.methodOffset() + i);
-        QCOMPARE(method.methodSignature(), expected.at(i));
-        QCOMPARE(method.access(), i < 16 ? QMetaMethod::Public : QMetaMethod::Private);
-    }
-}
-
-void OnlineDebugWidgetTest::controlsHaveTheirTextsAndStates_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("hidden");
-    const auto row = [](const char* name, const char* text, bool hidden = false) {
-        QTest::newRow(name) << QString::fromLatin1(name) << QString::fromLatin1(text) << hidden;
-    };
-    row("label_2", "          Status:");
-    row("label_3", "          Communication:");
-    row("label_4", "        Axis Error:");
-    row("label_5", "      Servo Error:");
-    row("statueLineEdit", "");
-    row("comLineEdit", "");
-    row("axisErrorLineEdit", "");
-    row("servoErrorLineEdit", "");
-    row("enterDebugButton", "Enter debugging");
-    row("label", "Preset Position:");
-    row("presetPositionLineEdit", "0");
-    row("label_6", "Origin Offset:");
-    row("originOffsetLineEdit", "0");
-    row("label_7", "Speed Multiplier:");
-    row("speedMultiplierLineEdit", "100");
-    row("label_19", "% ");
-    row("speedMultiplierCheckBox", "");
-    row("label_8", "Positive Jog Speed:");
-    row("posJogSpeedLineEdit", "10");
-    row("label_9", "Positive Jog Acc:");
-    row("posJogAccLineEdit", "10");
-    row("label_10", "Negative Jog Speed:");
-    row("negJogSpeedLineEdit", "10");
-    row("label_11", "Negative Jog Acc:");
-    row("negJogAccLineEdit", "10");
-    row("label_12", "Motion Type:");
-    row("label_15", "Curve Type:");
-    row("label_13", "Position:");
-    row("positionLineEdit", "0");
-    row("label_14", "Velocity:");
-    row("velocityLineEdit", "10");
-    row("label_16", "Acceleration:");
-    row("accLineEdit", "10");
-    row("label_17", "Deceleration:");
-    row("decLineEdit", "10");
-    row("label_18", "jerk:", true);
-    row("jerkLineEdit", "0.000000", true);
-    row("enablePushButton", "Enable");
-    row("presetPositionPushButton", "Preset Pos");
-    row("posJogPushButton", "JOG+");
-    row("negJogPushButton", "JOG-");
-    row("motionPushButton", "Motion");
-    row("stopPushButton", "Stop");
-    row("resetPushButton", "Reset");
-    row("homePushButton", "Home");
-}
-
-void OnlineDebugWidgetTest::controlsHaveTheirTextsAndStates()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, text);
-    QFETCH(bool, hidden);
-    m->makePage();
-    const auto* control = m->page->findChild<QWidget*>(name);
-    QVERIFY(control);
-    QCOMPARE(control->property("text").toString(), text);
-    QCOMPARE(control->isHidden(), hidden);
-    const bool monitorField
-        = QStringList({ QStringLiteral("statueLineEdit"), QStringLiteral("comLineEdit"),
-                          QStringLiteral("axisErrorLineEdit"), QStringLiteral("servoErrorLineEdit") })
-              .contains(name);
-    if (monitorField) {
-        QVERIFY(!control->isEnabled());
-        QVERIFY(control->property("readOnly").toBool());
-    }
-    QCOMPARE(m->page->windowTitle(), QString());
-    QVERIFY(!m->control<QTabWidget>("basicTabWidget")->isEnabled());
-    QCOMPARE(m->control<QTabWidget>("basicTabWidget")->tabText(0), QStringLiteral("Basic"));
-    QCOMPARE(m->control<QTabWidget>("basicTabWidget")->widget(0)->objectName(), QStringLiteral("tab"));
-}
-
-void OnlineDebugWidgetTest::fieldsShareTheirValidators()
-{
-    m->makePage();
-    const char* reals[] = { "presetPositionLineEdit", "originOffsetLineEdit", "posJogSpeedLineEdit",
-        "posJogAccLineEdit", "negJogSpeedLineEdit", "negJogAccLineEdit", "positionLineEdit", "velocityLineEdit",
-        "accLineEdit", "decLineEdit", "jerkLineEdit" };
-    const QValidator* shared = m->field(reals[0])->validator();
-    const auto* real = qobject_cast<const DoubleValidator*>(shared);
-    QVERIFY(real);
-    QCOMPARE(real->decimals(), 6);
-    QCOMPARE(real->notation(), QDoubleValidator::StandardNotation);
-    QCOMPARE(real->parent(), m->page.get());
-    for (const char* name : reals)
-        QCOMPARE(m->field(name)->validator(), shared);
-    const auto* integer = qobject_cast<const RegExpValidator*>(m->field("speedMultiplierLineEdit")->validator());
-    QVERIFY(integer);
-    QCOMPARE(integer->regExp().pattern(), QStringLiteral("-?[0-9]*"));
-    QCOMPARE(integer->regExp().caseSensitivity(), Qt::CaseSensitive);
-}
-
-void OnlineDebugWidgetTest::sizesAreFixed()
-{
-    m->makePage();
-    const auto isFixed = [this](const char* name, const QSize& size) {
-        const auto* control = m->control(name);
-        return control->minimumSize() == size && control->maximumSize() == size;
-    };
-    QVERIFY(isFixed("varTableView", QSize(300, 200)));
-    QVERIFY(isFixed("runStatusView", QSize(875, 50)));
-    QVERIFY(isFixed("enterDebugButton", QSize(120, 30)));
-    for (const char* name : { "enablePushButton", "presetPositionPushButton", "posJogPushButton", "negJogPushButton",
-             "motionPushButton", "stopPushButton", "resetPushButton", "homePushButton" })
-        QVERIFY2(isFixed(name, QSize(100, 40)), name);
-}
-
-void OnlineDebugWidgetTest::everyPushButtonIsStyled()
-{
-    m->makePage();
-    const QList<QPushButton*> buttons = m->page->findChildren<QPushButton*>();
-    QCOMPARE(buttons.size(), 9);
-    for (const QPushButton* button : buttons)
-        QCOMPARE(button->property("styleType").toString(), QStringLiteral("defaultButton"));
-}
-
-void OnlineDebugWidgetTest::comboBoxesListTheirTextsInSortOrder()
-{
-    m->makePage();
-    const auto texts = [this](const char* name) {
-        QStringList all;
-        const auto* box = m->control<QComboBox>(name);
-        for (int i = 0; i < box->count(); ++i)
-            all << box->itemText(i);
-        return all;
-    };
-    QCOMPARE(texts("motionTypeComboBox"),
-        QStringList({ QStringLiteral("Absolute positioning"), QStringLiteral("Continuous motion"),
-            QStringLiteral("Relative positioning") }));
-    QCOMPARE(m->control<QComboBox>("motionTypeComboBox")->currentText(), QStringLiteral("Absolute positioning"));
-    QCOMPARE(texts("curveTypeComboBox"), QStringList({ QStringLiteral("S_type"), QStringLiteral("trapezoid") }));
-    QCOMPARE(m->control<QComboBox>("curveTypeComboBox")->currentText(), QStringLiteral("trapezoid"));
 }
 
 void OnlineDebugWidgetTest::aProjectThatIsNotOpenGivesAPageWithoutTimer()
@@ -428,31 +254,6 @@ void OnlineDebugWidgetTest::requestsEndSilently()
     QCOMPARE(m->boxes.count(), 0);
 }
 
-void OnlineDebugWidgetTest::goingOffLineBlanksThePage()
-{
-    m->makePage();
-    m->show();
-    m->page->onlineStatechanged(true);
-    AxisRef status = OnlinePageFixture::status(4, true);
-    status.axisError = 9;
-    status.homeSwitch = 1;
-    m->receive(status);
-    m->page->onlineStatechanged(false);
-    QVERIFY(!timer()->isActive());
-    for (const char* name : { "statueLineEdit", "comLineEdit", "axisErrorLineEdit", "servoErrorLineEdit" })
-        QCOMPARE(m->field(name)->text(), QString());
-    QCOMPARE(m->field("axisErrorLineEdit")->styleSheet(), QString());
-    QVERIFY(!m->control("basicTabWidget")->isEnabled());
-    QVERIFY(!m->control("stopPushButton")->isEnabledTo(m->control("tab")));
-    QCOMPARE(m->control("enterDebugButton")->styleSheet(), QString());
-    QCOMPARE(m->control("enablePushButton")->styleSheet(), QString());
-    const QAbstractItemModel& states = *m->control<QTableView>("runStatusView")->model();
-    QCOMPARE(states.index(0, 4).data().toString(), QString());
-    QVERIFY(!states.index(0, 4).data(Qt::DecorationRole).value<QIcon>().isNull());
-    QVERIFY(m->debug.requests.isEmpty());
-    QCOMPARE(m->boxes.count(), 0);
-}
-
 void OnlineDebugWidgetTest::enteringDebugModeCarriesTheTimeout_data()
 {
     QTest::addColumn<QVariant>("setting");
@@ -540,155 +341,6 @@ void OnlineDebugWidgetTest::withoutDiagnosisTheMessageIsShownAllTheSame()
     m->makePage();
     m->page->axisDebugEnterDebugMode(-1);
     QCOMPARE(m->boxes.texts(), QStringList({ QStringLiteral("Failed to enter Debug menu!,") }));
-}
-
-void OnlineDebugWidgetTest::repliesOfAnotherLengthChangeNothing_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::newRow("nothing") << 0;
-    QTest::newRow("one byte short") << 247;
-    QTest::newRow("one byte long") << 249;
-    QTest::newRow("a million bytes") << 1000000;
-}
-
-void OnlineDebugWidgetTest::repliesOfAnotherLengthChangeNothing()
-{
-    QFETCH(int, size);
-    m->makePage();
-    m->show();
-    m->page->onlineStatechanged(true);
-    timer()->stop();
-    tick();
-    m->receive(OnlinePageFixture::status(3, true));
-    tick();
-    const QImage before = m->page->grab().toImage();
-    m->page->axisDebugGetAxisRef(QByteArray(size, '\1'));
-    QCOMPARE(m->page->grab().toImage(), before);
-    tick();
-    QCOMPARE(m->debug.requests.size(), 3);
-}
-
-void OnlineDebugWidgetTest::aReplyFillsTheFields_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::addColumn<int>("communication");
-    QTest::addColumn<int>("servoError");
-    QTest::addColumn<QString>("communicationText");
-    QTest::addColumn<QString>("servoText");
-    QTest::addColumn<bool>("moving");
-    QTest::newRow("disabled") << 0 << 0 << 0 << "OFF"
-                              << "No error" << false;
-    QTest::newRow("in error") << 1 << 1 << 5 << "ON"
-                              << "Error" << false;
-    QTest::newRow("stopping") << 2 << 255 << -1 << "ON"
-                              << "Error" << true;
-    QTest::newRow("standing still") << 3 << 1 << 0 << "ON"
-                                    << "No error" << false;
-    QTest::newRow("moving") << 4 << 1 << 0 << "ON"
-                            << "No error" << true;
-    QTest::newRow("homing") << 7 << 1 << 0 << "ON"
-                            << "No error" << true;
-    QTest::newRow("a state without a text") << 900 << 1 << 0 << "ON"
-                                            << "No error" << true;
-}
-
-void OnlineDebugWidgetTest::aReplyFillsTheFields()
-{
-    QFETCH(int, state);
-    QFETCH(int, communication);
-    QFETCH(int, servoError);
-    QFETCH(QString, communicationText);
-    QFETCH(QString, servoText);
-    QFETCH(bool, moving);
-    m->makePage();
-    AxisRef status = OnlinePageFixture::status(static_cast<quint16>(state));
-    status.communication = static_cast<quint8>(communication);
-    status.servoError = static_cast<qint16>(servoError);
-    status.actualPosition = 1.239;
-    m->receive(status);
-    QCOMPARE(m->field("statueLineEdit")->text(),
-        m->project.axisModel()->getAxisStateMap().value(static_cast<AxisModel::AxisState>(state)));
-    QCOMPARE(m->field("statueLineEdit")->text().isEmpty(), state == 900);
-    QCOMPARE(m->field("comLineEdit")->text(), communicationText);
-    QCOMPARE(m->field("servoErrorLineEdit")->text(), servoText);
-    QCOMPARE(m->field("servoErrorLineEdit")->styleSheet(), QString());
-    QCOMPARE(m->control<QTableView>("varTableView")->model()->index(0, 2).data().toString(), QStringLiteral("1.23"));
-    QCOMPARE(m->control<QTableView>("runStatusView")->model()->index(0, 1).data().toString(),
-        moving ? QStringLiteral("ON") : QStringLiteral("OFF"));
-}
-
-void OnlineDebugWidgetTest::errorsAreNamedFromTheLanguageCore()
-{
-    m->makePage();
-    AxisRef status = OnlinePageFixture::status(1);
-    status.axisError = 1;
-    m->receive(status);
-    QVERIFY(!m->field("axisErrorLineEdit")->text().isEmpty());
-    QVERIFY(m->field("axisErrorLineEdit")->text() != QStringLiteral("1"));
-    QCOMPARE(m->field("axisErrorLineEdit")->styleSheet(), QStringLiteral("border: 1px solid rgb(255,75,75)"));
-    status.axisError = 60000;
-    m->receive(status);
-    QCOMPARE(m->field("axisErrorLineEdit")->text(), QStringLiteral("60000"));
-    QCOMPARE(m->field("axisErrorLineEdit")->styleSheet(), QStringLiteral("border: 1px solid rgb(255,75,75)"));
-    status.axisError = 0;
-    m->receive(status);
-    QCOMPARE(m->field("axisErrorLineEdit")->styleSheet(), QString());
-}
-
-void OnlineDebugWidgetTest::whatIsEnabledFollowsTheReply_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::addColumn<bool>("debugMode");
-    QTest::addColumn<bool>("tab");
-    QTest::addColumn<bool>("commands");
-    QTest::newRow("on line only") << 3 << false << false << false;
-    QTest::newRow("debug mode, disabled") << 0 << true << true << false;
-    QTest::newRow("debug mode, in error") << 1 << true << true << false;
-    QTest::newRow("debug mode, stopping") << 2 << true << true << true;
-    QTest::newRow("debug mode, standing still") << 3 << true << true << true;
-    QTest::newRow("an unsigned comparison") << 0xffff << true << true << true;
-}
-
-void OnlineDebugWidgetTest::whatIsEnabledFollowsTheReply()
-{
-    QFETCH(int, state);
-    QFETCH(bool, debugMode);
-    QFETCH(bool, tab);
-    QFETCH(bool, commands);
-    m->makePage();
-    m->receive(OnlinePageFixture::status(static_cast<quint16>(state), debugMode));
-    QCOMPARE(m->control("basicTabWidget")->isEnabled(), tab);
-    const QString blue = QStringLiteral("background-color: rgb(90,149,253)");
-    QCOMPARE(m->control("enterDebugButton")->styleSheet(), tab ? blue : QString());
-    QCOMPARE(m->control("enablePushButton")->styleSheet(), commands ? blue : QString());
-    for (const char* name :
-        { "posJogPushButton", "negJogPushButton", "motionPushButton", "stopPushButton", "homePushButton" })
-        QCOMPARE(m->control(name)->isEnabled(), commands);
-    for (const char* name : { "enablePushButton", "presetPositionPushButton", "resetPushButton" })
-        QCOMPARE(m->control(name)->isEnabled(), tab);
-    QCOMPARE(m->control<QPushButton>("enterDebugButton")->text(), QStringLiteral("Enter debugging"));
-}
-
-void OnlineDebugWidgetTest::theRatioInForceIsShown()
-{
-    m->makePage();
-    AxisRef status = OnlinePageFixture::status(3, true);
-    status.speedRatio = 0.557;
-    m->receive(status);
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("100"));
-    {
-        const QSignalBlocker blocker(m->control("speedMultiplierCheckBox"));
-        m->control<QCheckBox>("speedMultiplierCheckBox")->setChecked(true);
-    }
-    m->receive(status);
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("100"));
-    m->field("speedMultiplierLineEdit")->setEnabled(false);
-    m->receive(status);
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("55"));
-    status.debugMode = 0;
-    status.speedRatio = 0.2;
-    m->receive(status);
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("55"));
 }
 
 void OnlineDebugWidgetTest::closingSendsNothing()
