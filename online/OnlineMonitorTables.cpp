@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QIcon>
+#include <QPixmap>
 #include <QStandardItemModel>
 #include <QTableView>
 
@@ -49,6 +50,24 @@ qint64 hundredths(double value)
         return std::numeric_limits<qint64>::min();
     return static_cast<qint64>(scaled);
 }
+
+/// An image that is read once a refresh, at its first use. An icon of the file itself would be read and decoded again
+/// for every lamp and every drawing.
+class Lamp {
+public:
+    explicit Lamp(QString file) : m_file(std::move(file)) { }
+
+    QIcon icon()
+    {
+        if (m_image.isNull())
+            m_image = QPixmap(m_file);
+        return QIcon(m_image);
+    }
+
+private:
+    QString m_file;
+    QPixmap m_image;
+};
 
 } // namespace
 
@@ -108,11 +127,11 @@ void fillVariables(QStandardItemModel& model, const AxisRef& status)
 void fillStatus(QStandardItemModel& model, const AxisRef& status, bool moving)
 {
     // An active limit shows the lamp named "off": it is the alarming one of the two.
-    const QString good = QStringLiteral(":/images/status_on.png");
-    const QString bad = QStringLiteral(":/images/status_off.png");
+    Lamp good(QStringLiteral(":/images/status_on.png"));
+    Lamp bad(QStringLiteral(":/images/status_off.png"));
     struct Signal {
         bool on;
-        QString lamp;
+        Lamp& lamp;
     };
     const std::array<Signal, signalCount> states{ {
         { moving, good },
@@ -126,7 +145,7 @@ void fillStatus(QStandardItemModel& model, const AxisRef& status, bool moving)
         setCell(model, 0, 1 + i, states[static_cast<size_t>(i)].on ? QStringLiteral("ON") : QStringLiteral("OFF"));
     for (int i = 0; i < signalCount; ++i) {
         const Signal& state = states[static_cast<size_t>(i)];
-        setCell(model, 0, 1 + i, state.on ? QIcon(state.lamp) : QIcon(), Qt::DecorationRole);
+        setCell(model, 0, 1 + i, state.on ? state.lamp.icon() : QIcon(), Qt::DecorationRole);
     }
 }
 
