@@ -12,9 +12,6 @@ using namespace TourTools;
 
 namespace {
 
-/// Places of the pages among the tabs of an axis that hides none.
-enum Page { BasicPage, UnitPage, ModePage, HomingPage, OnlinePage };
-
 /// An axis of the sample, and what the mode page must show of it and what not.
 struct Kind {
     const char* axis;
@@ -55,14 +52,6 @@ void takePage(TourDriver& driver, const QString& name)
     for (int part = 2; driver.scrollOn(area); ++part)
         driver.picture(QStringLiteral("%1-%2").arg(name).arg(part));
     driver.scrollBack(area);
-}
-
-void goToPage(TourDriver& driver, int page)
-{
-    QTabBar* tabs = driver.pageTabs();
-    driver.clickTab(tabs, page);
-    driver.see(tabs && tabs->currentIndex() == page,
-        QStringLiteral("the page \"%1\" comes to the front").arg(tabs ? tabs->tabText(page) : QString()));
 }
 
 void seeUnits(TourDriver& driver, const Kind& kind)

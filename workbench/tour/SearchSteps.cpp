@@ -30,26 +30,6 @@ QDockWidget* panel(TourDriver& driver, const char* name)
     return dock;
 }
 
-/// Place of the border above the panels, which stand behind one another under their tabs.
-QPoint borderOf(const QWidget* window)
-{
-    const QList<QTabBar*> bars = window->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QTabBar* bar : bars) {
-        if (bar->isVisible())
-            return { bar->x() + window->width() / 2, bar->y() - 1 };
-    }
-    return {};
-}
-
-/// Pulls the border above the panels up (negative) or down.
-void pullPanels(TourDriver& driver, int pixels)
-{
-    const QPoint border = borderOf(driver.window());
-    driver.drag(border, border + QPoint(0, pixels));
-    driver.see(qAbs(borderOf(driver.window()).y() - border.y() - pixels) < 4,
-        QStringLiteral("the border above the panels can be pulled"), true);
-}
-
 bool seeFocus(TourDriver& driver, const char* field)
 {
     return driver.seeSoon(

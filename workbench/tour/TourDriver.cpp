@@ -24,7 +24,7 @@
 
 namespace {
 
-constexpr int patienceInMs = 5000;
+constexpr int patienceInMs = 10000;
 constexpr int watchPeriodInMs = 20;
 /// A window that nobody announced may be one that is just closing; after so many looks it is not.
 constexpr int unexpectedLooks = 100;
@@ -159,19 +159,50 @@ void TourDriver::store(const QString& name)
 
 void TourDriver::click(QWidget* widget)
 {
-    if (widget)
-        click(widget, widget->rect().center());
+    bringIntoSight(widget);
+    click(widget, widget ? widget->rect().center() : QPoint());
+}
+
+void TourDriver::bringIntoSight(QWidget* widget)
+{
+    QScrollArea* area = page();
+    if (!widget || !area || !area->widget() || !area->widget()->isAncestorOf(widget))
+        return;
+    const auto inSight
+        = [&] { return area->viewport()->rect().contains(widget->mapTo(area->viewport(), widget->rect().center())); };
+    if (!inSight())
+        scrollBack(area);
+    while (!m_failed && !inSight() && scrollOn(area)) { }
+}
+
+bool TourDriver::canClick(QWidget* widget)
+{
+    return see(widget && widget->isVisible() && widget->isEnabled(),
+        QStringLiteral("%1 can be clicked").arg(widget ? widget->objectName() : QString()), true);
 }
 
 void TourDriver::click(QWidget* widget, const QPoint& place, Qt::MouseButton button)
 {
-    if (m_failed
-        || !see(widget && widget->isVisible() && widget->isEnabled(),
-            QStringLiteral("%1 can be clicked").arg(widget ? widget->objectName() : QString()), true))
+    if (m_failed || !canClick(widget))
         return;
     keyReceiver();
     QTest::mouseClick(windowOf(widget), button, Qt::NoModifier, inWindow(widget, place));
     settle();
+}
+
+void TourDriver::press(QWidget* widget)
+{
+    bringIntoSight(widget);
+    if (m_failed || !canClick(widget))
+        return;
+    QTest::mousePress(windowOf(widget), Qt::LeftButton, Qt::NoModifier, inWindow(widget, widget->rect().center()));
+}
+
+void TourDriver::release(QWidget* widget)
+{
+    if (widget)
+        QTest::mouseRelease(
+            windowOf(widget), Qt::LeftButton, Qt::NoModifier, inWindow(widget, widget->rect().center()));
 }
 
 void TourDriver::doubleClick(QWidget* widget, const QPoint& place)
@@ -432,6 +463,14 @@ QTabBar* TourDriver::pageTabs()
     auto* bar = editor() ? editor()->findChild<QTabBar*>() : nullptr;
     see(bar != nullptr, QStringLiteral("the editor shows its pages as tabs"), true);
     return bar;
+}
+
+QTabBar* TourDriver::panelTabs()
+{
+    const QList<QTabBar*> bars = window()->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto shown = std::find_if(bars.begin(), bars.end(), [](const QTabBar* bar) { return bar->isVisible(); });
+    see(shown != bars.end(), QStringLiteral("the panels have tabs"), true);
+    return shown == bars.end() ? nullptr : *shown;
 }
 
 QString TourDriver::currentTitle() const

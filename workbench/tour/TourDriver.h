@@ -40,7 +40,7 @@ public:
     bool see(bool holds, const QString& what);
     /// The same, but only a failure is noted.
     bool see(bool holds, const QString& what, bool onlyFailures);
-    /// Waits for a fact, five seconds at most.
+    /// Waits for a fact, ten seconds at most.
     bool seeSoon(const std::function<bool()>& holds, const QString& what);
     bool failed() const { return m_failed; }
     QStringList takeNotes();
@@ -51,9 +51,13 @@ public:
     void pictureOfFailure();
 
     // What is done.
+    /// Clicks the middle of a widget, scrolled into sight if its page is higher than the window.
     void click(QWidget* widget);
     void click(QWidget* widget, const QPoint& place, Qt::MouseButton button = Qt::LeftButton);
     void doubleClick(QWidget* widget, const QPoint& place);
+    /// Presses the left button on a widget and holds it, until release().
+    void press(QWidget* widget);
+    void release(QWidget* widget);
     /// Clicks an entry of a list, a tree or a table, scrolled into sight.
     void clickItem(QAbstractItemView* view, const QModelIndex& index);
     void doubleClickItem(QAbstractItemView* view, const QModelIndex& index);
@@ -104,6 +108,8 @@ public:
     /// The tabs of the current editor's pages.
     QTabBar* pageTabs();
     QString currentTitle() const;
+    /// The tabs of the panels at the bottom, which stand behind one another.
+    QTabBar* panelTabs();
 
 private:
     struct Announced {
@@ -116,6 +122,8 @@ private:
     void handle(QWidget* widget);
     QModelIndex nodeIndex(const QStringList& texts);
     QWidget* keyReceiver() const;
+    void bringIntoSight(QWidget* widget);
+    bool canClick(QWidget* widget);
     void store(const QString& name);
 
     std::unique_ptr<WorkbenchPaths> m_paths;

@@ -35,6 +35,20 @@ void findAndJump(TourDriver& driver);
 void findReferences(TourDriver& driver);
 void compare(TourDriver& driver);
 
+// On line, with the built-in controller.
+void prepareToTryOut(TourDriver& driver);
+void connectToTheController(TourDriver& driver);
+void enterDebugMode(TourDriver& driver);
+void jog(TourDriver& driver);
+void moveAbsolute(TourDriver& driver);
+void home(TourDriver& driver);
+/// By the page's button, and by STOP.
+void stopAMotion(TourDriver& driver);
+void failAndReset(TourDriver& driver);
+void lookAtTheCommandLog(TourDriver& driver);
+void lookAtTheCurvesInTheDark(TourDriver& driver);
+void disconnectFromTheController(TourDriver& driver);
+
 // Themes and languages.
 void goDark(TourDriver& driver);
 void goDarkAndChinese(TourDriver& driver);

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabBar>
 
 namespace {
 
@@ -37,6 +38,13 @@ QStringList textsOf(QModelIndex index)
     for (; index.isValid(); index = index.parent())
         texts.prepend(index.data().toString());
     return texts;
+}
+
+/// Place of the border above the panels.
+QPoint borderOf(TourDriver& driver)
+{
+    const QTabBar* bar = driver.panelTabs();
+    return bar ? QPoint(bar->x() + bar->width() / 2, bar->y() - 1) : QPoint();
 }
 
 } // namespace
@@ -118,6 +126,22 @@ void setAppearance(TourDriver& driver, Look look, Tongue tongue)
     driver.see(driver.workbench().action(QStringLiteral("file.save"))->text().contains(word),
         QStringLiteral("the menus speak %1")
             .arg(tongue == Tongue::English ? QStringLiteral("English") : QStringLiteral("Chinese")));
+}
+
+void goToPage(TourDriver& driver, int page)
+{
+    QTabBar* tabs = driver.pageTabs();
+    driver.clickTab(tabs, page);
+    driver.see(tabs && tabs->currentIndex() == page,
+        QStringLiteral("the page \"%1\" comes to the front").arg(tabs ? tabs->tabText(page) : QString()));
+}
+
+void pullPanels(TourDriver& driver, int pixels)
+{
+    const QPoint border = borderOf(driver);
+    driver.drag(border, border + QPoint(0, pixels));
+    driver.see(qAbs(borderOf(driver).y() - border.y() - pixels) < 4,
+        QStringLiteral("the border above the panels can be pulled"), true);
 }
 
 QString appearanceName(TourDriver& driver)

@@ -10,6 +10,9 @@ class TourDriver;
 /// What the steps of the tour have in common. The names are those of the sample project.
 namespace TourTools {
 
+/// Places of the pages among the tabs of an axis that hides none.
+enum Page { BasicPage, UnitPage, ModePage, HomingPage, OnlinePage };
+
 enum class Look { Light, Dark };
 enum class Tongue { English, Chinese };
 
@@ -21,6 +24,7 @@ QStringList axes();
 QStringList axis(const char* name);
 /// Opens an axis from the tree, whatever language the tree speaks, and sees it in front.
 void openAxis(TourDriver& driver, const QString& name);
+void goToPage(TourDriver& driver, int page);
 /// Text of a key of an axis's record; a failure when there is no such axis.
 QString stored(TourDriver& driver, const QString& axisName, const char* key);
 
@@ -31,9 +35,11 @@ void clickButton(TourDriver& driver, QWidget* dialog, QDialogButtonBox::Standard
 void setAppearance(TourDriver& driver, Look look, Tongue tongue);
 Look look(TourDriver& driver);
 Tongue tongue(TourDriver& driver);
-/// The first for the light theme, the other one for the dark theme, and so on; for names of pictures.
+/// Theme and language in a short word, for names of pictures.
 QString appearanceName(TourDriver& driver);
 
+/// Pulls the border above the panels up (negative) or down.
+void pullPanels(TourDriver& driver, int pixels);
 /// Sees that a label shows the picture of that resource.
 void seePicture(TourDriver& driver, QWidget* parent, const char* label, const QString& path);
 /// Sees that a field shows what the record of the axis holds.
