@@ -2,6 +2,7 @@
 
 #include "examples/SampleProject.h"
 #include "host/projectmodel/SourceModel.h"
+#include "resources/HomingMethods.h"
 #include "sdk/AxisDefaults.h"
 
 #include <QDir>
@@ -19,6 +20,7 @@ private slots:
     void noDeviceServesTwoAxes();
     void theSourcesDeclareTheSignalsThatTheAxesName();
     void everyAxisNamesTheControlsOfItsPins();
+    void everyAxisHasTheSignalsThatItsHomingNeeds();
     void settingsAndCycleTimeAreThere();
     void aBadFolderGivesAMessageAndNoFile_data();
     void aBadFolderGivesAMessageAndNoFile();
@@ -127,6 +129,28 @@ void SampleProjectTest::everyAxisNamesTheControlsOfItsPins()
             QVERIFY2(!name.isEmpty() && QString::fromLatin1(key).startsWith(name, Qt::CaseInsensitive), key);
         }
     }
+}
+
+void SampleProjectTest::everyAxisHasTheSignalsThatItsHomingNeeds()
+{
+    const auto isOn = [](const AxisTable* axis, homing::Signal signal) {
+        const char* key = signal == homing::Signal::NegativeLimit ? "NegsLimitEnable"
+            : signal == homing::Signal::PositiveLimit             ? "PosLimitEnable"
+            : signal == homing::Signal::HomeSwitch                ? "OrgSignalEnable"
+                                                                  : nullptr;
+        return !key || axis->property(QLatin1String(key), QString()) == QLatin1String("TRUE");
+    };
+    int checked = 0;
+    for (const AxisTable* each : recordsOf(m_project->axisModel())) {
+        for (const homing::Method& method : homing::methods()) {
+            if (each->property(QStringLiteral("HomeMode"), QString()) != QStringLiteral("Homing_%1").arg(method.number))
+                continue;
+            ++checked;
+            for (const homing::Signal signal : method.required)
+                QVERIFY2(isOn(each, signal), qPrintable(each->name()));
+        }
+    }
+    QVERIFY(checked >= 6);
 }
 
 void SampleProjectTest::settingsAndCycleTimeAreThere()
