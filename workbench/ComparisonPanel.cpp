@@ -1,13 +1,12 @@
 #include "workbench/ComparisonPanel.h"
 
+#include "host/components/PlainToolTip.h"
 #include "ui_ComparisonPanel.h"
 
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QScrollBar>
-
-#include <algorithm>
 
 namespace {
 
@@ -17,7 +16,7 @@ QStandardItem* cell(const QString& text)
 {
     auto* item = new QStandardItem(text);
     item->setEditable(false);
-    item->setToolTip(text);
+    item->setToolTip(plainToolTip(text));
     return item;
 }
 
@@ -107,9 +106,9 @@ void ComparisonPanel::show(const ProjectComparison* comparison, const QString& p
 
 void ComparisonPanel::fill()
 {
-    const ComparedAxis* current = axisAt(m_ui->here->currentIndex());
-    const QString selected = current ? current->name : QString();
+    const QString selected = titleOf(m_ui->here->currentIndex());
     m_axes = m_comparison ? m_comparison->axes() : QVector<ComparedAxis>();
+    m_parts = m_comparison ? m_comparison->parts() : QVector<ComparedPart>();
     m_model.removeRows(0, m_model.rowCount());
     m_ui->stop->setEnabled(m_comparison);
     m_ui->differencesOnly->setEnabled(m_comparison);
@@ -119,19 +118,49 @@ void ComparisonPanel::fill()
             ? QString(m_projectName + QStringLiteral(" \u2194 ") + QDir::toNativeSeparators(file))
             : tr("No comparison is on."));
     if (m_comparison) {
-        const bool equal = std::all_of(
-            m_axes.begin(), m_axes.end(), [](const ComparedAxis& axis) { return axis.state == ComparedAxis::Equal; });
-        fillRow(m_model.invisibleRootItem(), m_projectName, equal ? ComparedAxis::Equal : ComparedAxis::Different,
-            QFileInfo(file).completeBaseName());
-        for (const ComparedAxis& axis : qAsConst(m_axes))
-            fillRow(m_model.item(0), axis.here ? axis.name : absent(), axis.state, axis.there ? axis.name : absent());
-        m_ui->here->expandAll();
-        for (int row = 0; row < m_axes.size(); ++row) {
-            if (m_axes.at(row).name == selected)
-                m_ui->here->setCurrentIndex(m_model.item(0)->child(row)->index());
-        }
+        fillTree();
+        select(selected);
     }
     fillValues();
+}
+
+void ComparisonPanel::fillTree()
+{
+    fillRow(m_model.invisibleRootItem(), m_projectName,
+        m_comparison->isEqual() ? ComparedAxis::Equal : ComparedAxis::Different,
+        QFileInfo(m_comparison->otherFile()).completeBaseName());
+    QStandardItem* root = m_model.item(0);
+    for (const ComparedAxis& axis : qAsConst(m_axes))
+        fillRow(root, axis.here ? axis.name : absent(), axis.state, axis.there ? axis.name : absent());
+    for (const ComparedPart& part : qAsConst(m_parts))
+        fillRow(root, partText(part.kind, part.here), part.state, partText(part.kind, part.there));
+    m_ui->here->expandAll();
+}
+
+void ComparisonPanel::select(const QString& title)
+{
+    const QStandardItem* root = m_model.item(0);
+    for (int row = 0; row < root->rowCount(); ++row) {
+        const QModelIndex index = root->child(row)->index();
+        if (!title.isEmpty() && titleOf(index) == title)
+            m_ui->here->setCurrentIndex(index);
+    }
+}
+
+QString ComparisonPanel::partText(ComparedPart::Kind kind, const QString& value)
+{
+    switch (kind) {
+    case ComparedPart::Controller:
+        return tr("Controller: %1").arg(value);
+    case ComparedPart::ProgramStyle:
+        return value == QLatin1String("1") ? tr("Program style: addresses only")
+                                           : tr("Program style: variables and addresses");
+    case ComparedPart::CycleTime:
+        return tr("Cycle time: %1").arg(value.isEmpty() ? absent() : QString(value + QStringLiteral(" \u00b5s")));
+    case ComparedPart::Source:
+        break;
+    }
+    return value.isEmpty() ? absent() : tr("Source: %1").arg(value);
 }
 
 void ComparisonPanel::fillRow(
@@ -151,13 +180,27 @@ const ComparedAxis* ComparisonPanel::axisAt(const QModelIndex& index) const
     return valid ? &m_axes.at(index.row()) : nullptr;
 }
 
+QString ComparisonPanel::titleOf(const QModelIndex& index) const
+{
+    if (const ComparedAxis* axis = axisAt(index))
+        return axis->name;
+    const int row = index.row() - m_axes.size();
+    if (!index.parent().isValid() || row < 0 || row >= m_parts.size())
+        return {};
+    const ComparedPart& part = m_parts.at(row);
+    return partText(part.kind, part.here.isEmpty() ? part.there : part.here);
+}
+
 void ComparisonPanel::fillValues()
 {
     QTableWidget* table = m_ui->values;
     table->setRowCount(0);
     table->setHorizontalHeaderLabels({ tr("Key"), tr("This project"), tr("Other project") });
-    const ComparedAxis* axis = axisAt(m_ui->here->currentIndex());
-    m_ui->axisState->setText(axis ? QString(axis->name + QStringLiteral(": ") + stateText(axis->state)) : QString());
+    const QModelIndex current = m_ui->here->currentIndex();
+    const ComparedAxis* axis = axisAt(current);
+    const QString title = titleOf(current);
+    const QString state = current.sibling(current.row(), StateColumn).data().toString();
+    m_ui->axisState->setText(title.isEmpty() ? QString() : QString(title + QStringLiteral(": ") + state));
     if (!axis || !m_comparison)
         return;
     const QVector<ComparedValue> values = m_comparison->values(*axis);

@@ -12,7 +12,8 @@ namespace Ui {
 class ComparisonPanel;
 }
 
-/// The comparison of two projects: tree beside tree, and the keys of the chosen axis with both values.
+/// The comparison of two projects: tree beside tree, first the axes, then what else makes up a project; and the keys
+/// of the chosen axis with both values.
 class ComparisonPanel : public QWidget {
     Q_OBJECT
 
@@ -41,13 +42,19 @@ protected:
 private:
     void joinTrees();
     void fill();
+    void fillTree();
+    void select(const QString& title);
     void fillRow(QStandardItem* parent, const QString& here, ComparedAxis::State state, const QString& there);
     void fillValues();
     const ComparedAxis* axisAt(const QModelIndex& index) const;
+    /// What the row is about; empty for the project's own row.
+    QString titleOf(const QModelIndex& index) const;
+    static QString partText(ComparedPart::Kind kind, const QString& value);
 
     std::unique_ptr<Ui::ComparisonPanel> m_ui;
     QStandardItemModel m_model;
     const ProjectComparison* m_comparison = nullptr;
     QString m_projectName;
     QVector<ComparedAxis> m_axes;
+    QVector<ComparedPart> m_parts;
 };

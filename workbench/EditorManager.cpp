@@ -1,5 +1,6 @@
 #include "workbench/EditorManager.h"
 
+#include "host/components/PlainToolTip.h"
 #include "host/projectmodel/ModelObject.h"
 #include "sdk/IEditor.h"
 #include "sdk/IEditorFactory.h"
@@ -319,7 +320,7 @@ void EditorManager::refreshTab(Entry& entry)
     // A lone ampersand would be read as a mnemonic.
     text.replace(QLatin1Char('&'), QLatin1String("&&"));
     m_tabs->setTabText(tab, text);
-    m_tabs->setTabToolTip(tab, path);
+    m_tabs->setTabToolTip(tab, plainToolTip(path));
     m_tabs->setTabIcon(tab, m_tree.nodeProperty(path, QStringLiteral("Icon"), QVariant()).value<QIcon>());
 }
 

@@ -12,6 +12,18 @@
 #include "workbench/Workspace.h"
 
 #include <QAction>
+#include <QGuiApplication>
+
+namespace {
+
+class WaitCursor {
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY(WaitCursor)
+};
+
+} // namespace
 
 FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& editors, MainWindow& window,
     QAction& referencesAction, QObject* parent)
@@ -20,6 +32,7 @@ FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& edi
 {
     connect(&m_panel, &FindPanel::findRequested, this, &FindFlows::find);
     connect(&m_panel, &FindPanel::referencesRequested, this, &FindFlows::findReferences);
+    connect(&m_panel, &FindPanel::openUnsearchedRequested, this, &FindFlows::openUnsearched);
     connect(&m_panel, &FindPanel::placeChosen, this, &FindFlows::goTo);
     connect(&referencesAction, &QAction::triggered, this, &FindFlows::findReferencesAtCursor);
     connect(&editors, &IEditorManager::editorCreated, this, [this](IEditor* editor) {
@@ -50,13 +63,32 @@ void FindFlows::find()
         return;
     IEditor* editor = m_editors.currentEditor();
     FindOutcome outcome;
-    if (m_panel.wholeProject())
+    if (m_panel.wholeProject()) {
+        const WaitCursor cursor;
         outcome = m_find.findBelow(project->name(), m_panel.request());
-    else if (editor)
+    } else if (editor) {
         outcome = m_find.findIn(editor->nodePath(), m_panel.request());
+    }
+    m_unsearched = outcome.unsearched;
+    m_panel.show(outcome.places, textStatus(outcome));
+    m_panel.offerOpening(!m_unsearched.isEmpty());
+}
+
+QString FindFlows::textStatus(const FindOutcome& outcome) const
+{
     QStringList status{ outcome.objects == 0 ? tr("There is nothing here that can be searched.")
                                              : tr("Places found: %1.").arg(outcome.places.size()) };
-    m_panel.show(outcome.places, (status + outcome.problems).join(QLatin1Char(' ')));
+    if (!outcome.unsearched.isEmpty())
+        status.append(tr("Never opened, so not searched: %1.").arg(outcome.unsearched.size()));
+    return (status + outcome.problems).join(QLatin1Char(' '));
+}
+
+void FindFlows::openUnsearched()
+{
+    const QStringList nodes = m_unsearched;
+    for (const QString& node : nodes)
+        openNode(node);
+    find();
 }
 
 void FindFlows::findReferences()
@@ -65,10 +97,10 @@ void FindFlows::findReferences()
     const QString variable = m_panel.variable();
     if (!project || variable.isEmpty())
         return;
-    const FindOutcome outcome = m_find.findReferences(project->name(), variable);
-    QStringList status{ isVariable(project->name(), variable)
-            ? tr("Uses of %1: %2.").arg(variable).arg(outcome.places.size())
-            : tr("The project has no variable %1.").arg(variable) };
+    const QString path = variablePath(project->name(), variable);
+    const FindOutcome outcome = m_find.findReferences(project->name(), path.isEmpty() ? variable : path);
+    QStringList status{ path.isEmpty() ? tr("The project has no variable %1.").arg(variable)
+                                       : tr("Uses of %1: %2.").arg(path).arg(outcome.places.size()) };
     m_panel.show(outcome.places, (status + outcome.problems).join(QLatin1Char(' ')));
 }
 
@@ -103,13 +135,19 @@ void FindFlows::step(int direction)
     m_panel.step(direction);
 }
 
+IEditor* FindFlows::openNode(const QString& nodePath)
+{
+    const QString file = m_tree.nodeProperty(nodePath, QStringLiteral("FileName"), QString()).toString();
+    const QString type = m_tree.nodeProperty(nodePath, QStringLiteral("MimeType"), QString()).toString();
+    return file.isEmpty() ? nullptr : m_editors.openEditor(file, type);
+}
+
 void FindFlows::goTo(const FoundPlace& place)
 {
-    const QString file = m_tree.nodeProperty(place.nodePath, QStringLiteral("FileName"), QString()).toString();
-    const QString type = m_tree.nodeProperty(place.nodePath, QStringLiteral("MimeType"), QString()).toString();
-    IEditor* editor = file.isEmpty() ? nullptr : m_editors.openEditor(file, type);
+    IEditor* editor = openNode(place.nodePath);
     if (!editor)
         return m_panel.showStatus(tr("%1 is not in the project any more.").arg(place.objectName));
     m_editors.activateEditor(editor);
-    editor->gotoLocation(place.location);
+    // The editor may have been built just now, and only with it did the place get its name.
+    editor->gotoLocation(m_find.currentLocation(place));
 }

@@ -5,6 +5,7 @@
 #include <QObject>
 
 class FindPanel;
+class IEditor;
 class MainWindow;
 class ProjectTree;
 class QAction;
@@ -33,6 +34,10 @@ public:
 
 private:
     void goTo(const FoundPlace& place);
+    IEditor* openNode(const QString& nodePath);
+    /// Opens what the last search had to leave out, and searches again.
+    void openUnsearched();
+    QString textStatus(const FindOutcome& outcome) const;
     void raisePanel();
     QString variableAtCursor() const;
 
@@ -43,4 +48,6 @@ private:
     QAction& m_referencesAction;
     FindPanel& m_panel;
     ProjectFind m_find;
+    /// Nodes that the last search had to leave out.
+    QStringList m_unsearched;
 };

@@ -1,5 +1,6 @@
 #include "workbench/FindPanel.h"
 
+#include "host/components/PlainToolTip.h"
 #include "ui_FindPanel.h"
 
 #include <QEvent>
@@ -16,12 +17,14 @@ FindPanel::FindPanel(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<U
     m_ui->setupUi(this);
     m_ui->find->setEnabled(false);
     m_ui->references->setEnabled(false);
+    m_ui->openUnsearched->hide();
     m_ui->results->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     m_ui->results->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     connect(m_ui->find, &QPushButton::clicked, this, &FindPanel::findRequested);
     connect(m_ui->text, &QLineEdit::returnPressed, m_ui->find, &QPushButton::click);
     connect(m_ui->references, &QPushButton::clicked, this, &FindPanel::referencesRequested);
     connect(m_ui->variable, &QLineEdit::returnPressed, m_ui->references, &QPushButton::click);
+    connect(m_ui->openUnsearched, &QPushButton::clicked, this, &FindPanel::openUnsearchedRequested);
     connect(m_ui->text, &QLineEdit::textChanged, this, &FindPanel::noteChange);
     connect(m_ui->scope, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &FindPanel::noteChange);
     for (const QCheckBox* option : { m_ui->wholeWord, m_ui->caseSensitive, m_ui->backwards })
@@ -91,7 +94,13 @@ void FindPanel::show(const QVector<FoundPlace>& places, const QString& status)
     for (const FoundPlace& place : places)
         new QTreeWidgetItem(m_ui->results, { place.objectName, place.label, place.text });
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(0));
+    offerOpening(false);
     showStatus(status);
+}
+
+void FindPanel::offerOpening(bool offered)
+{
+    m_ui->openUnsearched->setVisible(offered);
 }
 
 void FindPanel::clear()
@@ -103,7 +112,7 @@ void FindPanel::clear()
 void FindPanel::showStatus(const QString& status)
 {
     m_ui->status->setText(status);
-    m_ui->status->setToolTip(status);
+    m_ui->status->setToolTip(plainToolTip(status));
 }
 
 void FindPanel::step(int direction)

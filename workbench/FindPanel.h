@@ -37,6 +37,8 @@ public:
     /// Forgets what was found.
     void clear();
     void showStatus(const QString& status);
+    /// Offers to open what the search has left out; what is shown next takes the offer back.
+    void offerOpening(bool offered);
     const QVector<FoundPlace>& places() const { return m_places; }
     /// Goes to the next (1) or the one before (-1), from the end on to the other end, as if the user had chosen it.
     void step(int direction);
@@ -44,6 +46,7 @@ public:
 signals:
     void findRequested();
     void referencesRequested();
+    void openUnsearchedRequested();
     void placeChosen(const FoundPlace& place);
 
 protected:

@@ -1,5 +1,7 @@
 #include "workbench/OutputPanel.h"
 
+#include "host/components/PlainToolTip.h"
+
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
@@ -58,7 +60,7 @@ void OutputPanel::addLine(LogLevel level, const QString& origin, const QString& 
     const QString from = origin.isEmpty() ? tr("Workbench") : origin;
     auto* line = new QTreeWidgetItem(this, { QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), from, text });
     line->setIcon(TimeColumn, QIcon::fromTheme(symbolOf(level)));
-    line->setToolTip(TextColumn, text);
+    line->setToolTip(TextColumn, plainToolTip(text));
     if (topLevelItemCount() > maximumLines)
         delete takeTopLevelItem(0);
     if (atEnd)

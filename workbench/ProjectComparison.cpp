@@ -4,6 +4,7 @@
 #include "host/projectmodel/AxisTable.h"
 #include "host/projectmodel/ProjectModel.h"
 #include "host/projectmodel/ProjectModelManager.h"
+#include "host/projectmodel/SourceModel.h"
 #include "sdk/IComparator.h"
 #include "workbench/ComparatorManager.h"
 #include "workbench/ProjectTree.h"
@@ -13,6 +14,7 @@
 #include <QHash>
 #include <QTimer>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -39,6 +41,11 @@ QMap<QString, QString> dataOf(const ProjectModel& project, quint32 id)
 {
     const AxisTable* table = project.axisModel()->axisTable(id);
     return table ? table->getCompareData() : QMap<QString, QString>();
+}
+
+ComparedAxis::State stateOf(bool equal)
+{
+    return equal ? ComparedAxis::Equal : ComparedAxis::Different;
 }
 
 } // namespace
@@ -94,10 +101,13 @@ void ProjectComparison::onProjectAboutToClose(ProjectModel* project)
         return stop();
     if (!isOn() || project != m_other)
         return;
+    m_here->disconnect(this);
     m_here->axisModel()->disconnect(this);
+    m_here->sourceModel()->disconnect(this);
     m_here = nullptr;
     m_other = nullptr;
     m_axes.clear();
+    m_parts.clear();
     m_comparators.setComparing(false);
     emit changed();
 }
@@ -113,6 +123,10 @@ void ProjectComparison::follow()
     connect(axes, &AxisModel::axisAdded, this, &ProjectComparison::scheduleRefresh);
     connect(axes, &AxisModel::axisRemoved, this, &ProjectComparison::scheduleRefresh);
     connect(axes, &AxisModel::axisRenamed, this, &ProjectComparison::scheduleRefresh);
+    connect(axes, &AxisModel::cycleTimeChanged, this, &ProjectComparison::scheduleRefresh);
+    connect(m_here->sourceModel(), &SourceModel::sourcesChanged, this, &ProjectComparison::scheduleRefresh);
+    connect(m_here, &ProjectModel::controllerChanged, this, &ProjectComparison::scheduleRefresh);
+    connect(m_here, &ProjectModel::modifiedChanged, this, &ProjectComparison::scheduleRefresh);
 }
 
 void ProjectComparison::scheduleRefresh()
@@ -124,6 +138,13 @@ void ProjectComparison::refresh()
 {
     if (!isOn())
         return;
+    compareAxes();
+    compareParts();
+    emit changed();
+}
+
+void ProjectComparison::compareAxes()
+{
     QHash<QString, quint32> there;
     const std::vector<AxisTable*> others = tablesOf(*m_other);
     for (const AxisTable* table : others)
@@ -137,7 +158,46 @@ void ProjectComparison::refresh()
         if (there.contains(table->name().toCaseFolded()))
             m_axes.append(judge(table->name(), 0, table->id()));
     }
-    emit changed();
+}
+
+void ProjectComparison::compareParts()
+{
+    const ControllerDescription& here = m_here->controller();
+    const ControllerDescription& there = m_other->controller();
+    m_parts.clear();
+    // Two controllers of one model are not the same when their descriptions are not.
+    m_parts.append({ ComparedPart::Controller, stateOf(here.json() == there.json()), here.model(), there.model() });
+    const QString style = QString::number(m_here->programStyle());
+    const QString otherStyle = QString::number(m_other->programStyle());
+    m_parts.append({ ComparedPart::ProgramStyle, stateOf(style == otherStyle), style, otherStyle });
+    const QString cycle = m_here->axisModel()->getMotionTaskCfgCycleTime();
+    const QString otherCycle = m_other->axisModel()->getMotionTaskCfgCycleTime();
+    m_parts.append({ ComparedPart::CycleTime, stateOf(cycle == otherCycle), cycle, otherCycle });
+    compareSources();
+}
+
+void ProjectComparison::compareSources()
+{
+    const SourceModel& here = *m_here->sourceModel();
+    const SourceModel& there = *m_other->sourceModel();
+    QStringList names = here.sourceNames() + there.sourceNames();
+    names.sort();
+    names.removeDuplicates();
+    for (const QString& name : qAsConst(names)) {
+        const bool isHere = here.sourceNames().contains(name);
+        const bool isThere = there.sourceNames().contains(name);
+        ComparedPart part{ ComparedPart::Source, stateOf(here.source(name) == there.source(name)),
+            isHere ? name : QString(), isThere ? name : QString() };
+        if (!isHere || !isThere)
+            part.state = isHere ? ComparedAxis::OnlyHere : ComparedAxis::OnlyThere;
+        m_parts.append(part);
+    }
+}
+
+bool ProjectComparison::isEqual() const
+{
+    const auto equal = [](const auto& each) { return each.state == ComparedAxis::Equal; };
+    return std::all_of(m_axes.begin(), m_axes.end(), equal) && std::all_of(m_parts.begin(), m_parts.end(), equal);
 }
 
 ComparedAxis ProjectComparison::judge(const QString& name, quint32 here, quint32 there) const

@@ -23,6 +23,18 @@ struct ComparedAxis {
     quint32 there = 0;
 };
 
+/// Something of two projects that is no axis.
+struct ComparedPart {
+    enum Kind { Controller, ProgramStyle, CycleTime, Source };
+
+    Kind kind = Controller;
+    ComparedAxis::State state = ComparedAxis::Equal;
+    /// What each side has: the controller's model, the number of the program style, the cycle time of the motion task
+    /// in microseconds, the name of the source. Empty where it is missing.
+    QString here;
+    QString there;
+};
+
 /// One key of two axes.
 struct ComparedValue {
     QString key;
@@ -31,8 +43,9 @@ struct ComparedValue {
     bool differs = false;
 };
 
-/// Compares the open project with one in another file, axis by axis. Axes are paired by name, case ignored, and judged
-/// by the comparator that a plug-in has given for their type.
+/// Compares the open project with one in another file: axis by axis, and what else makes up a project. Axes are paired
+/// by name, case ignored, and judged by the comparator that a plug-in has given for their type; sources are paired by
+/// name and equal when their texts are.
 ///
 /// The other file is opened under a name of its own, to be read only, and held as long as the comparison is on. The
 /// comparison ends by itself when either project closes. Main thread only.
@@ -55,11 +68,15 @@ public:
     QString otherFile() const;
     /// The axes of the open project in their order, then those that only the other one has.
     const QVector<ComparedAxis>& axes() const { return m_axes; }
+    /// Controller, program style, cycle time, then the sources by name.
+    const QVector<ComparedPart>& parts() const { return m_parts; }
+    /// True when neither an axis nor anything else differs.
+    bool isEqual() const;
     /// All keys of two axes with both values, in the order of the keys; empty unless the axis is on both sides.
     QVector<ComparedValue> values(const ComparedAxis& axis) const;
     /// Path of the node of an axis of the open project; empty for one that it does not have.
     QString nodePath(const ComparedAxis& axis) const;
-    /// Judges all axes anew.
+    /// Judges everything anew.
     void refresh();
 
 signals:
@@ -70,6 +87,9 @@ private:
     void follow();
     void scheduleRefresh();
     void onProjectAboutToClose(ProjectModel* project);
+    void compareAxes();
+    void compareParts();
+    void compareSources();
     ComparedAxis judge(const QString& name, quint32 here, quint32 there) const;
     bool isEqual(IComparator& comparator, quint32 here, quint32 there) const;
 
@@ -78,5 +98,6 @@ private:
     QPointer<ProjectModel> m_here;
     QPointer<ProjectModel> m_other;
     QVector<ComparedAxis> m_axes;
+    QVector<ComparedPart> m_parts;
     QTimer* m_refresh;
 };

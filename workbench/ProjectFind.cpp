@@ -1,8 +1,14 @@
 #include "workbench/ProjectFind.h"
 
+#include "host/projectmodel/ModelObject.h"
+#include "sdk/IEditor.h"
 #include "sdk/IEditorFactory.h"
 #include "sdk/IEditorFinder.h"
+#include "sdk/ServiceKeys.h"
+#include "sdk/ServiceLocator.h"
+#include "sdk/Transfer.h"
 #include "workbench/EditorManager.h"
+#include "workbench/ProjectObjects.h"
 #include "workbench/ProjectTree.h"
 
 #include <algorithm>
@@ -71,11 +77,31 @@ FindOutcome ProjectFind::findBelow(const QString& path, const FindRequest& reque
         const std::unique_ptr<IEditorFinder> finder = finderFor(node);
         if (!finder)
             continue;
+        if (!prepare(node))
+            outcome.unsearched.append(node);
         finder->setFindFlags(flagsOf(request));
         search(*finder, request.text, QString(), QString(), &outcome);
         ++outcome.objects;
     }
     return outcome;
+}
+
+bool ProjectFind::prepare(const QString& nodePath) const
+{
+    return hasLeftViewInfo(m_tree, nodePath) || (buildUnseen(nodePath) && hasLeftViewInfo(m_tree, nodePath));
+}
+
+bool ProjectFind::buildUnseen(const QString& nodePath) const
+{
+    const ModelObject* object = objectOfNode(m_tree, nodePath);
+    auto* transfer = Solution::serviceAs<Transfer>(Solution::ServiceKey::transfer());
+    if (!object || object->modified || (transfer && transfer->isOnline()))
+        return false;
+    const QString file = m_tree.nodeProperty(nodePath, QStringLiteral("FileName"), QString()).toString();
+    const QString type = m_tree.nodeProperty(nodePath, QStringLiteral("MimeType"), QString()).toString();
+    IEditorFactory* factory = m_editors.factory(type);
+    const std::unique_ptr<IEditor> editor(factory ? factory->createEditor(file, type) : nullptr);
+    return editor != nullptr;
 }
 
 FindOutcome ProjectFind::findIn(const QString& nodePath, const FindRequest& request) const
@@ -143,12 +169,37 @@ FindOutcome ProjectFind::findReferences(const QString& path, const QString& vari
         if (!finder)
             continue;
         ++outcome.objects;
-        QVector<FindResult> results;
-        if (!finder->findReferences(variable, results))
-            outcome.problems.append(tr("%1 could not be read.").arg(placeAt(node).objectName));
-        for (const FindResult& result : qAsConst(results))
-            outcome.places.append(
-                { result.nodePath, result.objectName, result.matchedText, result.label, result.location });
+        addReferences(*finder, variable, &outcome);
     }
     return outcome;
+}
+
+void ProjectFind::addReferences(IEditorFinder& finder, const QString& variable, FindOutcome* outcome) const
+{
+    QVector<FindResult> results;
+    if (!finder.findReferences(variable, results))
+        outcome->problems.append(tr("%1 could not be read.").arg(placeAt(finder.nodePath()).objectName));
+    for (const FindResult& result : qAsConst(results))
+        outcome->places.append(
+            { result.nodePath, result.objectName, result.matchedText, result.label, result.location, variable });
+}
+
+QString ProjectFind::currentLocation(const FoundPlace& place) const
+{
+    const std::unique_ptr<IEditorFinder> finder = finderFor(place.nodePath);
+    FindOutcome now;
+    if (finder && !place.variable.isEmpty()) {
+        addReferences(*finder, place.variable, &now);
+    } else if (finder) {
+        finder->setFindFlags(0);
+        search(*finder, place.text, QString(), QString(), &now);
+    }
+    QString location = place.location;
+    for (const FoundPlace& each : qAsConst(now.places)) {
+        if (each.location == place.location)
+            return place.location;
+        if (each.label == place.label && each.text == place.text)
+            location = each.location;
+    }
+    return location;
 }

@@ -30,6 +30,8 @@ struct FoundPlace {
     QString label;
     /// The place, as IEditor::gotoLocation takes it.
     QString location;
+    /// The variable that is used there; empty for a place that a text has found.
+    QString variable;
 };
 
 /// What a search has come to.
@@ -39,6 +41,8 @@ struct FindOutcome {
     QStringList problems;
     /// How many objects have been looked through.
     int objects = 0;
+    /// Nodes that could not be searched for a text, since their editors were never built.
+    QStringList unsearched;
 };
 
 /// Searches the objects of the project tree through the finders of their editors' factories. Objects whose factory has
@@ -52,16 +56,24 @@ public:
 
     ProjectFind(ProjectTree& tree, const EditorManager& editors);
 
-    /// Looks through all objects below a node, in the order of the tree or against it.
+    /// Looks through all objects below a node, in the order of the tree or against it. Finders know places only where
+    /// an editor was built once; for an object that never had one it is built here and goes at once, unseen. That
+    /// stores the object, as opening it does, so it is left out while it holds unsaved changes or a controller is
+    /// connected.
     FindOutcome findBelow(const QString& path, const FindRequest& request) const;
     /// Looks through one object, from the place on where the user is in it, and around to that place.
     FindOutcome findIn(const QString& nodePath, const FindRequest& request) const;
     /// The uses of a variable in all objects below a node.
     FindOutcome findReferences(const QString& path, const QString& variable) const;
+    /// Where a place is now that its editor is open: a finder may have named it without knowing the control.
+    QString currentLocation(const FoundPlace& place) const;
 
 private:
     void collect(const QString& path, QStringList* nodes) const;
     std::unique_ptr<IEditorFinder> finderFor(const QString& nodePath) const;
+    bool prepare(const QString& nodePath) const;
+    bool buildUnseen(const QString& nodePath) const;
+    void addReferences(IEditorFinder& finder, const QString& variable, FindOutcome* outcome) const;
     void search(IEditorFinder& finder, const QString& text, const QString& from, const QString& end,
         FindOutcome* outcome) const;
     QString startIn(IEditorFinder& finder) const;

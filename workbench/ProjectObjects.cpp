@@ -17,3 +17,9 @@ ModelObject* objectOfNode(ProjectTree& tree, const QString& path)
     auto* axes = qobject_cast<AxisModel*>(project->subModel("AxisModel"));
     return axes ? axes->axisTable(key.toUInt()) : nullptr;
 }
+
+bool hasLeftViewInfo(ProjectTree& tree, const QString& path)
+{
+    const auto* axis = qobject_cast<AxisTable*>(objectOfNode(tree, path));
+    return !axis || !axis->getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()).isNull();
+}

@@ -8,3 +8,7 @@ class ProjectTree;
 /// The stored object that a node of the project tree shows, found by its "DataBaseKey"; null for a node that shows
 /// none and for one whose object has gone.
 ModelObject* objectOfNode(ProjectTree& tree, const QString& path);
+
+/// False when the node's object waits for its editor to be built for the first time: editors leave the names of their
+/// controls with the record, and without them no search finds its way. True for nodes without a stored object.
+bool hasLeftViewInfo(ProjectTree& tree, const QString& path);

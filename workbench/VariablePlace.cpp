@@ -2,13 +2,98 @@
 
 #include "host/languagecore/ACCore.h"
 #include "host/languagecore/SafeAccore.h"
+#include "host/languagecore/Symbol.h"
+
+#include <QStringList>
+
+#include <vector>
 
 namespace {
 
+bool isSame(const QString& a, const QString& b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
 bool endsWithPath(const QString& path, const QString& written)
 {
-    return path.endsWith(QString(QLatin1Char('.') + written), Qt::CaseInsensitive)
-        || path.compare(written, Qt::CaseInsensitive) == 0;
+    return path.endsWith(QString(QLatin1Char('.') + written), Qt::CaseInsensitive) || isSame(path, written);
+}
+
+QString joined(const QString& unit, const QString& rest)
+{
+    return QString(unit + QLatin1Char('.') + rest);
+}
+
+QStringList unitsOf(const ac::ACCore& core, ac::SymbolKind kind)
+{
+    std::vector<ac::Symbol*> symbols;
+    core.allSymbols(kind, symbols);
+    QStringList names;
+    for (const ac::Symbol* symbol : symbols)
+        names.append(QString::fromStdString(symbol->name()));
+    return names;
+}
+
+/// The program's or list's variable that the path begins with: "Main.axes" of "Main.axes[3].speed".
+QString withoutMembers(const QString& path)
+{
+    const QString unit = path.section(QLatin1Char('.'), 0, 0);
+    const QString variable = path.section(QLatin1Char('.'), 1, 1).section(QLatin1Char('['), 0, 0);
+    return joined(unit, variable);
+}
+
+/// The path in the letters of its declaration. Empty unless the variable is declared there: an external one is not.
+QString declaredPath(const ac::ACCore& core, const QString& path)
+{
+    const QString owner = withoutMembers(path);
+    QString found;
+    for (const ac::VariableInfo& variable : core.variables()) {
+        const QString each = QString::fromStdString(variable.path);
+        if (isSame(each, path))
+            return each;
+        // The elements of a large array are not listed.
+        if (found.isEmpty() && isSame(each, owner) && core.type(path.toStdString()))
+            found = QString(each + path.mid(owner.size()));
+    }
+    return found;
+}
+
+QString globalPath(const ac::ACCore& core, const QString& written)
+{
+    const QStringList lists = unitsOf(core, ac::GlobalVariableListSymbols);
+    for (const QString& list : lists) {
+        const QString path = declaredPath(core, joined(list, written));
+        if (!path.isEmpty())
+            return path;
+    }
+    return {};
+}
+
+QString projectPath(const ac::ACCore& core, const QString& written)
+{
+    if (!core.type(written.toStdString()))
+        return {};
+    QString path = declaredPath(core, written);
+    if (path.isEmpty())
+        path = globalPath(core, written);
+    // What a program declares as external lives in a list.
+    if (path.isEmpty())
+        path = globalPath(core, written.section(QLatin1Char('.'), 1));
+    return path.isEmpty() ? written : path;
+}
+
+QString nearestPath(const ac::ACCore& core, const VariablePlace& place)
+{
+    QString nearest;
+    for (const ac::VariableInfo& variable : core.variables()) {
+        if (QString::fromStdString(variable.source) != place.source || variable.line > place.line)
+            continue;
+        const QString path = QString::fromStdString(variable.path);
+        if (endsWithPath(path, place.written))
+            nearest = path;
+    }
+    return nearest;
 }
 
 } // namespace
@@ -18,21 +103,17 @@ QString variablePathAt(const VariablePlace& place)
     const SafeAccore core(place.project.toStdString(), false);
     if (!core || place.written.isEmpty())
         return {};
-    QString nearest;
-    for (const ac::VariableInfo& variable : core->variables()) {
-        if (QString::fromStdString(variable.source) != place.source || variable.line > place.line)
-            continue;
-        const QString path = QString::fromStdString(variable.path);
-        if (endsWithPath(path, place.written))
-            nearest = path;
-    }
-    if (!nearest.isEmpty())
-        return nearest;
-    return core->type(place.written.toStdString()) ? place.written : QString();
+    const QString unit = QString::fromStdString(core->unitAt(place.source.toStdString(), place.line));
+    const QStringList units
+        = unitsOf(*core.core(), ac::ProgramSymbols) + unitsOf(*core.core(), ac::GlobalVariableListSymbols);
+    const QString path = units.contains(unit, Qt::CaseInsensitive)
+        ? declaredPath(*core.core(), joined(unit, place.written))
+        : nearestPath(*core.core(), place);
+    return path.isEmpty() ? projectPath(*core.core(), place.written) : path;
 }
 
-bool isVariable(const QString& project, const QString& path)
+QString variablePath(const QString& project, const QString& written)
 {
     const SafeAccore core(project.toStdString(), false);
-    return core && core->type(path.toStdString());
+    return core ? projectPath(*core.core(), written) : QString();
 }

@@ -12,9 +12,11 @@ struct VariablePlace {
     QString written;
 };
 
-/// The full path of the variable that is meant by a name at a place: the one that is declared nearest before the place
-/// in the same source, or one of the whole project with that path. Empty when the project knows none.
+/// The full path of the variable that is meant by a name at a place: one of the program or list around it, else one of
+/// the whole project (see variablePath); in a type or block the one that is declared nearest before the place. Empty
+/// when the project knows none.
 QString variablePathAt(const VariablePlace& place);
 
-/// True when the project knows a variable of that path.
-bool isVariable(const QString& project, const QString& path);
+/// The full path, as it is declared, of the variable that a name means anywhere in a project: a path, the bare name of
+/// a global variable, or either by way of a program's VAR_EXTERNAL. Empty when the project knows none.
+QString variablePath(const QString& project, const QString& written);

@@ -1,5 +1,6 @@
 #include "host/components/TypeAssistant.h"
 
+#include "host/components/PlainToolTip.h"
 #include "host/components/ProjectVariables.h"
 #include "host/languagecore/ACCore.h"
 #include "host/languagecore/Symbol.h"
@@ -33,8 +34,8 @@ QTreeWidgetItem* makeItem(const ac::VariableInfo& variable)
         item->setText(TypeColumn, QString::fromStdString(variable.type->typeName()));
     const QString comment = QString::fromStdString(variable.comment).simplified();
     item->setText(CommentColumn, comment);
-    item->setToolTip(CommentColumn, comment);
-    item->setToolTip(PathColumn, item->text(PathColumn));
+    item->setToolTip(CommentColumn, plainToolTip(comment));
+    item->setToolTip(PathColumn, plainToolTip(item->text(PathColumn)));
     return item;
 }
 

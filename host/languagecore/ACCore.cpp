@@ -226,6 +226,17 @@ const std::vector<VariableInfo>& ACCore::variables() const
     return *d->variables;
 }
 
+std::string ACCore::unitAt(const std::string& source, int line) const
+{
+    const Declaration* unit = nullptr;
+    for (const Declaration& declaration : d->declarations) {
+        if (declaration.source == source && declaration.position.line <= line
+            && (unit == nullptr || declaration.position.line >= unit->position.line))
+            unit = &declaration;
+    }
+    return unit == nullptr ? std::string() : unit->name;
+}
+
 const std::vector<SourceProblem>& ACCore::problems() const
 {
     return d->problems;

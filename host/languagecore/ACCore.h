@@ -88,6 +88,9 @@ public:
     /// Temporary and external ones are left out. An array of more than 1,000 elements is listed without them; a
     /// variable shows 10,000 members and elements at most and a project 50,000 in all.
     const std::vector<VariableInfo>& variables() const;
+    /// Name of the declaration (program, function, block, list, type) that a line of a source, from 1, lies in or
+    /// behind; empty before the first one. A list without a name of its own begins with its source.
+    std::string unitAt(const std::string& source, int line) const;
     /// What is wrong in the sources, in their order.
     const std::vector<SourceProblem>& problems() const;
 

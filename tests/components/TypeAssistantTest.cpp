@@ -17,7 +17,8 @@ struct Picker {
     explicit Picker(char mode = TypeAssistant::BooleanVariables, const QString& preset = QString())
     {
         project.addSource(QStringLiteral("Io"),
-            QStringLiteral("VAR_GLOBAL ready AT %IX0.0 : BOOL; // safety relay\nspeed : REAL; END_VAR"));
+            QStringLiteral(
+                "VAR_GLOBAL ready AT %IX0.0 : BOOL; // safety relay\nspeed : REAL; // <b>bold</b>\nEND_VAR"));
         project.addSource(QStringLiteral("Main"),
             QStringLiteral(
                 "PROGRAM Main VAR guard : Guard; doors : ARRAY [1..2] OF Guard; word : WORD; last : BOOL; END_VAR "
@@ -64,6 +65,7 @@ private slots:
     void booleanVariablesByPath();
     void allVariables();
     void columnsTellTypeAndComment();
+    void commentsWithMarkupReadAsTheyStand();
     void theFilter_data();
     void theFilter();
     void okChooses();
@@ -106,6 +108,14 @@ void TypeAssistantTest::columnsTellTypeAndComment()
     QCOMPARE(picker.tree->columnCount(), 3);
     QCOMPARE(picker.item(QStringLiteral("Io.ready"))->text(1), QStringLiteral("BOOL"));
     QCOMPARE(picker.item(QStringLiteral("Io.ready"))->text(2), QStringLiteral("safety relay"));
+    QCOMPARE(picker.item(QStringLiteral("Io.ready"))->toolTip(2), QStringLiteral("safety relay"));
+}
+
+void TypeAssistantTest::commentsWithMarkupReadAsTheyStand()
+{
+    const Picker all(TypeAssistant::AllVariables);
+    QCOMPARE(all.item(QStringLiteral("Io.speed"))->text(2), QStringLiteral("<b>bold</b>"));
+    QVERIFY(all.item(QStringLiteral("Io.speed"))->toolTip(2).contains(QStringLiteral("&lt;b&gt;bold")));
 }
 
 void TypeAssistantTest::theFilter_data()

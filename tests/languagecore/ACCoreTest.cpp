@@ -151,6 +151,8 @@ class ACCoreTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void unitsAtLines_data();
+    void unitsAtLines();
     void everythingParses();
     void theSampleParses();
     void pathsResolve_data();
@@ -588,6 +590,37 @@ void ACCoreTest::equalTypesAreOne()
 {
     QVERIFY(lineCore()->type("Io.ready") == lineCore()->type("Main.guard.open"));
     QVERIFY(lineCore()->type("Io.ready") != lineCore()->type("Main.counter"));
+}
+
+void ACCoreTest::unitsAtLines_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QString>("unit");
+    QTest::newRow("before the first") << "Main" << 1 << QString();
+    QTest::newRow("at its name") << "Main" << 2 << "First";
+    QTest::newRow("in its variables") << "Main" << 3 << "First";
+    QTest::newRow("behind its end") << "Main" << 5 << "First";
+    QTest::newRow("in the next one") << "Main" << 7 << "Second";
+    QTest::newRow("in a type") << "Main" << 9 << "Guard";
+    QTest::newRow("behind the last") << "Main" << 1000 << "Guard";
+    QTest::newRow("in a list") << "IO" << 2 << "IO";
+    QTest::newRow("in an unknown source") << "Elsewhere" << 2 << QString();
+    QTest::newRow("at no line") << "Main" << 0 << QString();
+}
+
+void ACCoreTest::unitsAtLines()
+{
+    QFETCH(QString, source);
+    QFETCH(int, line);
+    QFETCH(QString, unit);
+    ACCore core;
+    core.setSources({ { "IO", "VAR_GLOBAL\n ready : BOOL;\nEND_VAR\n" },
+        { "Main",
+            "// comment\nPROGRAM First\nVAR x : INT; END_VAR\nEND_PROGRAM\n\nFUNCTION_BLOCK "
+            "Second\nEND_FUNCTION_BLOCK\n"
+            "TYPE Guard :\nSTRUCT open : BOOL; END_STRUCT\nEND_TYPE\n" } });
+    QCOMPARE(QString::fromStdString(core.unitAt(source.toStdString(), line)), unit);
 }
 
 QTEST_GUILESS_MAIN(ACCoreTest)

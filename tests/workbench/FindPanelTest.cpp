@@ -108,13 +108,21 @@ const char* const mainProgram = "PROGRAM Main\n"
                                 "  front : BOOL;\n"
                                 "  back, FRONT2 : BOOL;\n"
                                 "END_VAR\n"
-                                "front := back;\n"
+                                "front := back AND infeedHome;\n"
                                 "END_PROGRAM\n"
                                 "PROGRAM Aside\n"
                                 "VAR\n"
                                 "  front : BOOL;\n"
                                 "END_VAR\n"
+                                "VAR_EXTERNAL\n"
+                                "  InfeedHome : BOOL;\n"
+                                "END_VAR\n"
+                                "front := infeedHome;\n"
                                 "END_PROGRAM\n";
+
+const char* const inputs = "VAR_GLOBAL\n"
+                           "  infeedHome AT %IX1.0 : BOOL;\n"
+                           "END_VAR\n";
 
 } // namespace
 
@@ -141,6 +149,7 @@ private slots:
     void aFinderThatDoesNotEndIsStopped();
     void anObjectThatCannotBeReadIsNamed();
     void referencesOfAnEnteredVariable();
+    void referencesOfABareName();
     void referencesFromTheSource_data();
     void referencesFromTheSource();
     void referencesWithoutASourceAskForTheVariable();
@@ -175,6 +184,7 @@ void FindPanelTest::init()
     program = std::make_unique<RunningProgram>();
     program->create(text("Line"), { text("Feed"), text("Turn") });
     program->project()->sourceModel()->setSource(text("Main"), text(mainProgram));
+    program->project()->sourceModel()->setSource(text("LineIO"), text(inputs));
     setPins("Feed", "Main.front", "Main.FRONT2", "%IX1.0");
     setPins("Turn", "Aside.front", "Main.back", "Main.front");
     // The homing page leaves the names of its controls with the record when it is built.
@@ -460,6 +470,15 @@ void FindPanelTest::referencesOfAnEnteredVariable()
     QCOMPARE(program->workbench->editors().currentEditor()->displayName(), text("Feed"));
 }
 
+void FindPanelTest::referencesOfABareName()
+{
+    program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("LineIO.infeedHome"));
+    child<QLineEdit>("variable")->setText(text("INFEEDHOME"));
+    child<QPushButton>("references")->click();
+    QCOMPARE(results(), QStringList{ text("Feed Origin signal:LineIO.infeedHome") });
+    QCOMPARE(status(), text("Uses of LineIO.infeedHome: 1."));
+}
+
 void FindPanelTest::referencesFromTheSource_data()
 {
     QTest::addColumn<int>("line");
@@ -470,6 +489,9 @@ void FindPanelTest::referencesFromTheSource_data()
     QTest::newRow("behind its last letter") << 6 << 6 << text("Main.front");
     QTest::newRow("another one of the line") << 6 << 11 << text("Main.back");
     QTest::newRow("of the same name in another program") << 10 << 5 << text("Aside.front");
+    QTest::newRow("a global one by its bare name") << 6 << 20 << text("LineIO.infeedHome");
+    QTest::newRow("a global one in another program") << 15 << 12 << text("LineIO.infeedHome");
+    QTest::newRow("one that is declared as external") << 13 << 4 << text("LineIO.infeedHome");
 }
 
 void FindPanelTest::referencesFromTheSource()
@@ -477,6 +499,7 @@ void FindPanelTest::referencesFromTheSource()
     QFETCH(int, line);
     QFETCH(int, column);
     QFETCH(QString, variable);
+    program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("LineIO.infeedHome"));
     SourceView* source = openSource();
     QVERIFY(source);
     source->goTo(line, column);
@@ -504,7 +527,10 @@ void FindPanelTest::anUnknownVariableIsNamed()
         QVERIFY(results().isEmpty());
         QCOMPARE(status(), QString(text("The project has no variable ") + text(name) + QLatin1Char('.')));
     }
-    QCOMPARE(child<QLabel>("status")->textFormat(), Qt::PlainText);
+    // The last name is markup: label and tool tip show it as it was typed.
+    const auto* label = child<QLabel>("status");
+    QCOMPARE(label->textFormat(), Qt::PlainText);
+    QVERIFY2(label->toolTip().contains(text("&lt;b&gt;")), qPrintable(label->toolTip()));
 }
 
 void FindPanelTest::theMenuOfASourceOffersThem()

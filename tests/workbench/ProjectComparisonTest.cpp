@@ -1,9 +1,6 @@
-#include "workbench/ProjectComparison.h"
-
 #include "sdk/IEditor.h"
 #include "sdk/ServiceLocator.h"
-#include "tests/workbench/RunningProgram.h"
-#include "workbench/ComparisonPanel.h"
+#include "tests/workbench/ComparisonFixture.h"
 #include "workbench/MessageBar.h"
 #include "workbench/OutputPanel.h"
 
@@ -14,7 +11,6 @@
 #include <QSet>
 #include <QSignalSpy>
 #include <QTableWidget>
-#include <QTreeView>
 #include <QtTest>
 
 namespace {
@@ -25,21 +21,6 @@ QByteArray contentsOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QByteArray stateName(ComparedAxis::State state)
-{
-    switch (state) {
-    case ComparedAxis::Equal:
-        return "equal";
-    case ComparedAxis::Different:
-        return "different";
-    case ComparedAxis::OnlyHere:
-        return "only here";
-    case ComparedAxis::OnlyThere:
-        break;
-    }
-    return "only there";
-}
-
 bool cookie()
 {
     const auto* cookies = Solution::serviceAs<IConfiguration>(Solution::ServiceKey::cookies());
@@ -48,17 +29,20 @@ bool cookie()
 
 } // namespace
 
-class ProjectComparisonTest : public QObject {
+/// A comparison from its beginning to its end, and its axes.
+class ProjectComparisonTest : public QObject, private ComparisonFixture {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { start(); }
+    void cleanup() { stop(); }
+
     void axesArePairedByName();
     void namesPairInAnyCase();
     void valuesStandSideBySide();
     void theStateIsToldAndLeftInTheCookie();
     void editorsAreReadOnlyWhileItIsOn();
+    void whileOnlineTheConnectionRulesTheEditors();
     void theOtherFileStaysAsItIs();
     void aFileOfTheSameNameCanBeCompared();
     void aFileOfAlmostTheSameNameCanBeCompared();
@@ -74,34 +58,15 @@ private slots:
     void statesAreToldByText();
     void projectsAreEqualOnlyIfAllTheirAxesAre();
     void keysThatDifferStandInTheTable();
+    void anAxisOpensFromTheTree_data();
     void anAxisOpensFromTheTree();
     void theActionsFollowTheState();
     void quittingWhileItIsOn();
 
 private:
-    ProjectComparison& comparison() const { return program->workbench->comparison(); }
-    bool compare(const QString& file) const { return program->workbench->comparisonFlows().compare(file); }
-    QMap<QString, QByteArray> states() const;
     /// Another project that has Feed changed, Turn equal, and Lift in place of Press.
     QString other() const;
-    ComparisonPanel& panel() const { return program->workbench->window().comparison(); }
-    QTreeView* tree(const char* name) const { return panel().findChild<QTreeView*>(QLatin1String(name)); }
-    QModelIndex cell(int row, int column) const;
-
-    std::unique_ptr<RunningProgram> program;
 };
-
-void ProjectComparisonTest::init()
-{
-    program = std::make_unique<RunningProgram>();
-    program->create(
-        QStringLiteral("Line"), { QStringLiteral("Feed"), QStringLiteral("Turn"), QStringLiteral("Press") });
-}
-
-void ProjectComparisonTest::cleanup()
-{
-    program.reset();
-}
 
 QString ProjectComparisonTest::other() const
 {
@@ -110,20 +75,6 @@ QString ProjectComparisonTest::other() const
             if (axis.name() == QLatin1String("Feed"))
                 axis.setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
         });
-}
-
-QMap<QString, QByteArray> ProjectComparisonTest::states() const
-{
-    QMap<QString, QByteArray> states;
-    for (const ComparedAxis& axis : comparison().axes())
-        states.insert(axis.name, stateName(axis.state));
-    return states;
-}
-
-QModelIndex ProjectComparisonTest::cell(int row, int column) const
-{
-    const QAbstractItemModel* model = tree("here")->model();
-    return model->index(row, column, model->index(0, 0));
 }
 
 void ProjectComparisonTest::axesArePairedByName()
@@ -197,6 +148,24 @@ void ProjectComparisonTest::editorsAreReadOnlyWhileItIsOn()
     QVERIFY(!before->isReadOnly());
     QVERIFY(!during->isReadOnly());
     QVERIFY(type->isEnabled());
+}
+
+void ProjectComparisonTest::whileOnlineTheConnectionRulesTheEditors()
+{
+    IEditor* editor = program->openAxis(QStringLiteral("Feed"));
+    const auto* type = editor->widget()->findChild<QComboBox*>(QStringLiteral("comboBoxAxisType"));
+    program->workbench->connection().setOnline(true, false);
+    QVERIFY(!type->isEnabled());
+    QVERIFY(compare(other()));
+    QVERIFY(cookie());
+    QVERIFY(!type->isEnabled());
+    comparison().stop();
+    QVERIFY(!cookie());
+    // The end of a comparison gives nothing back that the connection has taken.
+    QVERIFY(!type->isEnabled());
+    program->workbench->connection().setOnline(false, false);
+    QVERIFY(type->isEnabled());
+    QVERIFY(!editor->isReadOnly());
 }
 
 void ProjectComparisonTest::theOtherFileStaysAsItIs()
@@ -397,18 +366,31 @@ void ProjectComparisonTest::keysThatDifferStandInTheTable()
     QCOMPARE(table->rowCount(), 0);
 }
 
+void ProjectComparisonTest::anAxisOpensFromTheTree_data()
+{
+    QTest::addColumn<QByteArray>("side");
+    QTest::addColumn<int>("column");
+    QTest::newRow("of this project") << QByteArray("here") << 0;
+    QTest::newRow("of the other project") << QByteArray("there") << 2;
+}
+
 void ProjectComparisonTest::anAxisOpensFromTheTree()
 {
+    QFETCH(QByteArray, side);
+    QFETCH(int, column);
     QVERIFY(compare(other()));
-    QTreeView* here = tree("here");
-    here->setFocus();
-    here->setCurrentIndex(cell(1, 0));
-    QTest::keyClick(here, Qt::Key_Return);
+    QTreeView* view = tree(side);
+    const auto activate = [&](int row) {
+        view->setFocus();
+        view->setCurrentIndex(cell(row, column));
+        QTest::keyClick(view, Qt::Key_Return);
+    };
+    activate(1);
     QVERIFY(program->workbench->editors().currentEditor());
     QCOMPARE(program->workbench->editors().currentEditor()->nodePath(), program->axisPath(QStringLiteral("Turn")));
-    here->setFocus();
-    here->setCurrentIndex(cell(3, 0));
-    QTest::keyClick(here, Qt::Key_Return);
+    // An axis that only the other project has, and what is no axis.
+    activate(3);
+    activate(4);
     QCOMPARE(program->workbench->editors().editors().size(), 1);
 }
 

@@ -383,6 +383,26 @@
         <source>Key</source>
         <translation>项</translation>
     </message>
+    <message>
+        <source>Controller: %1</source>
+        <translation>控制器：%1</translation>
+    </message>
+    <message>
+        <source>Program style: addresses only</source>
+        <translation>编程方式：仅地址</translation>
+    </message>
+    <message>
+        <source>Program style: variables and addresses</source>
+        <translation>编程方式：变量与地址</translation>
+    </message>
+    <message>
+        <source>Cycle time: %1</source>
+        <translation>周期时间：%1</translation>
+    </message>
+    <message>
+        <source>Source: %1</source>
+        <translation>源程序：%1</translation>
+    </message>
 </context>
 <context>
     <name>ConnectDialog</name>
@@ -803,6 +823,10 @@
         <source>%1 is not in the project any more.</source>
         <translation>%1 已不在工程中。</translation>
     </message>
+    <message>
+        <source>Never opened, so not searched: %1.</source>
+        <translation>从未打开、未被搜索的对象：%1。</translation>
+    </message>
 </context>
 <context>
     <name>FindPanel</name>
@@ -865,6 +889,10 @@
     <message>
         <source>Text</source>
         <translation>文本</translation>
+    </message>
+    <message>
+        <source>Open and search them</source>
+        <translation>打开并搜索</translation>
     </message>
 </context>
 <context>

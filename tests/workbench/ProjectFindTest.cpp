@@ -1,0 +1,258 @@
+#include "workbench/ProjectFind.h"
+
+#include "examples/SampleProject.h"
+#include "host/projectmodel/SourceModel.h"
+#include "sdk/IEditor.h"
+#include "tests/support/MessageBoxWatcher.h"
+#include "tests/workbench/RunningProgram.h"
+#include "workbench/FindPanel.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QtTest>
+
+namespace {
+
+QString text(const char* latin)
+{
+    return QString::fromLatin1(latin);
+}
+
+QString focus()
+{
+    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
+}
+
+QStringList viewInfo(const AxisTable& axis)
+{
+    QStringList names;
+    for (const char* key : { "OriginReturnSetWidgetObjectName", "LineEditPosObjectName", "LineEditNegObjectName",
+             "LineEditOrgObjectName" })
+        names.append(axis.getViewInfo(text(key), QString()));
+    return names;
+}
+
+} // namespace
+
+/// The search with the real finder of the axes.
+class ProjectFindTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void axesThatWereNeverOpenedAreSearched();
+    void onesWithUnsavedChangesAreToldOf();
+    void onesAreToldOfWhileOnline();
+    void aReferenceLeadsIntoAnAxisThatWasNeverOpened();
+    void theEditorIsSearchedFromTheClickedPin_data();
+    void theEditorIsSearchedFromTheClickedPin();
+    void withoutAnEditorThereIsNothingToSearch();
+    void theSampleIsSearchedAsItComes();
+
+private:
+    template <typename Widget>
+    Widget* child(const char* name) const
+    {
+        return program->workbench->window().find().findChild<Widget*>(QLatin1String(name));
+    }
+    AxisTable* addAxis(const char* name, const char* pin) const;
+    void save() const;
+    void search(const QString& what) const;
+    QStringList results() const;
+    QString status() const { return child<QLabel>("status")->text(); }
+    EditorManager& editors() const { return program->workbench->editors(); }
+    void goToFirst() const { QTest::keyClick(&program->workbench->window(), Qt::Key_F3); }
+
+    std::unique_ptr<RunningProgram> program;
+    std::unique_ptr<MessageBoxWatcher> boxes;
+};
+
+void ProjectFindTest::init()
+{
+    boxes = std::make_unique<MessageBoxWatcher>();
+    program = std::make_unique<RunningProgram>();
+    program->create(text("Line"), {});
+    program->project()->sourceModel()->setSource(
+        text("Main"), text("PROGRAM Main\nVAR\n  stop, near, far : BOOL;\nEND_VAR\nEND_PROGRAM\n"));
+}
+
+void ProjectFindTest::cleanup()
+{
+    program.reset();
+    const QStringList texts = boxes->texts();
+    boxes.reset();
+    QCOMPARE(texts, QStringList());
+}
+
+AxisTable* ProjectFindTest::addAxis(const char* name, const char* pin) const
+{
+    AxisTable* axis = program->project()->axisModel()->addAxisTable(text(name));
+    axis->setProperty(text("PosLimitEnable"), text("TRUE"));
+    axis->setProperty(text("PosLimitPin"), text(pin));
+    program->workbench->workspace().showAnew();
+    return axis;
+}
+
+void ProjectFindTest::save() const
+{
+    QString error;
+    QVERIFY2(program->project()->save(&error), qPrintable(error));
+}
+
+void ProjectFindTest::search(const QString& what) const
+{
+    child<QLineEdit>("text")->setText(what);
+    QTest::mouseClick(child<QPushButton>("find"), Qt::LeftButton);
+}
+
+QStringList ProjectFindTest::results() const
+{
+    QStringList results;
+    const auto* list = child<QTreeWidget>("results");
+    for (int row = 0; row < list->topLevelItemCount(); ++row)
+        results.append(QString(list->topLevelItem(row)->text(0) + QLatin1Char(' ') + list->topLevelItem(row)->text(1)));
+    return results;
+}
+
+void ProjectFindTest::axesThatWereNeverOpenedAreSearched()
+{
+    const AxisTable* axis = addAxis("Cut", "Main.stop");
+    save();
+    QVERIFY(axis->getViewInfo(text("LineEditPosObjectName"), QString()).isEmpty());
+    search(text("stop"));
+    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QCOMPARE(status(), text("Places found: 1."));
+    QVERIFY(!child<QPushButton>("openUnsearched")->isVisibleTo(&program->workbench->window().find()));
+    // Nothing has opened for it, and the axis is no other than before.
+    QVERIFY(editors().editors().isEmpty());
+    QVERIFY(!program->project()->isModified());
+    goToFirst();
+    QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
+    QTRY_COMPARE(focus(), text("lineEditPos"));
+}
+
+void ProjectFindTest::onesWithUnsavedChangesAreToldOf()
+{
+    const AxisTable* axis = addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    search(text("stop"));
+    QVERIFY(results().isEmpty());
+    QCOMPARE(status(), text("Places found: 0. Never opened, so not searched: 2."));
+    QVERIFY(axis->modified);
+    auto* button = child<QPushButton>("openUnsearched");
+    QVERIFY(button->isVisibleTo(&program->workbench->window().find()));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(results(), (QStringList{ text("Cut Positive limit:Main.stop"), text("Turn Positive limit:Main.stop") }));
+    QCOMPARE(status(), text("Places found: 2."));
+    QVERIFY(!button->isVisibleTo(&program->workbench->window().find()));
+    QCOMPARE(editors().editors().size(), 2);
+}
+
+void ProjectFindTest::onesAreToldOfWhileOnline()
+{
+    const AxisTable* axis = addAxis("Cut", "Main.stop");
+    save();
+    program->workbench->connection().setOnline(true, false);
+    search(text("stop"));
+    QCOMPARE(status(), text("Places found: 0. Never opened, so not searched: 1."));
+    QVERIFY(axis->getViewInfo(text("LineEditPosObjectName"), QString()).isEmpty());
+    program->workbench->connection().setOnline(false, false);
+    search(text("stop"));
+    QCOMPARE(status(), text("Places found: 1."));
+}
+
+void ProjectFindTest::aReferenceLeadsIntoAnAxisThatWasNeverOpened()
+{
+    AxisTable* axis = addAxis("Cut", "Main.far");
+    axis->setProperty(text("OrgSignalEnable"), text("TRUE"));
+    axis->setProperty(text("OrgSignalPin"), text("Main.stop"));
+    child<QLineEdit>("variable")->setText(text("Main.stop"));
+    QTest::mouseClick(child<QPushButton>("references"), Qt::LeftButton);
+    QCOMPARE(results(), QStringList{ text("Cut Origin signal:Main.stop") });
+    // The finder could not know the control when it was asked.
+    QCOMPARE(program->workbench->window().find().places().first().location, text(" . "));
+    goToFirst();
+    QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
+    QTRY_COMPARE(focus(), text("lineEditOrg"));
+}
+
+void ProjectFindTest::theEditorIsSearchedFromTheClickedPin_data()
+{
+    QTest::addColumn<QString>("clicked");
+    QTest::addColumn<QStringList>("found");
+    const QString a = text("Cut Positive limit:Main.stop");
+    const QString b = text("Cut Negative limit:Main.near");
+    const QString c = text("Cut Origin signal:Main.far");
+    QTest::newRow("the first") << text("lineEditPos") << QStringList{ a, b, c };
+    QTest::newRow("the second") << text("lineEditNeg") << QStringList{ b, c, a };
+    QTest::newRow("the last") << text("lineEditOrg") << QStringList{ c, a, b };
+    QTest::newRow("a field that is no pin") << text("lineEdit_7") << QStringList{ a, b, c };
+}
+
+void ProjectFindTest::theEditorIsSearchedFromTheClickedPin()
+{
+    QFETCH(QString, clicked);
+    QFETCH(QStringList, found);
+    AxisTable* axis = addAxis("Cut", "Main.stop");
+    axis->setProperty(text("AxisType"), text("Axis_Pulse"));
+    for (const char* key : { "NegsLimitEnable", "OrgSignalEnable" })
+        axis->setProperty(text(key), text("TRUE"));
+    axis->setProperty(text("NegLimitPin"), text("Main.near"));
+    axis->setProperty(text("OrgSignalPin"), text("Main.far"));
+    IEditor* editor = program->openAxis(text("Cut"));
+    QVERIFY(editor->gotoLocation(QString(text("OriginReturnSetWidget.") + clicked)));
+    const auto* page = editor->widget()->findChild<QWidget*>(text("OriginReturnSetWidget"));
+    QVERIFY(page);
+    auto* field = page->findChild<QLineEdit*>(clicked);
+    QVERIFY(field);
+    QTRY_VERIFY(field->isVisible());
+    QTest::mouseClick(field, Qt::LeftButton);
+    child<QComboBox>("scope")->setCurrentIndex(1);
+    search(text("main"));
+    QCOMPARE(results(), found);
+    QCOMPARE(status(), text("Places found: 3."));
+}
+
+void ProjectFindTest::withoutAnEditorThereIsNothingToSearch()
+{
+    addAxis("Cut", "Main.stop");
+    save();
+    QVERIFY(!editors().currentEditor());
+    child<QComboBox>("scope")->setCurrentIndex(1);
+    search(text("stop"));
+    QVERIFY(results().isEmpty());
+    QCOMPARE(status(), text("There is nothing here that can be searched."));
+}
+
+void ProjectFindTest::theSampleIsSearchedAsItComes()
+{
+    QString error;
+    const QString file = program->file(text("Sample"));
+    QVERIFY2(makeSampleProject(
+                 text(KESTRUN_SOURCE_DIR "/examples/packaging-line"), text(KESTRUN_CONTROLLER_DIR), file, &error),
+        qPrintable(error));
+    save();
+    QVERIFY(program->workbench->flows().open(file));
+    std::vector<AxisTable*> axes;
+    program->project()->axisModel()->allAxisTables(axes);
+    QVERIFY(!axes.empty());
+    QMap<quint32, QStringList> before;
+    for (const AxisTable* axis : axes)
+        before.insert(axis->id(), viewInfo(*axis));
+    program->workbench->connection().setOnline(true, false);
+    search(text("limits"));
+    QCOMPARE(status(), text("Places found: 3."));
+    program->workbench->connection().setOnline(false, false);
+    // What came with the sample is what the editor leaves.
+    for (const AxisTable* axis : axes) {
+        program->openAxis(axis->name());
+        QCOMPARE(viewInfo(*axis), before.value(axis->id()));
+    }
+}
+
+QTEST_MAIN(ProjectFindTest)
+#include "ProjectFindTest.moc"

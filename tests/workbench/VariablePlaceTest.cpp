@@ -1,0 +1,122 @@
+#include "workbench/VariablePlace.h"
+
+#include "tests/support/TestProject.h"
+
+#include <QtTest>
+
+namespace {
+
+const char* const program = "PROGRAM First\n"
+                            "VAR\n"
+                            "  speed : REAL;\n"
+                            "  axes : ARRAY [0..2000] OF Guard;\n"
+                            "END_VAR\n"
+                            "speed := ready;\n"
+                            "END_PROGRAM\n"
+                            "PROGRAM Second\n"
+                            "VAR_EXTERNAL\n"
+                            "  speed : REAL;\n"
+                            "END_VAR\n"
+                            "speed := 1.0;\n"
+                            "END_PROGRAM\n"
+                            "TYPE Guard : STRUCT\n"
+                            "  open : BOOL;\n"
+                            "END_STRUCT\n"
+                            "END_TYPE\n";
+
+const char* const globals = "VAR_GLOBAL\n"
+                            "  ready : BOOL;\n"
+                            "  speed : REAL;\n"
+                            "  cover : Guard;\n"
+                            "END_VAR\n";
+
+} // namespace
+
+class VariablePlaceTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void namesAtAPlace_data();
+    void namesAtAPlace();
+    void namesOfTheProject_data();
+    void namesOfTheProject();
+    void withoutAProjectThereIsNone();
+};
+
+void VariablePlaceTest::namesAtAPlace_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("a variable of the program") << 6 << "speed"
+                                               << "First.speed";
+    QTest::newRow("one in other letters") << 6 << "SPEED"
+                                          << "First.speed";
+    QTest::newRow("one that the program declares as external") << 10 << "speed"
+                                                               << "IO.speed";
+    QTest::newRow("an external one where it is used") << 12 << "Speed"
+                                                      << "IO.speed";
+    QTest::newRow("a global one by its bare name") << 6 << "ready"
+                                                   << "IO.ready";
+    QTest::newRow("a member of a global one") << 6 << "cover.open"
+                                              << "IO.cover.open";
+    QTest::newRow("a full path") << 12 << "first.Speed"
+                                 << "First.speed";
+    QTest::newRow("an element of a large array") << 6 << "axes[1999].open"
+                                                 << "First.axes[1999].open";
+    QTest::newRow("an element beyond it") << 6 << "axes[2001].open" << QString();
+    QTest::newRow("a member at its declaration in a type") << 15 << "open"
+                                                           << "IO.cover.open";
+    QTest::newRow("an unknown name") << 6 << "unheard" << QString();
+    QTest::newRow("no name") << 6 << "" << QString();
+}
+
+void VariablePlaceTest::namesAtAPlace()
+{
+    QFETCH(int, line);
+    QFETCH(QString, written);
+    QFETCH(QString, path);
+    TestProject project(QStringLiteral("NV3T_70Q12"));
+    project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
+    project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
+    QCOMPARE(variablePathAt({ project.name(), QStringLiteral("Main"), line, written }), path);
+}
+
+void VariablePlaceTest::namesOfTheProject_data()
+{
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("a bare global name") << "READY"
+                                        << "IO.ready";
+    QTest::newRow("a bare path below a global") << "cover.open"
+                                                << "IO.cover.open";
+    QTest::newRow("a full path") << "io.READY"
+                                 << "IO.ready";
+    QTest::newRow("a variable of a program") << "First.speed"
+                                             << "First.speed";
+    QTest::newRow("by way of a program's external") << "Second.speed"
+                                                    << "IO.speed";
+    QTest::newRow("a bare name of a program") << "axes" << QString();
+    QTest::newRow("points alone") << ".." << QString();
+    QTest::newRow("nothing") << "" << QString();
+}
+
+void VariablePlaceTest::namesOfTheProject()
+{
+    QFETCH(QString, written);
+    QFETCH(QString, path);
+    TestProject project(QStringLiteral("NV3T_70Q12"));
+    project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
+    project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
+    QCOMPARE(variablePath(project.name(), written), path);
+}
+
+void VariablePlaceTest::withoutAProjectThereIsNone()
+{
+    QCOMPARE(variablePath(QStringLiteral("Nowhere"), QStringLiteral("IO.ready")), QString());
+    QCOMPARE(
+        variablePathAt({ QStringLiteral("Nowhere"), QStringLiteral("Main"), 1, QStringLiteral("speed") }), QString());
+}
+
+QTEST_MAIN(VariablePlaceTest)
+#include "VariablePlaceTest.moc"
