@@ -49,11 +49,13 @@ add_custom_target(kestrun_benches)
 # What the thread sanitizer runs: tests of code that more than one thread enters.
 add_custom_target(tsan_tests)
 
-# kestrun_test(NAME LABEL folder [THREADS] [TIMEOUT seconds] [SOURCES ...] LINK ...)
+# kestrun_test(NAME LABEL folder [THREADS [FOREIGN_TRANSPORT]] [TIMEOUT seconds] [SOURCES ...] LINK ...)
 # One executable per class, NAME.cpp in the calling folder unless SOURCES say more. Windows stay off the screen.
-# THREADS adds the label "threads" and has the test run under the thread sanitizer too.
+# THREADS adds the label "threads" and has the test run under the thread sanitizer too. FOREIGN_TRANSPORT says that the
+# threads of a remote-call library take part, which comes without instrumentation: the sanitizer then leaves out what
+# happens inside such modules.
 function(kestrun_test name)
-  cmake_parse_arguments(ARG "THREADS" "TIMEOUT" "LABEL;SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "THREADS;FOREIGN_TRANSPORT" "TIMEOUT" "LABEL;SOURCES;LINK" ${ARGN})
   if(NOT ARG_SOURCES)
     set(ARG_SOURCES ${name}.cpp)
   endif()
@@ -71,10 +73,14 @@ function(kestrun_test name)
     list(APPEND ARG_LABEL threads)
     add_dependencies(tsan_tests ${name})
   endif()
+  set(foreign)
+  if(ARG_FOREIGN_TRANSPORT)
+    set(foreign ":ignore_noninstrumented_modules=1")
+  endif()
   set_tests_properties(${name} PROPERTIES
     LABELS "${ARG_LABEL}"
     TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/threads.supp")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/threads.supp${foreign}")
 endfunction()
 
 # kestrun_bench(NAME LINK ...): a program that prints what it measured beside its floor and the ratio of both.

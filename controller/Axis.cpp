@@ -69,6 +69,17 @@ void Axis::begin(Profile profile)
 {
     m_profile = std::move(profile);
     m_cycles = 0;
+    m_stopping = false;
+}
+
+void Axis::beginStop(Profile profile)
+{
+    const double way = std::fabs(profile.end().position - m_set.position);
+    const double present = std::fabs(m_profile.end().position - m_set.position);
+    if (m_stopping && present <= way)
+        return;
+    begin(std::move(profile));
+    m_stopping = true;
 }
 
 double Axis::ratioVelocity(double highest) const
@@ -92,8 +103,13 @@ void Axis::plan()
 
 void Axis::brake(double deceleration, double jerk)
 {
-    const double usable = positiveOr(deceleration, m_settings.limitDeceleration);
-    begin(ProfilePlanner::toVelocity(m_set, 0, { usable, usable, positiveOr(jerk, 0) }));
+    const double usable = positiveOr(deceleration, limitDeceleration());
+    beginStop(ProfilePlanner::toVelocity(m_set, 0, { usable, usable, positiveOr(jerk, 0) }));
+}
+
+double Axis::limitDeceleration() const
+{
+    return positiveOr(m_settings.limitDeceleration, m_settings.emergencyDeceleration);
 }
 
 void Axis::step()
@@ -193,20 +209,17 @@ void Axis::stopAtSoftLimit(double limit, std::int16_t code)
 {
     const MotionLimits limits = limitRamp();
     const double way = ProfilePlanner::stoppingDistance(m_set.velocity, m_set.acceleration, limits);
-    const bool enough = way <= std::fabs(limit - m_set.position) + 1e-9;
-    // A stop that is under way already may be harder than this one.
-    if (!enough && m_state == AxisState::Stopping)
-        return;
+    const double room = m_set.velocity < 0 ? m_set.position - limit : limit - m_set.position;
     limitReached(code);
-    if (enough)
-        begin(ProfilePlanner::toPosition(m_set, limit, std::max(std::fabs(m_set.velocity), 1e-9), limits));
+    if (way <= room + 1e-9)
+        beginStop(ProfilePlanner::toPosition(m_set, limit, std::max(std::fabs(m_set.velocity), 1e-9), limits));
     else
-        brake(limits.deceleration, limits.jerk);
+        brake(std::max(limits.deceleration, m_settings.emergencyDeceleration), 0);
 }
 
 MotionLimits Axis::limitRamp() const
 {
-    return { m_settings.maximumAcceleration, m_settings.limitDeceleration, m_limits.jerk };
+    return { m_settings.maximumAcceleration, limitDeceleration(), m_limits.jerk };
 }
 
 void Axis::superviseSoftLimits()
@@ -232,19 +245,22 @@ void Axis::superviseHardLimits()
 {
     const bool up = m_set.velocity > 0 && m_machine.positiveLimit();
     const bool down = m_set.velocity < 0 && m_machine.negativeLimit();
-    if (m_state == AxisState::ErrorStop || m_atLimit || (!up && !down))
+    if (!up && !down)
         return;
-    limitReached(up ? Diagnosis::hardLimitPositive : Diagnosis::hardLimitNegative);
-    brake(m_settings.limitDeceleration, 0);
+    // What has led to ErrorStop or to a stop at the other kind of limit is the cause, and stays the error that is
+    // shown.
+    if (m_state != AxisState::ErrorStop && !m_atLimit)
+        limitReached(up ? Diagnosis::hardLimitPositive : Diagnosis::hardLimitNegative);
+    brake(limitDeceleration(), 0);
 }
 
 void Axis::superviseDrive()
 {
     if (!isPowered())
         return;
-    if (m_machine.powerLost || m_machine.driveError != 0) {
+    if (m_machine.faults.powerLost || m_machine.faults.driveError != 0) {
         m_enableIn = -1;
-        fail(m_machine.powerLost ? Diagnosis::powerLost : Diagnosis::driveError, false);
+        fail(m_machine.faults.powerLost ? Diagnosis::powerLost : Diagnosis::driveError, false);
         return;
     }
     const double behind = std::fabs(m_set.position - actual());
@@ -298,7 +314,7 @@ AxisRef Axis::status() const
 {
     AxisRef ref{};
     ref.axisState = static_cast<std::uint16_t>(m_state);
-    ref.communication = m_machine.powerLost ? 0 : 1;
+    ref.communication = m_machine.faults.powerLost ? 0 : 1;
     ref.setPosition = shown(m_set.position);
     ref.setVelocity = m_set.velocity;
     ref.setAcceleration = m_set.acceleration;
@@ -308,7 +324,7 @@ AxisRef Axis::status() const
     ref.actualAcceleration = m_machine.acceleration();
     ref.actualTorque = m_machine.torque(m_machine.acceleration(), m_machine.velocity());
     ref.axisError = static_cast<std::uint16_t>(m_error);
-    ref.servoError = m_machine.driveError;
+    ref.servoError = m_machine.faults.driveError;
     ref.positiveHardLimit = m_machine.positiveLimit();
     ref.negativeHardLimit = m_machine.negativeLimit();
     ref.homeSwitch = m_machine.homeSwitch();

@@ -47,6 +47,8 @@ public:
     std::int16_t reset();
     /// Stops at the emergency rate, whatever the axis does; an axis that stands stays as it is.
     void emergencyStop();
+    /// Shows a code as the axis's error, without the state ErrorStop; an error that has led there stays.
+    void showError(std::int16_t code);
     /// @}
 
     /// One cycle.
@@ -87,8 +89,10 @@ private:
     void startAtVelocity(Activity activity, double velocity, const MotionNumbers& numbers);
 
     void begin(Profile profile);
+    void beginStop(Profile profile);
     void plan();
     void brake(double deceleration, double jerk);
+    double limitDeceleration() const;
     double ratioVelocity(double highest) const;
     bool profileDone() const;
     bool standing() const;
@@ -137,6 +141,8 @@ private:
     int m_jogDirection = 0;
     MotionLimits m_limits;
     int m_percent = 100;
+    /// The profile is a stop under way, which only a harder one may replace.
+    bool m_stopping = false;
     /// A limit has been met and the axis is braking because of it.
     bool m_atLimit = false;
 

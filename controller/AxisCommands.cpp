@@ -106,9 +106,9 @@ std::int16_t Axis::setEnable(bool on)
         return Diagnosis::noOutput;
     if (m_state == AxisState::ErrorStop)
         return Diagnosis::notAllowedInState;
-    if (m_machine.powerLost)
+    if (m_machine.faults.powerLost)
         return Diagnosis::powerLost;
-    if (m_machine.driveError != 0)
+    if (m_machine.faults.driveError != 0)
         return Diagnosis::driveError;
     if (!isPowered())
         m_enableIn = m_machine.enableDelay();
@@ -214,10 +214,8 @@ std::int16_t Axis::stop(double deceleration, double jerk)
 
 std::int16_t Axis::startMove(double target, const MotionNumbers& numbers)
 {
+    // The target alone says where to; of a signed velocity the magnitude counts.
     std::int16_t code = checkNumbers(numbers);
-    // The target alone says where to; a velocity against it cannot be meant.
-    if (code == Diagnosis::ok && numbers.velocity < 0)
-        code = Diagnosis::velocityInvalid;
     if (code == Diagnosis::ok)
         code = checkTarget(target);
     if (code != Diagnosis::ok)
@@ -276,6 +274,8 @@ std::int16_t Axis::startJog(int direction, const MotionNumbers& numbers)
     std::int16_t code = checkMotionState();
     if (code == Diagnosis::ok && (!std::isfinite(numbers.velocity) || numbers.velocity == 0))
         code = Diagnosis::velocityInvalid;
+    if (code == Diagnosis::ok && m_settings.maximumJogVelocity == 0)
+        code = Diagnosis::velocityTooHigh;
     if (code == Diagnosis::ok)
         code = checkRamps(numbers);
     if (code == Diagnosis::ok)
@@ -303,13 +303,19 @@ std::int16_t Axis::reset()
         m_error = 0;
         return Diagnosis::ok;
     }
-    if (isMoving() || m_machine.powerLost || m_machine.driveError != 0)
+    if (isMoving() || m_machine.faults.powerLost || m_machine.faults.driveError != 0)
         return Diagnosis::causeNotGone;
     m_error = 0;
     m_atLimit = false;
     m_state = m_powered ? AxisState::StandStill : AxisState::Disabled;
     synchronize();
     return Diagnosis::ok;
+}
+
+void Axis::showError(std::int16_t code)
+{
+    if (m_state != AxisState::ErrorStop)
+        m_error = code;
 }
 
 void Axis::emergencyStop()

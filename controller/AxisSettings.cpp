@@ -57,11 +57,10 @@ public:
     }
 
     /// True for "TRUE" in any case.
-    bool flag(const char* key) const
-    {
-        const auto found = m_values.find(key);
-        return found != m_values.end() && upper(found->second) == "TRUE";
-    }
+    bool flag(const char* key) const { return upperText(key) == "TRUE"; }
+
+    /// True for everything but "FALSE" in any case.
+    bool flagUnlessFalse(const char* key) const { return upperText(key) != "FALSE"; }
 
     const std::string* text(const char* key)
     {
@@ -74,8 +73,10 @@ public:
     }
 
 private:
-    static std::string upper(std::string text)
+    std::string upperText(const char* key) const
     {
+        const auto found = m_values.find(key);
+        std::string text = found == m_values.end() ? std::string() : found->second;
         std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::toupper(c); });
         return text;
     }
@@ -142,15 +143,16 @@ void readDynamics(Reader& reader, AxisSettings& settings)
     settings.rotary = reader.flag("ModeSet");
     settings.rotationPeriod = settings.rotary ? reader.positive("RotationPeriod") : reader.number("RotationPeriod");
     readSoftLimits(reader, settings);
-    settings.limitWithoutError = reader.flag("ErrorStopEnable");
-    settings.limitDeceleration = reader.positive("LimitDec");
+    settings.limitWithoutError = reader.flagUnlessFalse("ErrorStopEnable");
+    settings.limitDeceleration = reader.notNegative("LimitDec");
     settings.emergencyDeceleration = reader.positive("AxisErrorDec");
-    settings.maximumVelocity = reader.positive("MaxVel");
-    settings.maximumAcceleration = reader.positive("MaxAcc");
-    settings.maximumJogVelocity = reader.positive("JogMaxVel");
-    settings.followingErrorThreshold = reader.notNegative("FollowErrorThreshold");
-    settings.maximumTorquePositive = reader.number("PosTorqueMaxValue");
-    settings.maximumTorqueNegative = reader.number("NegTorqueMaxValue");
+    settings.maximumVelocity = reader.notNegative("MaxVel");
+    settings.maximumAcceleration = reader.notNegative("MaxAcc");
+    settings.maximumJogVelocity = reader.notNegative("JogMaxVel");
+    settings.followingErrorThreshold = reader.number("FollowErrorThreshold");
+    // The simulated drive has no torque loop that they could bound; that they are numbers is all that matters here.
+    reader.number("PosTorqueMaxValue");
+    reader.number("NegTorqueMaxValue");
 }
 
 void readHoming(Reader& reader, AxisSettings& settings)

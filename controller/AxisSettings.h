@@ -43,16 +43,15 @@ struct AxisSettings {
     /// A limit stops the axis without an error.
     bool limitWithoutError = true;
 
+    /// 0: the emergency deceleration serves.
     double limitDeceleration = 1000;
     double emergencyDeceleration = 10000;
+    /// What no motion may exceed; 0 lets none through.
     double maximumVelocity = 10;
     double maximumAcceleration = 500000;
     double maximumJogVelocity = 500;
-    /// 0: not supervised.
+    /// Not positive: not supervised.
     double followingErrorThreshold = 0;
-    /// In steps of 0.1 %; 0: not limited.
-    double maximumTorquePositive = 0;
-    double maximumTorqueNegative = 0;
 
     int homingMethod = 0;
     double homingVelocity = 10;

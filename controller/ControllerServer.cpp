@@ -81,7 +81,7 @@ struct ControllerServer::Private {
     bool checkAddress(std::string* error);
     bool listen(std::string* error);
     void stopListening();
-    void actOn(const Faults::Action& action);
+    bool actOn(const Faults::Action& action, bool* waits, std::string* error);
 };
 
 ControllerServer::ControllerServer(MotionController* controller, ServerOptions options) : d(new Private)
@@ -214,44 +214,36 @@ std::string ControllerServer::address() const
     return (bracketed ? "[" + d->host + "]" : d->host) + ":" + std::to_string(d->port);
 }
 
-void ControllerServer::Private::actOn(const Faults::Action& action)
+bool ControllerServer::Private::actOn(const Faults::Action& action, bool* waits, std::string* error)
 {
+    const auto breakMachine = [&](const std::function<void(MachineFaults&)>& how) {
+        *waits = !controller->breakMachine(action.axis, how);
+        return true;
+    };
     switch (action.kind) {
     case Faults::Action::PowerLost:
-        controller->withAxis(action.axis, [](Axis& axis) { axis.machine().powerLost = true; });
-        return;
+        return breakMachine([](MachineFaults& faults) { faults.powerLost = true; });
     case Faults::Action::DriveError:
-        controller->withAxis(action.axis, [code = action.code](Axis& axis) { axis.machine().driveError = code; });
-        return;
+        return breakMachine([&action](MachineFaults& faults) { faults.driveError = action.code; });
     case Faults::Action::Blocked:
-        controller->withAxis(action.axis, [](Axis& axis) { axis.machine().blocked = true; });
-        return;
+        return breakMachine([](MachineFaults& faults) { faults.blocked = true; });
     case Faults::Action::Heal:
-        for (int axisNo = 0; axisNo < 256; ++axisNo) {
-            controller->withAxis(axisNo, [](Axis& axis) {
-                axis.machine().powerLost = axis.machine().blocked = false;
-                axis.machine().driveError = 0;
-            });
-        }
-        return;
-    case Faults::Action::DropLink: {
-        std::string ignored;
+        controller->healMachines();
+        return true;
+    case Faults::Action::DropLink:
         if (!server)
-            return;
+            return true;
         stopListening();
-        listen(&ignored);
-        return;
-    }
+        return listen(error);
     case Faults::Action::None:
-        return;
+        break;
     }
+    return true;
 }
 
-bool ControllerServer::setFault(const std::string& line, std::string* error)
+bool ControllerServer::setFault(const std::string& line, std::string* error, bool* waits)
 {
     Faults::Action action;
-    if (!d->faults.set(line, &action, error))
-        return false;
-    d->actOn(action);
-    return true;
+    bool ignored = false;
+    return d->faults.set(line, &action, error) && d->actOn(action, waits ? waits : &ignored, error);
 }

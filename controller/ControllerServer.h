@@ -36,8 +36,9 @@ public:
     /// "HOST:PORT".
     std::string address() const;
 
-    /// Carries a line of Faults out. False with a text when it is none.
-    bool setFault(const std::string& line, std::string* error);
+    /// Carries a line of Faults out. False with a text when it is none, or cannot be carried out. Waits (which may be
+    /// null) is set when the fault is one of an axis that the controller does not have yet, and holds once it does.
+    bool setFault(const std::string& line, std::string* error, bool* waits = nullptr);
 
     /// True for addresses that never leave the machine.
     static bool isLoopback(const std::string& host);

@@ -27,6 +27,11 @@ std::string bytesOf(const AxisRef& ref, int size)
     const int length = std::clamp(size, 0, axisRefSize);
     return std::string(reinterpret_cast<const char*>(&ref), static_cast<std::size_t>(length));
 }
+/// For answers that have no room for a result.
+Status refusedOnPurpose(const Faults::Effect& effect)
+{
+    return Status(grpc::StatusCode::FAILED_PRECONDITION, "refused on purpose with " + std::to_string(effect.refusal));
+}
 } // namespace
 
 ControllerService::ControllerService(MotionController* controller, Faults* faults, std::string token)
@@ -34,11 +39,16 @@ ControllerService::ControllerService(MotionController* controller, Faults* fault
 {
 }
 
-Status ControllerService::finish(Context* context, const Faults::Effect& effect) const
+void ControllerService::waitFor(Context* context, const Faults::Effect& effect) const
 {
     const auto until = Clock::now() + std::chrono::milliseconds(effect.delayMs);
     while ((effect.lost || Clock::now() < until) && !m_ending && !context->IsCancelled())
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
+}
+
+Status ControllerService::finish(Context* context, const Faults::Effect& effect) const
+{
+    waitFor(context, effect);
     return effect.lost ? Status(grpc::StatusCode::CANCELLED, "lost on purpose") : Status::OK;
 }
 
@@ -65,11 +75,13 @@ Status ControllerService::command(Context* context, const char* method, const Re
 
 Status ControllerService::Handshake(Context* context, const proto::HandshakeRequest*, proto::HandshakeReply* reply)
 {
+    const Faults::Effect effect = m_faults->take("Handshake");
     const std::int64_t told = m_faults->version();
     reply->set_version(told < 0 ? protocolVersion : static_cast<std::uint32_t>(told));
     reply->set_name("Soft controller");
     reply->set_token_needed(!m_token.empty());
-    return finish(context, m_faults->take("Handshake"));
+    const Status status = finish(context, effect);
+    return effect.refusal == 0 ? status : refusedOnPurpose(effect);
 }
 
 Status ControllerService::Login(Context* context, const proto::LoginRequest* request, proto::LoginReply* reply)
@@ -78,8 +90,11 @@ Status ControllerService::Login(Context* context, const proto::LoginRequest* req
     if (request->version() != protocolVersion) {
         reply->set_result(Diagnosis::versionDiffers);
         reply->set_reason("The controller speaks version " + std::to_string(protocolVersion) + " of the protocol.");
-    } else if (effect.refusal != 0 || !equalSecrets(request->token(), m_token)) {
-        reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
+    } else if (effect.refusal != 0) {
+        reply->set_result(effect.refusal);
+        reply->set_reason("It does so on purpose.");
+    } else if (!m_token.empty() && !equalSecrets(request->token(), m_token)) {
+        reply->set_result(Diagnosis::refused);
         reply->set_reason("The token is wrong.");
     } else {
         reply->set_session(m_sessions.open());
@@ -94,8 +109,12 @@ Status ControllerService::Login(Context* context, const proto::LoginRequest* req
 Status ControllerService::Attend(
     Context* context, const proto::SessionRequest* request, grpc::ServerWriter<proto::SessionEvent>* writer)
 {
+    const Faults::Effect effect = m_faults->take("Attend");
+    if (effect.refusal != 0)
+        return refusedOnPurpose(effect);
     if (!m_sessions.attend(request->session()))
         return Status(grpc::StatusCode::UNAUTHENTICATED, "no such session, or it is attended already");
+    waitFor(context, effect);
     proto::SessionEvent event;
     event.set_stop_held(m_controller->isStopHeld());
     bool written = writer->Write(event);
@@ -163,11 +182,12 @@ Status ControllerService::StopAll(Context* context, const proto::StopAllRequest*
     });
 }
 
-Status ControllerService::ReadCurves(Context*, const proto::CurvesRequest* request, proto::CurvesReply* reply)
+Status ControllerService::ReadCurves(Context* context, const proto::CurvesRequest* request, proto::CurvesReply* reply)
 {
-    if (m_sessions.find(request->session()) == 0) {
-        reply->set_result(Diagnosis::refused);
-        return Status::OK;
+    const Faults::Effect effect = m_faults->take("ReadCurves");
+    if (m_sessions.find(request->session()) == 0 || effect.refusal != 0) {
+        reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
+        return finish(context, effect);
     }
     std::uint64_t time = 0;
     for (const int axisNo : request->axes()) {
@@ -175,7 +195,7 @@ Status ControllerService::ReadCurves(Context*, const proto::CurvesRequest* reque
         reply->add_status(m_controller->peek(axisNo, &ref, &time) ? bytesOf(ref, axisRefSize) : std::string());
     }
     reply->set_time_us(time);
-    return Status::OK;
+    return finish(context, effect);
 }
 
 Status ControllerService::status(

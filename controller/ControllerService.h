@@ -82,6 +82,7 @@ private:
     Status status(Context* context, const char* method, const kestrun::protocol::StatusRequest& request,
         kestrun::protocol::StatusReply* reply, bool known);
     Status finish(Context* context, const Faults::Effect& effect) const;
+    void waitFor(Context* context, const Faults::Effect& effect) const;
 
     MotionController* m_controller;
     Faults* m_faults;

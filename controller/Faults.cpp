@@ -1,11 +1,23 @@
 #include "controller/Faults.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <sstream>
 
 namespace {
 /// The key of a fault that concerns every request.
 const std::string everyMethod;
+
+const char* const methods[]
+    = { "Handshake", "Login", "Attend", "Logout", "DownloadAxes", "ReadAxes", "StopAll", "ReadCurves", "GetAxisRef",
+          "GetAxesGroupRef", "EnterDebugMode", "KeepAlive", "SetEnable", "SetPosition", "SetHomeOffset", "SetVelRatio",
+          "SetHome", "SetStop", "MoveAbs", "MoveRel", "MoveVel", "JopPos", "JopNeg", "Reset" };
+
+bool isMethod(const std::string& name)
+{
+    return std::any_of(std::begin(methods), std::end(methods), [&name](const char* method) { return name == method; });
+}
 
 bool toNumber(const std::string& word, int lowest, int highest, int* number)
 {
@@ -35,7 +47,7 @@ const char* Faults::help()
            "  wrong-length BYTES            status replies have so many bytes\n"
            "  refuse CODE [METHOD]          the request is not carried out and answered with the code\n"
            "  version NUMBER                the handshake tells this version of the protocol\n"
-           "  power-lost AXIS               the drive loses its power\n"
+           "  power-lost AXIS               the drive has no power, also of an axis to come\n"
            "  drive-error CODE AXIS         the drive reports an error\n"
            "  blocked AXIS                  the machine does not move\n"
            "  drop-link                     all connections are cut; new ones are taken\n"
@@ -81,6 +93,10 @@ bool Faults::setReplies(const Words& words, std::string* error)
         || !toNumber(words[1], refuse ? -32768 : 0, refuse ? 32767 : 3600000, &number))
         return needsNumber(error, words.front());
     const std::string method = words.size() == 3 ? words[2] : everyMethod;
+    if (method != everyMethod && !isMethod(method)) {
+        *error = method + ": is no request";
+        return false;
+    }
     if (refuse)
         m_refused[method] = static_cast<std::int16_t>(number);
     else if (words.front() == "late-replies")

@@ -8,14 +8,15 @@
 
 /// Misbehaviour on demand, by name, so that whoever tests a client can script what goes wrong. Any thread.
 ///
-/// Each line is a name with its arguments; METHOD is the name of a request such as "MoveAbs", none means all:
+/// Each line is a name with its arguments; METHOD is the name of a request such as "MoveAbs", none means all that the
+/// service offers, Handshake, Attend and ReadCurves included:
 ///
 ///   late-replies MS [METHOD]       answers come so much later
 ///   lost-replies COUNT [METHOD]    so many requests are carried out and never answered; 0 is all
 ///   wrong-length BYTES             status replies have so many bytes
 ///   refuse CODE [METHOD]           the request is not carried out and answered with the code
 ///   version NUMBER                 the handshake tells this version of the protocol
-///   power-lost AXIS                the drive loses its power
+///   power-lost AXIS                the drive has no power, also of an axis to come
 ///   drive-error CODE AXIS          the drive reports an error
 ///   blocked AXIS                   the machine does not move
 ///   drop-link                      all connections are cut; new ones are taken

@@ -39,16 +39,13 @@ HomingRun::Order HomingRun::start(const Mechanics& machine)
         m_latched = machine.position();
         return { Order::Done, 0, 0 };
     }
-    if (m_method.signal == HomingSignal::Index)
-        return approach();
     const int direction = isActive(m_method.signal, machine) ? m_method.whenActive : m_method.whenInactive;
     const HomingSignal ahead = direction < 0 ? HomingSignal::NegativeLimit : HomingSignal::PositiveLimit;
     if (ahead == m_method.signal || !isActive(ahead, machine))
-        return search(direction);
+        return m_method.signal == HomingSignal::Index ? approach() : search(direction);
     // Standing on the limit already: there is nothing to be met on the way there.
     if (direction != m_method.turnsAtLimit)
         return fail(Diagnosis::homingLimit);
-    m_turned = true;
     return search(-direction);
 }
 
@@ -121,8 +118,8 @@ HomingRun::Order HomingRun::brakeAt(const PassedEdge& edge) const
 
 HomingRun::Order HomingRun::meetLimit(int side)
 {
-    const bool allowed = side == m_method.turnsAtLimit && !m_turned;
-    m_turned = true;
+    // After the turn every way leads away from that switch, and braking that comes back to it is no search any more.
+    const bool allowed = side == m_method.turnsAtLimit;
     if (allowed && m_leg == Leg::Search) {
         m_leg = Leg::TurningRound;
         return { Order::BrakeHard, 0, 0 };

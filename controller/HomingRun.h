@@ -61,7 +61,6 @@ private:
     Speeds m_speeds;
     Leg m_leg = Leg::Search;
     int m_direction = 0;
-    bool m_turned = false;
     double m_elapsed = 0;
     double m_latched = 0;
 };

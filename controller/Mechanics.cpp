@@ -177,15 +177,15 @@ Mechanics::Mechanics(const MechanicsSettings& settings, const AxisSettings& axis
 void Mechanics::follow(double commanded, double seconds)
 {
     const double share = m_direct ? 1 : 1 - std::exp(-m_settings.gain * seconds);
-    moveTo(blocked ? m_position : m_position + (commanded - m_position) * share, seconds);
+    moveTo(faults.blocked ? m_position : m_position + (commanded - m_position) * share, seconds);
 }
 
 void Mechanics::coast(double deceleration, double seconds)
 {
     const double slower = std::max(0.0, std::fabs(m_velocity) - deceleration * seconds);
     const double velocity = std::copysign(slower, m_velocity);
-    moveTo(blocked ? m_position : m_position + (m_velocity + velocity) / 2 * seconds, seconds);
-    m_velocity = blocked ? 0 : velocity;
+    moveTo(faults.blocked ? m_position : m_position + (m_velocity + velocity) / 2 * seconds, seconds);
+    m_velocity = faults.blocked ? 0 : velocity;
 }
 
 void Mechanics::moveTo(double position, double seconds)

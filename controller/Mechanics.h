@@ -44,6 +44,16 @@ struct MechanicsSettings {
     bool read(const std::string& json, std::string* error);
 };
 
+/// What is broken about a machine.
+struct MachineFaults {
+    /// It does not move.
+    bool blocked = false;
+    /// The drive has no power.
+    bool powerLost = false;
+    /// What the drive reports, 0 for no error.
+    std::int16_t driveError = 0;
+};
+
 /// An edge that the axis has passed in a cycle.
 struct PassedEdge {
     HomingSignal signal;
@@ -77,12 +87,7 @@ public:
 
     double enableDelay() const { return m_settings.enableDelay; }
 
-    /// \name Faults
-    /// @{
-    bool blocked = false;
-    bool powerLost = false;
-    std::int16_t driveError = 0;
-    /// @}
+    MachineFaults faults;
 
 private:
     void moveTo(double position, double seconds);

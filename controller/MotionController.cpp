@@ -220,6 +220,7 @@ DownloadResult MotionController::download(const std::vector<AxisText>& axes)
             }
         }
         m_entries.swap(entries);
+        applyMachineFaults();
         for (auto& owner : m_owners)
             owner = 0;
         return Diagnosis::ok;
@@ -238,6 +239,34 @@ std::vector<AxisText> MotionController::axes()
         return Diagnosis::ok;
     });
     return list;
+}
+
+void MotionController::applyMachineFaults()
+{
+    for (int axisNo = 0; axisNo < axisNumbers; ++axisNo) {
+        if (Entry* entry = find(axisNo))
+            entry->axis.machine().faults = m_machineFaults[axisNo];
+    }
+}
+
+bool MotionController::breakMachine(int axisNo, const std::function<void(MachineFaults&)>& how)
+{
+    if (axisNo < 0 || axisNo >= axisNumbers)
+        return false;
+    return run([&]() -> std::int16_t {
+        how(m_machineFaults[axisNo]);
+        applyMachineFaults();
+        return find(axisNo) ? Diagnosis::ok : Diagnosis::unknownAxis;
+    }) == Diagnosis::ok;
+}
+
+void MotionController::healMachines()
+{
+    run([&]() -> std::int16_t {
+        m_machineFaults.fill({});
+        applyMachineFaults();
+        return Diagnosis::ok;
+    });
 }
 
 bool MotionController::withAxis(int axisNo, const std::function<void(Axis&)>& task)
@@ -276,8 +305,11 @@ void MotionController::superviseSession(Entry& entry, int axisNo)
 {
     if (entry.owner == 0 || entry.leaving)
         return;
-    if (m_nowUs - m_heardUs[axisNo].load() > entry.timeoutUs)
-        leave(entry);
+    if (m_nowUs - m_heardUs[axisNo].load() <= entry.timeoutUs)
+        return;
+    // Whoever comes back to the axis is to see why it has stopped.
+    entry.axis.showError(Diagnosis::debugTimeout);
+    leave(entry);
 }
 
 void MotionController::finishLeaving(Entry& entry, int axisNo)

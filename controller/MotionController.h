@@ -94,7 +94,13 @@ public:
     /// The same for curves: keeps nothing alive. The time is that of the cycle in microseconds.
     bool peek(int axisNo, AxisRef* ref, std::uint64_t* timeUs);
 
-    /// Runs something with the axis between two cycles, for faults and tests. False for an unknown axis.
+    /// Breaks the machine of that axis. The fault stays through every download until healMachines(). False while there
+    /// is no such axis: the fault then waits for it. An axis number out of range changes nothing.
+    bool breakMachine(int axisNo, const std::function<void(MachineFaults&)>& how);
+    /// Ends all faults of machines.
+    void healMachines();
+
+    /// Runs something with the axis between two cycles, for tests. False for an unknown axis.
     bool withAxis(int axisNo, const std::function<void(Axis&)>& task);
 
     CycleStatistics statistics() const;
@@ -131,6 +137,7 @@ private:
     void takeTasks();
     void answerTasks();
     bool publish();
+    void applyMachineFaults();
     void superviseSession(Entry& entry, int axisNo);
     void finishLeaving(Entry& entry, int axisNo);
     void leave(Entry& entry);
@@ -147,6 +154,7 @@ private:
     // The cycle's own; others come to it by tasks.
     std::mutex m_cycleMutex;
     Entries m_entries;
+    std::array<MachineFaults, axisNumbers> m_machineFaults;
     std::int64_t m_nowUs = 0;
 
     std::mutex m_taskMutex;

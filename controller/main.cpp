@@ -135,8 +135,9 @@ private:
             const CycleStatistics statistics = m_controller.statistics();
             std::cout << "cycles " << statistics.cycles << " late " << statistics.late << std::endl;
         } else if (line.compare(0, 6, "fault ") == 0) {
-            if (server.setFault(line.substr(6), &error))
-                std::cout << "done " << line << std::endl;
+            bool waits = false;
+            if (server.setFault(line.substr(6), &error, &waits))
+                std::cout << (waits ? "waiting for the axis: " : "done ") << line << std::endl;
         } else if (!line.empty()) {
             error = "\"" + line + "\" is no command";
         }

@@ -48,8 +48,12 @@ struct AxisRef {
 constexpr int axisRefSize = 248;
 
 static_assert(sizeof(double) == 8, "binary64 is what goes over the wire");
+#if defined(__BYTE_ORDER__)
 static_assert(
     __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the reply is copied as it stands, so the machine is little-endian");
+#elif !defined(_WIN32)
+#error "the reply is copied as it stands, so the machine must be little-endian; this compiler does not tell"
+#endif
 static_assert(sizeof(AxisRef) == axisRefSize, "the reply has 248 bytes");
 static_assert(offsetof(AxisRef, axisState) == 4, "");
 static_assert(offsetof(AxisRef, communication) == 8, "");

@@ -68,9 +68,8 @@ constexpr std::int16_t powerLost = 27;
 constexpr std::int16_t driveError = 28;
 /// The cause of the error is still there.
 constexpr std::int16_t causeNotGone = 29;
-/// Another command has taken this one's place before it was done.
-constexpr std::int16_t aborted = 30;
-/// The debug session has ended because its client was silent for too long.
+/// The debug session has ended because its client was silent for too long; an axis shows it as its error, without the
+/// state ErrorStop.
 constexpr std::int16_t debugTimeout = 31;
 /// A flag or time of the request is out of range.
 constexpr std::int16_t argumentInvalid = 32;

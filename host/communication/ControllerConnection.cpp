@@ -135,6 +135,8 @@ private:
             ControllerLink::setActive(nullptr);
         if (!m_ending)
             m_events.lost(reason);
+        // A controller that lets everybody in and nobody stay must not be asked without a rest.
+        pause();
     }
 
     void pause()

@@ -198,7 +198,9 @@ GrpcLink::LoginOutcome GrpcLink::sendLogin(Deadline deadline)
     proto::LoginRequest request;
     proto::LoginReply reply;
     request.set_version(protocolVersion);
-    request.set_token(m_address.token.toStdString());
+    // Elsewhere the certificate stands for it, and a secret goes to nobody who does not ask for it.
+    if (!m_address.usesTls())
+        request.set_token(m_address.token.toStdString());
     request.set_client_name(QSysInfo::machineHostName().toStdString());
     const grpc::Status status = send(&Stub::Login, request, &reply, deadline, true);
     if (!status.ok())

@@ -45,7 +45,6 @@ constexpr ErrorName errorNames[] = {
     { "MC_POWER_LOST", Diagnosis::powerLost },
     { "MC_DRIVE_ERROR", Diagnosis::driveError },
     { "MC_CAUSE_NOT_GONE", Diagnosis::causeNotGone },
-    { "MC_ABORTED", Diagnosis::aborted },
     { "MC_DEBUG_TIMEOUT", Diagnosis::debugTimeout },
     { "MC_ARGUMENT_INVALID", Diagnosis::argumentInvalid },
     { "MC_NO_OUTPUT", Diagnosis::noOutput },

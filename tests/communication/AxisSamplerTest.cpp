@@ -1,11 +1,14 @@
 #include "host/communication/AxisSampler.h"
 
-#include "host/communication/ControllerConnection.h"
 #include "protocol/AxisRefLayout.h"
+#include "protocol/DiagnosisCodes.h"
+#include "tests/communication/ControllerClient.h"
 #include "tests/communication/RecordingController.h"
 
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <limits>
 
 namespace {
 std::string bytesOf(const AxisRef& ref)
@@ -20,6 +23,11 @@ class AxisSamplerTest : public QObject {
 private slots:
     void samplesTellTheValuesAndTheSecond();
     void whatIsNoStatusIsLeftOut();
+    void samplerReadsCurves();
+    void samplingKeepsNoSessionAlive();
+    void faultsOfEveryRequestConcernItToo();
+    void anyPeriodIsSurvived_data();
+    void anyPeriodIsSurvived();
 };
 
 void AxisSamplerTest::samplesTellTheValuesAndTheSecond()
@@ -71,6 +79,113 @@ void AxisSamplerTest::whatIsNoStatusIsLeftOut()
     const auto samples = sampled.first().first().value<QVector<AxisSample>>();
     QCOMPARE(samples.size(), 1);
     QCOMPARE(samples.first().axisNo, 3);
+}
+
+void AxisSamplerTest::samplerReadsCurves()
+{
+    ControllerHost host;
+    host.addAxes(2);
+    ControllerConnection connection;
+    AxisSampler sampler(&connection);
+    QSignalSpy sampled(&sampler, &AxisSampler::sampled);
+    sampler.setAxes({ 1, 9, 0 }, 5);
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(1));
+    RpcCmdSend().rpc_AxisDebug_JopNeg(1, 1, 50, 1000, 1000, 0);
+    QTRY_VERIFY(sampled.count() > 20);
+    const auto isFast = [&] {
+        const auto samples = sampled.last().at(0).value<QVector<AxisSample>>();
+        return samples.size() == 2 && samples.at(0).axisNo == 1 && samples.at(1).axisNo == 0
+            && samples.at(0).setVelocity == -50 && samples.at(0).actualPosition < 0 && samples.at(1).setVelocity == 0;
+    };
+    QTRY_VERIFY(isFast());
+    double time = -1;
+    for (int i = 0; i < sampled.count(); ++i) {
+        const auto samples = sampled.at(i).at(0).value<QVector<AxisSample>>();
+        QVERIFY(samples.first().time >= time);
+        time = samples.first().time;
+    }
+    sampler.setAxes({}, 5);
+    QTest::qWait(50);
+    const int before = sampled.count();
+    QTest::qWait(100);
+    QCOMPARE(sampled.count(), before);
+}
+
+void AxisSamplerTest::samplingKeepsNoSessionAlive()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    AxisSampler sampler(&connection);
+    sampler.setAxes({ 0 }, 5);
+    QVERIFY(connectTo(connection, host.address()));
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_EnterDebugMode(0, 1, 300), Diagnosis::ok);
+    QCOMPARE(host.peek(0).debugMode, std::uint8_t(1));
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 2000);
+}
+
+void AxisSamplerTest::faultsOfEveryRequestConcernItToo()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    AxisSampler sampler(&connection);
+    QSignalSpy sampled(&sampler, &AxisSampler::sampled);
+    QVERIFY(connectTo(connection, host.address()));
+    sampler.setAxes({ 0 }, 5);
+    QTRY_VERIFY(sampled.count() > 5);
+    for (const char* line : { "refuse 77", "lost-replies 0" }) {
+        host.fault(line);
+        // What was under way may still arrive.
+        QTest::qWait(100);
+        const int before = sampled.count();
+        QTest::qWait(400);
+        QVERIFY2(sampled.count() == before, line);
+        host.fault("none");
+        QTRY_VERIFY2_WITH_TIMEOUT(sampled.count() > before + 5, line, 5000);
+    }
+    host.fault("late-replies 300");
+    QTest::qWait(100);
+    int before = sampled.count();
+    QTest::qWait(1000);
+    QVERIFY2(sampled.count() - before >= 1 && sampled.count() - before <= 4, "each comes 300 ms later");
+    host.fault("none");
+    host.fault("lost-replies 1");
+    QTest::qWait(100);
+    before = sampled.count();
+    QTRY_VERIFY_WITH_TIMEOUT(sampled.count() > before + 5, 5000);
+}
+
+void AxisSamplerTest::anyPeriodIsSurvived_data()
+{
+    QTest::addColumn<int>("period");
+    QTest::addColumn<bool>("quick");
+    QTest::newRow("none") << 0 << true;
+    QTest::newRow("negative") << -5 << true;
+    QTest::newRow("the lowest there is") << std::numeric_limits<int>::min() << true;
+    QTest::newRow("the highest there is") << std::numeric_limits<int>::max() << false;
+}
+
+void AxisSamplerTest::anyPeriodIsSurvived()
+{
+    QFETCH(int, period);
+    QFETCH(bool, quick);
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    AxisSampler sampler(&connection);
+    QSignalSpy sampled(&sampler, &AxisSampler::sampled);
+    QVERIFY(connectTo(connection, host.address()));
+    sampler.setAxes({ 0 }, period);
+    QTRY_VERIFY(sampled.count() > (quick ? 10 : 0));
+    if (quick)
+        return;
+    // It waits as long as it was told, and still hears the next order at once.
+    QTest::qWait(50);
+    QCOMPARE(sampled.count(), 1);
+    sampler.setAxes({ 0 }, 5);
+    QTRY_VERIFY(sampled.count() > 5);
 }
 
 QTEST_GUILESS_MAIN(AxisSamplerTest)

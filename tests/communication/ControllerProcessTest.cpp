@@ -104,6 +104,7 @@ private slots:
     void survivesGarbage();
     void survivesHalfOpenConnections();
     void faultsComeThroughItsInput();
+    void faultsOfAxesAreKeptForThem();
     void mutualTls_data();
     void mutualTls();
     void cycleIsReportedOnDemand();
@@ -358,19 +359,60 @@ void ControllerProcessTest::faultsComeThroughItsInput()
     QCOMPARE(statusOf(0).axisState, std::uint16_t(1));
 }
 
+void ControllerProcessTest::faultsOfAxesAreKeptForThem()
+{
+    Setup setup;
+    QVERIFY(setup.start({ QStringLiteral("--fault"), QStringLiteral("power-lost 0"), QStringLiteral("--fault"),
+        QStringLiteral("blocked 1") }));
+    RpcCmdSend rpc;
+    QCOMPARE(rpc.rpc_AxisDebug_EnterDebugMode(0, 1, 20000), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_SetEnable(0, 1), Diagnosis::powerLost);
+    QCOMPARE(statusOf(0).communication, std::uint8_t(0));
+    QCOMPARE(rpc.rpc_AxisDebug_EnterDebugMode(1, 1, 20000), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_SetEnable(1, 1), Diagnosis::ok);
+    QTRY_COMPARE(statusOf(1).axisState, std::uint16_t(3));
+    QCOMPARE(rpc.rpc_AxisDebug_MoveVel(1, 5, 1000, 1000, 0), Diagnosis::ok);
+    QTRY_VERIFY(statusOf(1).setPosition > 0.5);
+    QCOMPARE(statusOf(1).actualPosition, 0.0);
+    setup.process.command(QStringLiteral("fault none"));
+    QTRY_VERIFY(statusOf(1).actualPosition > 0.5);
+    QCOMPARE(rpc.rpc_AxisDebug_SetEnable(0, 1), Diagnosis::ok);
+    QTRY_COMPARE(statusOf(0).axisState, std::uint16_t(3));
+
+    // On its input the program says whether the axis is there.
+    QProcess process;
+    process.start(program(), { QStringLiteral("--end-with-input") });
+    process.write("token\n");
+    QVERIFY(process.waitForReadyRead(5000));
+    process.readLine();
+    process.write("fault power-lost 5\n");
+    QVERIFY(process.waitForReadyRead(5000));
+    QCOMPARE(process.readLine(), QByteArray("waiting for the axis: fault power-lost 5\n"));
+    process.write("fault late-replies 5\n");
+    QVERIFY(process.waitForReadyRead(5000));
+    QCOMPARE(process.readLine(), QByteArray("done fault late-replies 5\n"));
+    process.write("quit\n");
+    QVERIFY(process.waitForFinished(3000));
+}
+
 void ControllerProcessTest::mutualTls_data()
 {
     QTest::addColumn<QString>("client");
+    QTest::addColumn<QByteArray>("token");
     QTest::addColumn<bool>("fine");
-    QTest::newRow("with the certificate of the same authority") << QStringLiteral("right") << true;
-    QTest::newRow("with the certificate of another authority") << QStringLiteral("strange") << false;
-    QTest::newRow("without a certificate") << QString() << false;
-    QTest::newRow("with a controller that another authority has signed") << QStringLiteral("distrustful") << false;
+    const QByteArray none;
+    QTest::newRow("with the certificate of the same authority") << QStringLiteral("right") << none << true;
+    QTest::newRow("with that certificate and a token besides") << QStringLiteral("right") << QByteArray("t") << true;
+    QTest::newRow("with the certificate of another authority") << QStringLiteral("strange") << none << false;
+    QTest::newRow("without a certificate") << QString() << QByteArray("t") << false;
+    QTest::newRow("with a controller that another authority has signed")
+        << QStringLiteral("distrustful") << none << false;
 }
 
 void ControllerProcessTest::mutualTls()
 {
     QFETCH(QString, client);
+    QFETCH(QByteArray, token);
     QFETCH(bool, fine);
     static QTemporaryDir directory;
     const auto file = [](const char* set, const char* name) {
@@ -395,7 +437,7 @@ void ControllerProcessTest::mutualTls()
     if (!client.isEmpty()) {
         const char* own = client == QLatin1String("strange") ? "strange" : "right";
         const char* trusted = client == QLatin1String("distrustful") ? "strange" : "right";
-        address.token.clear();
+        address.token = token;
         address.authorityFile = file(trusted, "authority.pem");
         address.certificateFile = file(own, "workbench.pem");
         address.keyFile = file(own, "workbench.key");

@@ -1,38 +1,103 @@
 #include "host/communication/StopLine.h"
 
 #include "host/communication/BackgroundTransactionService.h"
-#include "host/communication/ControllerConnection.h"
-#include "host/communication/RpcCmdSend.h"
+#include "host/communication/ControllerLink.h"
 #include "protocol/DiagnosisCodes.h"
 #include "sdk/Transaction.h"
+#include "tests/communication/ControllerClient.h"
 #include "tests/communication/RecordingController.h"
 
-#include <QScopeGuard>
-#include <QSemaphore>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <vector>
+
 namespace {
-/// Asks something once it is let go, and tells with what result.
-class Ask : public Transaction {
+/// Transactions that hold the service's thread until they are let go, and note what their requests would come to.
+class Queue {
+public:
+    explicit Queue(BackgroundTransactionService& service)
+    {
+        for (int i = 0; i < 3; ++i)
+            service.submitTransaction(new Hold(*this), true);
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_refusals.size() == 1; });
+    }
+
+    ~Queue() { letGo(); }
+
+    void letGo()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_free = true;
+        m_changed.notify_all();
+    }
+
+    /// The refusal, 0 for none, under which each has run.
+    std::vector<short> refusals()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_refusals;
+    }
+
+private:
+    class Hold : public Transaction {
+    public:
+        explicit Hold(Queue& queue) : m_queue(queue) { }
+
+        void execute() override
+        {
+            std::unique_lock<std::mutex> lock(m_queue.m_mutex);
+            m_queue.m_refusals.push_back(ControllerLink::Refusal::present());
+            m_queue.m_changed.notify_all();
+            m_queue.m_changed.wait(lock, [this] { return m_queue.m_free; });
+        }
+
+    private:
+        Queue& m_queue;
+    };
+
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::vector<short> m_refusals;
+    bool m_free = false;
+};
+
+/// One request, as a page has it made in the background.
+class Request : public Transaction {
     Q_OBJECT
 
 public:
-    Ask(QSemaphore& begun, QSemaphore& goOn) : m_begun(begun), m_goOn(goOn) { }
+    enum Kind { Hang, Status, Move };
+    explicit Request(Kind kind) : m_kind(kind) { }
 
     void execute() override
     {
-        m_begun.release();
-        m_goOn.acquire();
-        emit done(RpcCmdSend().rpc_AxisDebug_Reset(1));
+        RpcCmdSend rpc;
+        switch (m_kind) {
+        case Hang:
+            rpc.deadline = 2;
+            emit done(rpc.rpc_AxisDebug_Reset(0));
+            break;
+        case Status:
+            emit read(rpc.rpc_AxisDebug_GetAxisRef(0, axisRefSize));
+            break;
+        case Move:
+            emit done(rpc.rpc_AxisDebug_MoveVel(0, 10, 1000, 1000, 0));
+            break;
+        }
     }
 
 signals:
     void done(qint16 result);
+    void read(const QByteArray& data);
 
 private:
-    QSemaphore& m_begun;
-    QSemaphore& m_goOn;
+    Kind m_kind;
 };
 } // namespace
 
@@ -41,8 +106,14 @@ class StopLineTest : public QObject {
 
 private slots:
     void stopAndReleaseGoOverTheWire();
-    void whatWaitsBehindASlowCallIsRefused_data();
-    void whatWaitsBehindASlowCallIsRefused();
+    void stopRefusesWhatWaitsBehindASlowCall();
+    void releaseLeavesTheQueueAlone();
+    void stopGoesPastAHangingCall();
+    void stopHoldsUntilItIsReleased();
+    void stopWithoutAConnectionSaysSo();
+    void whatWaitsEndsWithAResult();
+    void stopWorksAfterAReconnection();
+    void aLineMadeOnAnOpenConnectionWorks();
 };
 
 void StopLineTest::stopAndReleaseGoOverTheWire()
@@ -73,43 +144,187 @@ void StopLineTest::stopAndReleaseGoOverTheWire()
     QCOMPARE(answered.at(2).at(1).value<short>(), short(4711));
 }
 
-void StopLineTest::whatWaitsBehindASlowCallIsRefused_data()
+void StopLineTest::stopRefusesWhatWaitsBehindASlowCall()
 {
-    QTest::addColumn<bool>("stop");
-    QTest::addColumn<QVector<qint16>>("results");
-    const qint16 out = Diagnosis::notConnected;
-    const qint16 refused = Diagnosis::emergencyStop;
-    QTest::newRow("after a stop") << true << QVector<qint16>{ out, refused, refused, out };
-    QTest::newRow("not after a release") << false << QVector<qint16>{ out, out, out, out };
-}
-
-void StopLineTest::whatWaitsBehindASlowCallIsRefused()
-{
-    QFETCH(bool, stop);
-    QSemaphore begun;
-    QSemaphore goOn;
     ControllerConnection connection;
     BackgroundTransactionService service;
     StopLine line(&connection, &service);
-    const auto letGo = qScopeGuard([&goOn] { goOn.release(4); });
-    QVector<qint16> results;
-    const auto submit = [&] {
-        auto* ask = new Ask(begun, goOn);
-        connect(ask, &Ask::done, this, [&results](qint16 result) { results.append(result); });
-        service.submitTransaction(ask, true);
+    Queue queue(service);
+    line.stop();
+    queue.letGo();
+    QTRY_COMPARE(service.pending(), 0);
+    QCOMPARE(queue.refusals(), (std::vector<short>{ 0, Diagnosis::emergencyStop, Diagnosis::emergencyStop }));
+}
+
+void StopLineTest::releaseLeavesTheQueueAlone()
+{
+    ControllerConnection connection;
+    BackgroundTransactionService service;
+    StopLine line(&connection, &service);
+    Queue queue(service);
+    line.release();
+    queue.letGo();
+    QTRY_COMPARE(service.pending(), 0);
+    QCOMPARE(queue.refusals(), (std::vector<short>{ 0, 0, 0 }));
+}
+
+void StopLineTest::stopGoesPastAHangingCall()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    StopLine line(&connection, nullptr);
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(0));
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_JopPos(0, 1, 50, 1000, 1000, 0), Diagnosis::ok);
+    host.fault("lost-replies 0 Reset");
+    std::thread hanging([] {
+        RpcCmdSend rpc;
+        rpc.deadline = 3;
+        rpc.rpc_AxisDebug_Reset(0);
+    });
+    QSignalSpy answered(&line, &StopLine::answered);
+    QElapsedTimer timer;
+    timer.start();
+    line.stop();
+    QVERIFY(answered.wait(2000));
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(answered.at(0).at(0).toBool(), true);
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::ok);
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 500);
+    hanging.join();
+}
+
+void StopLineTest::stopHoldsUntilItIsReleased()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    StopLine line(&connection, nullptr);
+    QSignalSpy held(&connection, &ControllerConnection::stopHeldChanged);
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(0));
+    line.stop();
+    QTRY_COMPARE(held.count(), 1);
+    QCOMPARE(held.at(0).at(0).toBool(), true);
+    RpcCmdSend rpc;
+    QCOMPARE(rpc.rpc_AxisDebug_JopPos(0, 1, 5, 10, 10, 0), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_MoveAbs(0, 5, 5, 10, 10, 0), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_SetHome(0), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_SetVelRatio(0, 50), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_SetStop(0, 1000, 0), Diagnosis::ok);
+    QTRY_COMPARE(statusOf(0).axisState, std::uint16_t(3));
+    // A client that comes later learns of it as well.
+    ControllerConnection other;
+    QSignalSpy otherHeld(&other, &ControllerConnection::stopHeldChanged);
+    const std::shared_ptr<ControllerLink> link = ControllerLink::active();
+    QVERIFY(connectTo(other, host.address()));
+    QTRY_COMPARE(otherHeld.count(), 1);
+    line.release();
+    QTRY_COMPARE(held.count(), 2);
+    QTRY_COMPARE(otherHeld.count(), 2);
+    ControllerLink::setActive(link);
+    QCOMPARE(rpc.rpc_AxisDebug_MoveAbs(0, 5, 5, 10, 10, 0), Diagnosis::ok);
+}
+
+void StopLineTest::stopWithoutAConnectionSaysSo()
+{
+    ControllerConnection connection;
+    StopLine line(&connection, nullptr);
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.stop();
+    QVERIFY(answered.wait(500));
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
+}
+
+void StopLineTest::whatWaitsEndsWithAResult()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    BackgroundTransactionService service;
+    StopLine line(&connection, &service);
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(0));
+    host.fault("lost-replies 1 Reset");
+    QStringList ended;
+    const auto submit = [&](Request::Kind kind) {
+        auto* request = new Request(kind);
+        connect(request, &Request::done, this, [&ended, kind](qint16 result) {
+            QCOMPARE(QThread::currentThread(), QCoreApplication::instance()->thread());
+            ended.append(QStringLiteral("%1:%2").arg(kind).arg(result));
+        });
+        connect(request, &Request::read, this,
+            [&ended](const QByteArray& data) { ended.append(QStringLiteral("status:%1").arg(data.size())); });
+        service.submitTransaction(request, true);
     };
-    for (int i = 0; i < 3; ++i)
-        submit();
-    begun.acquire();
-    if (stop)
-        line.stop();
-    else
-        line.release();
-    // What comes later is the controller's to refuse.
-    submit();
-    goOn.release(4);
-    QTRY_COMPARE(results.size(), 4);
-    QTEST(results, "results");
+    submit(Request::Hang);
+    QTest::qWait(100);
+    submit(Request::Status);
+    submit(Request::Move);
+    submit(Request::Status);
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.stop();
+    QVERIFY(answered.wait(2000));
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY2(ended.isEmpty(), "the stop passes the call that hangs");
+    // Released at once, a command that went out late would move the axis.
+    line.release();
+    QVERIFY(answered.wait(2000));
+    submit(Request::Status);
+    const QStringList expected{ QStringLiteral("0:%1").arg(Diagnosis::noAnswer), QStringLiteral("status:0"),
+        QStringLiteral("2:%1").arg(Diagnosis::emergencyStop), QStringLiteral("status:0"),
+        QStringLiteral("status:%1").arg(axisRefSize) };
+    QTRY_COMPARE_WITH_TIMEOUT(ended, expected, 5000);
+    QCOMPARE(host.peek(0).axisState, std::uint16_t(3));
+    QCOMPARE(host.peek(0).setPosition, 0.0);
+}
+
+void StopLineTest::stopWorksAfterAReconnection()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    StopLine line(&connection, nullptr);
+    QVERIFY(connectTo(connection, host.address()));
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.stop();
+    QVERIFY(answered.wait(2000));
+    line.release();
+    QVERIFY(answered.wait(2000));
+    QSignalSpy lost(&connection, &ControllerConnection::lost);
+    QSignalSpy opened(&connection, &ControllerConnection::opened);
+    host.fault("drop-link");
+    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 1, 5000);
+    // The session is another one now, and the channel has been made anew.
+    QTRY_VERIFY_WITH_TIMEOUT(enableAxis(0), 3000);
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_JopPos(0, 1, 50, 1000, 1000, 0), Diagnosis::ok);
+    QTRY_COMPARE(host.peek(0).setVelocity, 50.0);
+    QElapsedTimer timer;
+    timer.start();
+    line.stop();
+    QTRY_COMPARE(answered.count(), 3);
+    QCOMPARE(answered.at(2).at(0).toBool(), true);
+    QCOMPARE(answered.at(2).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 500);
+    QVERIFY(host.controller.isStopHeld());
+}
+
+void StopLineTest::aLineMadeOnAnOpenConnectionWorks()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    StopLine line(&connection, nullptr);
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.stop();
+    line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 2000);
+    for (const auto& answer : answered)
+        QCOMPARE(answer.at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(host.controller.isStopHeld());
 }
 
 QTEST_GUILESS_MAIN(StopLineTest)

@@ -179,7 +179,7 @@ void AxisMotionTest::powerLossCoastsOut()
     rig.enabled();
     rig.axis.moveVelocity(numbers(50, 1000));
     rig.run(1000);
-    rig.axis.machine().powerLost = true;
+    rig.axis.machine().faults.powerLost = true;
     rig.run(100);
     QCOMPARE(rig.axis.state(), AxisState::ErrorStop);
     QVERIFY(rig.axis.machine().velocity() > 30);

@@ -36,9 +36,9 @@ void bringTo(AxisRig& rig, AxisState state)
         rig.axis.stop(5, 0);
         break;
     case AxisState::ErrorStop:
-        rig.axis.machine().driveError = 7;
+        rig.axis.machine().faults.driveError = 7;
         rig.run(1);
-        rig.axis.machine().driveError = 0;
+        rig.axis.machine().faults.driveError = 0;
         rig.run(100);
         return;
     }
@@ -83,6 +83,11 @@ private slots:
     void jogTakesTheButtonsDirectionAndABoundedSpeed_data();
     void jogTakesTheButtonsDirectionAndABoundedSpeed();
     void endOfAJogWithoutAJogTouchesNothing();
+    void aMoveTakesTheMagnitudeOfItsVelocity();
+    void velocityAndJogTakeOverFromAMove_data();
+    void velocityAndJogTakeOverFromAMove();
+    void aBrokenDriveIsNotSwitchedOn_data();
+    void aBrokenDriveIsNotSwitchedOn();
 };
 
 void AxisTest::startsDisabled()
@@ -142,7 +147,7 @@ void AxisTest::errorsLeadToErrorStopFromEverywhere()
     QFETCH(AxisState, state);
     AxisRig rig(homingRecord());
     bringTo(rig, state);
-    rig.axis.machine().driveError = 99;
+    rig.axis.machine().faults.driveError = 99;
     rig.run(1);
     QCOMPARE(rig.axis.state(), AxisState::ErrorStop);
     QCOMPARE(rig.axis.error(), Diagnosis::driveError);
@@ -162,11 +167,11 @@ void AxisTest::resetLeavesErrorStopByItsPower()
 
     AxisRig on(AxisValues{ { "FollowErrorThreshold", "0.5" } });
     on.enabled();
-    on.axis.machine().blocked = true;
+    on.axis.machine().faults.blocked = true;
     on.axis.moveVelocity(numbers(20));
     QVERIFY(on.runUntilState(AxisState::ErrorStop));
     QVERIFY(on.axis.isPowered());
-    on.axis.machine().blocked = false;
+    on.axis.machine().faults.blocked = false;
     QVERIFY(on.runUntilStill());
     QCOMPARE(on.axis.reset(), Diagnosis::ok);
     QCOMPARE(on.axis.state(), AxisState::StandStill);
@@ -176,13 +181,13 @@ void AxisTest::resetWaitsForTheCause()
 {
     AxisRig rig;
     rig.enabled();
-    rig.axis.machine().powerLost = true;
+    rig.axis.machine().faults.powerLost = true;
     rig.run(1);
     QCOMPARE(rig.axis.error(), Diagnosis::powerLost);
     QCOMPARE(rig.axis.status().communication, std::uint8_t(0));
     QCOMPARE(rig.axis.reset(), Diagnosis::causeNotGone);
     QCOMPARE(rig.axis.state(), AxisState::ErrorStop);
-    rig.axis.machine().powerLost = false;
+    rig.axis.machine().faults.powerLost = false;
     QCOMPARE(rig.axis.reset(), Diagnosis::ok);
 
     AxisRig moving(AxisValues{ { "FollowErrorThreshold", "0.1" }, { "AxisErrorDec", "10" } });
@@ -316,7 +321,7 @@ void AxisTest::unusableNumbersAreRefused_data()
     add("no velocity", numbers(0), Diagnosis::velocityInvalid, Diagnosis::velocityInvalid);
     add("velocity that is no number", numbers(noNumber), Diagnosis::velocityInvalid, Diagnosis::velocityInvalid);
     add("endless velocity", numbers(infinity), Diagnosis::velocityInvalid, Diagnosis::velocityInvalid);
-    add("negative velocity", numbers(-10), Diagnosis::velocityInvalid, Diagnosis::ok);
+    add("negative velocity", numbers(-10), Diagnosis::ok, Diagnosis::ok);
     add("velocity over the maximum", numbers(1000.5), Diagnosis::velocityTooHigh, Diagnosis::velocityTooHigh);
     add("negative velocity over the maximum", numbers(-1000.5), Diagnosis::velocityTooHigh, Diagnosis::velocityTooHigh);
     add("velocity at the maximum", numbers(1000), Diagnosis::ok, Diagnosis::ok);
@@ -490,6 +495,66 @@ void AxisTest::endOfAJogWithoutAJogTouchesNothing()
     QCOMPARE(rig.axis.setPoint().velocity, 30.0);
     AxisRig disabled;
     QCOMPARE(disabled.axis.endJog(1, 10, 0), Diagnosis::ok);
+}
+
+void AxisTest::aMoveTakesTheMagnitudeOfItsVelocity()
+{
+    AxisRig rig;
+    rig.enabled();
+    QCOMPARE(rig.axis.moveAbsolute(30, numbers(-20)), Diagnosis::ok);
+    rig.run(500);
+    QCOMPARE(rig.axis.setPoint().velocity, 20.0);
+    QVERIFY(rig.runUntilState(AxisState::StandStill));
+    QCOMPARE(rig.axis.shownSetPosition(), 30.0);
+    QCOMPARE(rig.axis.moveRelative(-10, numbers(-20)), Diagnosis::ok);
+    QVERIFY(rig.runUntilState(AxisState::StandStill));
+    QCOMPARE(rig.axis.shownSetPosition(), 20.0);
+}
+
+void AxisTest::velocityAndJogTakeOverFromAMove_data()
+{
+    QTest::addColumn<bool>("jog");
+    QTest::newRow("velocity move") << false;
+    QTest::newRow("jog") << true;
+}
+
+void AxisTest::velocityAndJogTakeOverFromAMove()
+{
+    QFETCH(bool, jog);
+    AxisRig rig;
+    bringTo(rig, AxisState::DiscreteMotion);
+    QCOMPARE(rig.axis.state(), AxisState::DiscreteMotion);
+    QCOMPARE(jog ? rig.axis.startJog(-1, numbers(15)) : rig.axis.moveVelocity(numbers(-15)), Diagnosis::ok);
+    QCOMPARE(rig.axis.state(), AxisState::ContinuousMotion);
+    rig.run(3000);
+    QCOMPARE(rig.axis.state(), AxisState::ContinuousMotion);
+    QCOMPARE(rig.axis.setPoint().velocity, -15.0);
+}
+
+void AxisTest::aBrokenDriveIsNotSwitchedOn_data()
+{
+    QTest::addColumn<bool>("powerLost");
+    QTest::addColumn<std::int16_t>("code");
+    QTest::newRow("without power") << true << Diagnosis::powerLost;
+    QTest::newRow("with a drive error") << false << Diagnosis::driveError;
+}
+
+void AxisTest::aBrokenDriveIsNotSwitchedOn()
+{
+    QFETCH(bool, powerLost);
+    QFETCH(std::int16_t, code);
+    AxisRig rig;
+    rig.axis.machine().faults.powerLost = powerLost;
+    rig.axis.machine().faults.driveError = powerLost ? 0 : 5;
+    rig.run(10);
+    QCOMPARE(rig.axis.state(), AxisState::Disabled);
+    QCOMPARE(rig.axis.setEnable(true), code);
+    rig.run(100);
+    QCOMPARE(rig.axis.state(), AxisState::Disabled);
+    QVERIFY(!rig.axis.isPowered());
+    rig.axis.machine().faults = {};
+    QCOMPARE(rig.axis.setEnable(true), Diagnosis::ok);
+    QVERIFY(rig.runUntilState(AxisState::StandStill));
 }
 
 QTEST_APPLESS_MAIN(AxisTest)

@@ -12,16 +12,17 @@ private slots:
     void refusesWithTheCode();
     void statusAndVersionChange();
     void axisFaultsAreHandedOn();
+    void everyRequestCanBeNamed();
     void noneEndsAll();
     void refusesWhatIsNoFault_data();
     void refusesWhatIsNoFault();
 
 private:
-    static bool set(Faults& faults, const char* line, Faults::Action* action = nullptr)
+    static bool set(Faults& faults, const QByteArray& line, Faults::Action* action = nullptr)
     {
         Faults::Action ignored;
         std::string error;
-        const bool fine = faults.set(line, action ? action : &ignored, &error);
+        const bool fine = faults.set(line.toStdString(), action ? action : &ignored, &error);
         return fine == error.empty() && fine;
     }
 };
@@ -96,6 +97,22 @@ void FaultsTest::axisFaultsAreHandedOn()
     QCOMPARE(action.kind, Faults::Action::DropLink);
 }
 
+void FaultsTest::everyRequestCanBeNamed()
+{
+    QFile file(QStringLiteral(KESTRUN_SOURCE_DIR "/protocol/controller.proto"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    const QRegularExpression rpc(QStringLiteral("rpc (\\w+)\\("));
+    int count = 0;
+    for (auto it = rpc.globalMatch(text); it.hasNext(); ++count) {
+        Faults faults;
+        const QByteArray method = it.next().captured(1).toUtf8();
+        QVERIFY2(set(faults, "refuse 7 " + method), method.constData());
+        QCOMPARE(faults.take(method.toStdString()).refusal, std::int16_t(7));
+    }
+    QCOMPARE(count, 24);
+}
+
 void FaultsTest::noneEndsAll()
 {
     Faults faults;
@@ -113,10 +130,11 @@ void FaultsTest::noneEndsAll()
 void FaultsTest::refusesWhatIsNoFault_data()
 {
     QTest::addColumn<QByteArray>("line");
-    for (const char* line : { "", "earthquake", "late-replies", "late-replies soon", "late-replies -1",
-             "late-replies 5 MoveAbs now", "lost-replies x", "refuse", "refuse 40000", "wrong-length",
-             "wrong-length -1", "wrong-length 5 6", "version", "power-lost", "power-lost 256", "power-lost -1",
-             "power-lost x", "drive-error 5", "drive-error 0 1", "blocked 1 2" })
+    for (const char* line :
+        { "", "earthquake", "late-replies", "late-replies soon", "late-replies -1", "late-replies 5 MoveAbs now",
+            "lost-replies x", "refuse", "refuse 40000", "wrong-length", "wrong-length -1", "wrong-length 5 6",
+            "version", "power-lost", "power-lost 256", "power-lost -1", "power-lost x", "late-replies 5 MovAbs",
+            "refuse 5 moveabs", "lost-replies 0 -", "drive-error 5", "drive-error 0 1", "blocked 1 2" })
         QTest::newRow(line[0] ? line : "nothing") << QByteArray(line);
 }
 

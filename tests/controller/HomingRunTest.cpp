@@ -71,7 +71,33 @@ const Path paths[] = {
     { 26, Cam::Middle, 90, left, b, right, "26 from on the positive switch" },
     { 27, Cam::Middle, -90, right, b, right, "27 from on the negative switch" },
     { 30, Cam::Middle, -90, right, a, left, "30 from on the negative switch" },
+    { 24, Cam::Middle, 90, left, a, right, "24 from on the positive switch" },
+    { 25, Cam::Middle, 90, left, b, left, "25 from on the positive switch" },
+    { 28, Cam::Middle, -90, right, b, left, "28 from on the negative switch" },
+    { 29, Cam::Middle, -90, right, a, right, "29 from on the negative switch" },
+    // Where the switch of reversal is within the home switch it is passed unheeded on the way off both.
+    { 19, Cam::ToPositiveEnd, 90, left, a, left, "19 from on the positive switch" },
+    { 20, Cam::ToPositiveEnd, 90, left, a, right, "20 from on the positive switch" },
+    { 21, Cam::FromNegativeEnd, -90, right, b, right, "21 from on the negative switch" },
+    { 22, Cam::FromNegativeEnd, -90, right, b, left, "22 from on the negative switch" },
+    // The switch behind the axis is left and does not count.
+    { 17, Cam::None, 90, left, n, right, "17 from on the wrong switch" },
+    { 18, Cam::None, -90, right, p, left, "18 from on the wrong switch" },
+    { 19, Cam::ToPositiveEnd, -90, right, a, left, "19 from on the wrong switch" },
+    { 20, Cam::ToPositiveEnd, -90, right, a, right, "20 from on the wrong switch" },
+    { 21, Cam::FromNegativeEnd, 90, left, b, right, "21 from on the wrong switch" },
+    { 22, Cam::FromNegativeEnd, 90, left, b, left, "22 from on the wrong switch" },
+    { 23, Cam::Middle, -90, right, a, left, "23 from on the wrong switch" },
+    { 24, Cam::Middle, -90, right, a, right, "24 from on the wrong switch" },
+    { 25, Cam::Middle, -90, right, b, left, "25 from on the wrong switch" },
+    { 26, Cam::Middle, -90, right, b, right, "26 from on the wrong switch" },
+    { 27, Cam::Middle, 90, left, b, right, "27 from on the wrong switch" },
+    { 28, Cam::Middle, 90, left, b, left, "28 from on the wrong switch" },
+    { 29, Cam::Middle, 90, left, a, right, "29 from on the wrong switch" },
+    { 30, Cam::Middle, 90, left, a, left, "30 from on the wrong switch" },
     // The index pulse comes every 7 units from 2 on.
+    { 33, Cam::None, 90, left, 86, left, "33 from on the switch behind it" },
+    { 34, Cam::None, -90, right, -89, right, "34 from on the switch behind it" },
     { 33, Cam::None, 0, left, -5, left, "33 from between two index pulses" },
     { 34, Cam::None, 0, right, 2, right, "34 from between two index pulses" },
     { 33, Cam::None, 2, left, -5, left, "33 from on an index pulse" },
@@ -85,7 +111,13 @@ AxisValues record(int method)
         { "OrgSignalEnable", "TRUE" } };
 }
 
-std::string machine(Cam cam, double start, double from = a, double to = b)
+/// Where the limit switches of a machine stand.
+struct Switches {
+    double negative = n;
+    double positive = p;
+};
+
+std::string machine(Cam cam, double start, double from = a, double to = b, const Switches& switches = {})
 {
     std::string home;
     switch (cam) {
@@ -102,9 +134,9 @@ std::string machine(Cam cam, double start, double from = a, double to = b)
         home = "\"homeFrom\": " + std::to_string(from) + ", \"homeTo\": " + std::to_string(to);
         break;
     }
-    return "{\"lowest\": -100, \"highest\": 100, \"negativeSwitch\": -80, \"positiveSwitch\": 80, \"indexOffset\": 2, "
-           "\"indexPeriod\": 7, \"start\": "
-        + std::to_string(start) + ", " + home + "}";
+    return "{\"lowest\": -100, \"highest\": 100, \"indexOffset\": 2, \"indexPeriod\": 7, \"negativeSwitch\": "
+        + std::to_string(switches.negative) + ", \"positiveSwitch\": " + std::to_string(switches.positive)
+        + ", \"start\": " + std::to_string(start) + ", " + home + "}";
 }
 
 /// What was seen of a run: the direction of its first motion, and the last direction in which it passed the edge.
@@ -147,6 +179,8 @@ private slots:
     void findsItsEdgeOnAShortCam_data();
     void findsItsEdgeOnAShortCam();
     void staysWhereItIsWithMethod35();
+    void theLimitOfReversalMayBeReachedBehindTheEdge_data();
+    void theLimitOfReversalMayBeReachedBehindTheEdge();
     void limitsThatAreNotAllowedAreFaults_data();
     void limitsThatAreNotAllowedAreFaults();
     void refusesWithoutItsSignals_data();
@@ -234,6 +268,52 @@ void HomingRunTest::staysWhereItIsWithMethod35()
     QVERIFY(std::fabs(rig.axis.shownActualPosition() + 4) <= 1 / rig.settings.pulsesPerUnit);
 }
 
+void HomingRunTest::theLimitOfReversalMayBeReachedBehindTheEdge_data()
+{
+    QTest::addColumn<int>("method");
+    QTest::addColumn<double>("start");
+    QTest::addColumn<double>("edge");
+    QTest::addColumn<bool>("toTheRight");
+    // Braking from search speed takes a unit; the switch stands half a unit behind the edge that is sought.
+    for (const int method : { 19, 20, 23, 24 })
+        QTest::newRow(qPrintable(QStringLiteral("%1 with P behind its edge").arg(method)))
+            << method << -50.0 << a << true;
+    for (const int method : { 25, 26 })
+        QTest::newRow(qPrintable(QStringLiteral("%1 with P behind its edge").arg(method)))
+            << method << -50.0 << b << true;
+    for (const int method : { 21, 22, 27, 28 })
+        QTest::newRow(qPrintable(QStringLiteral("%1 with N behind its edge").arg(method)))
+            << method << 50.0 << b << false;
+    for (const int method : { 29, 30 })
+        QTest::newRow(qPrintable(QStringLiteral("%1 with N behind its edge").arg(method)))
+            << method << 50.0 << a << false;
+}
+
+void HomingRunTest::theLimitOfReversalMayBeReachedBehindTheEdge()
+{
+    QFETCH(int, method);
+    QFETCH(double, start);
+    QFETCH(double, edge);
+    QFETCH(bool, toTheRight);
+    const Switches switches = toTheRight ? Switches{ n, edge + 0.5 } : Switches{ edge - 0.5, p };
+    const Cam cam = method == 19 || method == 20 ? Cam::ToPositiveEnd
+        : method == 21 || method == 22           ? Cam::FromNegativeEnd
+                                                 : Cam::Middle;
+    AxisRig rig(record(method), machine(cam, start, a, b, switches));
+    rig.enabled();
+    QCOMPARE(rig.axis.home(), Diagnosis::ok);
+    bool met = false;
+    QVERIFY(rig.runUntil(
+        [&] {
+            met = met || (toTheRight ? rig.axis.machine().positiveLimit() : rig.axis.machine().negativeLimit());
+            return rig.axis.state() != AxisState::Homing;
+        },
+        300));
+    QVERIFY(met);
+    QCOMPARE(rig.axis.error(), Diagnosis::ok);
+    QVERIFY2(std::fabs(rig.axis.zeroPlace() - edge) < 1e-9, qPrintable(QString::number(rig.axis.zeroPlace())));
+}
+
 void HomingRunTest::limitsThatAreNotAllowedAreFaults_data()
 {
     QTest::addColumn<int>("method");
@@ -249,7 +329,33 @@ void HomingRunTest::limitsThatAreNotAllowedAreFaults_data()
         R"({"lowest":-100,"highest":100,"negativeSwitch":-80,"positiveSwitch":80,"indexOffset":500,"indexPeriod":1000})");
     add("34 meets P before an index pulse", 34,
         R"({"lowest":-100,"highest":100,"negativeSwitch":-80,"positiveSwitch":80,"indexOffset":500,"indexPeriod":1000})");
+    add("33 from on the negative switch", 33, machine(Cam::None, -90));
+    add("34 from on the positive switch", 34, machine(Cam::None, 90));
+    // The cam goes on behind the other limit, which is met before the edge.
+    add("23 meets N first", 23, machine(Cam::FromNegativeEnd, 0));
+    add("24 meets N first", 24, machine(Cam::FromNegativeEnd, 0));
+    add("27 meets P first", 27, machine(Cam::ToPositiveEnd, 0));
+    add("28 meets P first", 28, machine(Cam::ToPositiveEnd, 0));
+    // From on the cam 25, 26, 29 and 30 set out away from that limit; it is met where they turn round behind the edge.
+    add("25 meets N at close speed", 25, machine(Cam::Middle, 0, a, b, { b + 0.5, p }));
+    add("29 meets P at close speed", 29, machine(Cam::Middle, 0, a, b, { n, a - 0.5 }));
+    add("26 meets N on the way back", 26, machine(Cam::Middle, 0, a, b, { b + 0.2, p }));
+    add("30 meets P on the way back", 30, machine(Cam::Middle, 0, a, b, { n, a - 0.2 }));
+    add("26 meets N braking after the way back", 26, machine(Cam::Middle, 0, a, b, { b - 0.5, p }));
+    add("30 meets P braking after the way back", 30, machine(Cam::Middle, 0, a, b, { n, a + 0.5 }));
+    for (const int method : { 23, 24 })
+        add(qPrintable(QStringLiteral("%1 meets N behind the edge").arg(method)), method,
+            machine(Cam::Middle, 0, a, b, { a - 0.5, p }));
+    for (const int method : { 27, 28 })
+        add(qPrintable(QStringLiteral("%1 meets P behind the edge").arg(method)), method,
+            machine(Cam::Middle, 0, a, b, { n, b + 0.5 }));
+    add("25 meets N braking after the home position", 25, machine(Cam::Middle, 0, a, b, { b - 0.002, p }));
+    // It has turned at the switch once, and braking from close speed behind the edge reaches it again.
+    add("26 meets P again behind the edge", 26, machine(Cam::Middle, 79.998, 78, 79.995));
+    add("30 meets N again behind the edge", 30, machine(Cam::Middle, -79.998, -79.995, -78));
     // Both switches overlap: that machine is broken.
+    add("18 meets N on its way off P", 18,
+        R"({"lowest":-100,"highest":100,"start":90,"negativeSwitch":85,"positiveSwitch":80})");
     add("17 meets P on its way off N", 17,
         R"({"lowest":-100,"highest":100,"start":-90,"negativeSwitch":-80,"positiveSwitch":-85})");
 }

@@ -372,12 +372,12 @@ void MotionControllerTest::downloadsAreCheckedWhole_data()
     add("no pulses", "PulseCountPerCircle", "0", Diagnosis::unitRatioInvalid);
     add("no travel", "UnUseGearValue", "0", Diagnosis::unitRatioInvalid);
     add("negative travel", "UnUseGearValue", "-1", Diagnosis::unitRatioInvalid);
-    add("no velocity", "MaxVel", "0", Diagnosis::parameterInvalid);
-    add("no acceleration", "MaxAcc", "-3", Diagnosis::parameterInvalid);
-    add("no deceleration at a limit", "LimitDec", "0", Diagnosis::parameterInvalid);
+    add("a negative velocity", "MaxVel", "-1", Diagnosis::parameterInvalid);
+    add("a negative acceleration", "MaxAcc", "-3", Diagnosis::parameterInvalid);
+    add("a negative deceleration at a limit", "LimitDec", "-1", Diagnosis::parameterInvalid);
     add("no deceleration on an error", "AxisErrorDec", "0", Diagnosis::parameterInvalid);
-    add("no jog velocity", "JogMaxVel", "0", Diagnosis::parameterInvalid);
-    add("negative following error", "FollowErrorThreshold", "-1", Diagnosis::parameterInvalid);
+    add("a negative jog velocity", "JogMaxVel", "-1", Diagnosis::parameterInvalid);
+    add("a time-out beyond 32 bits that is no number", "HomeTimeOut", "4294967296ms", Diagnosis::parameterInvalid);
 }
 
 void MotionControllerTest::downloadsAreCheckedWhole()

@@ -138,8 +138,8 @@ void ControllerDescriptionTest::everyDiagnosisCodeIsExplained_data()
              velocityTooHigh, accelerationTooHigh, velocityInvalid, accelerationInvalid, decelerationInvalid,
              jerkInvalid, positionInvalid, followingError, setPositionNotAllowed, ratioOutOfRange, homingMethodUnknown,
              homingSignalMissing, homingTimeout, homingLimit, unitRatioInvalid, emergencyStop, powerLost, driveError,
-             causeNotGone, aborted, debugTimeout, argumentInvalid, noOutput, axisEnabled, parameterInvalid,
-             axisNumberDoubled, limitsCross, tooManyAxes, notConnected, noAnswer, refused, versionDiffers })
+             causeNotGone, debugTimeout, argumentInvalid, noOutput, axisEnabled, parameterInvalid, axisNumberDoubled,
+             limitsCross, tooManyAxes, notConnected, noAnswer, refused, versionDiffers })
         QTest::addRow("code %d", code) << code;
 }
 

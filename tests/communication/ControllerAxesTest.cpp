@@ -1,0 +1,127 @@
+#include "host/communication/ControllerLink.h"
+#include "protocol/DiagnosisCodes.h"
+#include "tests/communication/ControllerClient.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+class ControllerAxesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void axesGoThereAndComeBack();
+    void anUnsoundDownloadIsRefusedWhole();
+    void downloadIsRefusedWhileAnAxisIsEnabled();
+    void twoClientsDoNotDisturbEachOther();
+    void axesStopWhenTheirClientLeaves();
+};
+
+void ControllerAxesTest::axesGoThereAndComeBack()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
+    QSignalSpy read(&connection, &ControllerConnection::axesRead);
+    QVector<ControllerAxis> axes{ makeControllerAxis(0), makeControllerAxis(5) };
+    axes[1].name = QString::fromUtf8("\xe8\xbd\xb4 5");
+    connection.downloadAxes(axes);
+    QVERIFY(downloaded.wait(5000));
+    QCOMPARE(downloaded.at(0).at(0).value<DownloadOutcome>().result, Diagnosis::ok);
+    connection.readAxes();
+    QVERIFY(read.wait(5000));
+    const auto back = read.at(0).at(1).value<QVector<ControllerAxis>>();
+    QCOMPARE(back.size(), 2);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(back.at(i).name, axes.at(i).name);
+        QCOMPARE(back.at(i).values, axes.at(i).values);
+    }
+    connection.close();
+    connection.readAxes();
+    connection.downloadAxes(axes);
+    QTRY_COMPARE(read.count(), 2);
+    QCOMPARE(read.at(1).at(0).value<short>(), Diagnosis::notConnected);
+    QTRY_COMPARE(downloaded.count(), 2);
+    QCOMPARE(downloaded.at(1).at(0).value<DownloadOutcome>().result, Diagnosis::notConnected);
+}
+
+void ControllerAxesTest::anUnsoundDownloadIsRefusedWhole()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
+    connection.downloadAxes({ makeControllerAxis(1), makeControllerAxis(2, { { "MaxVel", "fast" } }) });
+    QVERIFY(downloaded.wait(5000));
+    const auto outcome = downloaded.at(0).at(0).value<DownloadOutcome>();
+    QCOMPARE(outcome.result, Diagnosis::parameterInvalid);
+    QCOMPARE(outcome.axis, QStringLiteral("Axis2"));
+    QCOMPARE(outcome.key, QStringLiteral("MaxVel"));
+    QVERIFY(outcome.reason.contains(QStringLiteral("fast")));
+    QCOMPARE(host.controller.axes().size(), std::size_t(1));
+    QCOMPARE(host.controller.axes().at(0).name, std::string("Axis0"));
+}
+
+void ControllerAxesTest::downloadIsRefusedWhileAnAxisIsEnabled()
+{
+    ControllerHost host;
+    host.addAxes(2);
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(1));
+    QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
+    connection.downloadAxes({ makeControllerAxis(0) });
+    QVERIFY(downloaded.wait(5000));
+    QCOMPARE(downloaded.at(0).at(0).value<DownloadOutcome>().result, Diagnosis::axisEnabled);
+    QCOMPARE(downloaded.at(0).at(0).value<DownloadOutcome>().axis, QStringLiteral("Axis1"));
+    RpcCmdSend().rpc_AxisDebug_SetEnable(1, 0);
+    connection.downloadAxes({ makeControllerAxis(0) });
+    QVERIFY(downloaded.wait(5000));
+    QCOMPARE(downloaded.at(1).at(0).value<DownloadOutcome>().result, Diagnosis::ok);
+}
+
+void ControllerAxesTest::twoClientsDoNotDisturbEachOther()
+{
+    ControllerHost host;
+    host.addAxes(2);
+    ControllerConnection first;
+    QVERIFY(connectTo(first, host.address()));
+    const std::shared_ptr<ControllerLink> firstLink = ControllerLink::active();
+    QVERIFY(enableAxis(0));
+    ControllerConnection second;
+    QVERIFY(connectTo(second, host.address()));
+    const std::shared_ptr<ControllerLink> secondLink = ControllerLink::active();
+    QVERIFY(firstLink != secondLink);
+    RpcCmdSend rpc;
+    QCOMPARE(rpc.rpc_AxisDebug_EnterDebugMode(0, 1, millisecondsEnough), Diagnosis::ownedByOther);
+    QCOMPARE(rpc.rpc_AxisDebug_MoveVel(0, 5, 10, 10, 0), Diagnosis::ownedByOther);
+    QCOMPARE(rpc.rpc_AxisDebug_SetEnable(0, 0), Diagnosis::ownedByOther);
+    QCOMPARE(rpc.rpc_AxisDebug_JopPos(0, 0, 5, 10, 10, 0), Diagnosis::ok);
+    QCOMPARE(statusOf(0).debugMode, std::uint8_t(1));
+    QVERIFY(enableAxis(1));
+    second.close();
+    QTRY_COMPARE(host.peek(1).debugMode, std::uint8_t(0));
+    QCOMPARE(host.peek(0).debugMode, std::uint8_t(1));
+    ControllerLink::setActive(firstLink);
+    QCOMPARE(rpc.rpc_AxisDebug_MoveVel(0, 5, 10, 10, 0), Diagnosis::ok);
+    first.close();
+}
+
+void ControllerAxesTest::axesStopWhenTheirClientLeaves()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(0));
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_JopPos(0, 1, 50, 1000, 1000, 0), Diagnosis::ok);
+    QTRY_COMPARE(host.peek(0).setVelocity, 50.0);
+    connection.close();
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 1000);
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 1000);
+    QCOMPARE(host.peek(0).axisState, std::uint16_t(0));
+}
+
+QTEST_GUILESS_MAIN(ControllerAxesTest)
+#include "ControllerAxesTest.moc"
