@@ -193,7 +193,7 @@ void RenameAxisTest::emptyNameEndsTheFlow()
     MessageBoxWatcher boxes;
     ModalDialogDriver dialogs([](QDialog* dialog) {
         DialogInput::type(dialog, QString());
-        dialog->accept();
+        dialog->done(QDialog::Accepted);
     });
     fixture.send(fixture.pathOf(axis), Solution::NodeRename);
     QCOMPARE(dialogs.count, 1);
