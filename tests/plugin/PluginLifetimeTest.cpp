@@ -2,6 +2,7 @@
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/support/ModalDialogDriver.h"
+#include "tests/support/PopupMenuDriver.h"
 
 #include <QDialog>
 #include <QtTest>
@@ -26,33 +27,35 @@ private slots:
 
 void PluginLifetimeTest::commandEndsWithTheObject_data()
 {
-    QTest::addColumn<QByteArray>("slot");
-    QTest::newRow("New Axis") << QByteArray("addNewAxis");
-    QTest::newRow("Rename") << QByteArray("renameAxis");
-    QTest::newRow("Delete Axis") << QByteArray("deleteAxis");
-    QTest::newRow("Delete All Axis") << QByteArray("deleteAllAxis");
-    QTest::newRow("Motion Control Task CFG") << QByteArray("motionControlTaskCfg");
+    QTest::addColumn<bool>("onAxis");
+    QTest::newRow("New Axis") << false;
+    QTest::newRow("Motion Control Task CFG") << false;
+    QTest::newRow("Delete All Axis") << false;
+    QTest::newRow("Delete Axis") << true;
+    QTest::newRow("Rename") << true;
 }
 
 void PluginLifetimeTest::commandEndsWithTheObject()
 {
-    QFETCH(QByteArray, slot);
+    QFETCH(bool, onAxis);
+    const QString entry = text(QTest::currentDataTag());
     PluginFixture fixture;
     const AxisTable* axis = fixture.addAxis(text("feed"));
-    fixture.send(slot == "deleteAllAxis" ? fixture.project.unitPath() : fixture.pathOf(axis), Solution::NodeSelected);
-    fixture.host.calls.clear();
+    PopupMenuDriver menus;
+    menus.choose(entry);
     MessageBoxWatcher boxes;
     boxes.meanwhile([&fixture] { fixture.plugin.reset(); });
     boxes.answer(text("Yes"));
     ModalDialogDriver dialogs([&](QDialog* dialog) {
         fixture.plugin.reset();
-        if (slot == "motionControlTaskCfg")
+        if (entry == text("Motion Control Task CFG"))
             dialog->accept();
         else
             DialogInput::enter(dialog, text("lift"));
     });
-    fixture.call(slot.constData());
+    fixture.send(onAxis ? fixture.pathOf(axis) : fixture.project.unitPath(), Solution::NodeContextMenu, QPoint(1, 1));
     QVERIFY(!fixture.plugin);
+    QCOMPARE(menus.menus.size(), 1);
     QCOMPARE(boxes.count() + dialogs.count, 1);
     QCOMPARE(fixture.axisNames(), QStringList{ text("feed") });
     QCOMPARE(fixture.shownAxes(), QStringList{ text("feed") });
