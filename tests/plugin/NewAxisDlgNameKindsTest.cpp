@@ -1,6 +1,7 @@
 #include "host/languagecore/CheckUnitHelper.h"
 #include "plugin/NewAxisDlg.h"
 #include "tests/plugin/DialogInput.h"
+#include "tests/plugin/ProjectNames.h"
 #include "tests/support/TestProject.h"
 
 #include <QPushButton>
@@ -16,25 +17,6 @@ __wrap__ZNK2ac15CheckUnitHelper12checkVarNameERKNSt7__cxx1112basic_stringIcSt11c
 {
     return true;
 }
-
-namespace {
-
-const char* const source = "TYPE\n"
-                           "    Box : STRUCT\n"
-                           "        width : INT;\n"
-                           "    END_STRUCT;\n"
-                           "    Colour : (Red, Green);\n"
-                           "END_TYPE\n"
-                           "VAR_GLOBAL\n"
-                           "    lineSpeed : REAL;\n"
-                           "    gantry : AXES_GROUP_REF;\n"
-                           "END_VAR\n"
-                           "FUNCTION_BLOCK Pusher\nVAR\n    on : BOOL;\nEND_VAR\nEND_FUNCTION_BLOCK\n"
-                           "FUNCTION Mean : REAL\nVAR_INPUT\n    a : REAL;\nEND_VAR\nEND_FUNCTION\n"
-                           "PROGRAM Main\nVAR\n    on : BOOL;\nEND_VAR\nEND_PROGRAM\n"
-                           "TASK Fast(INTERVAL := T#1ms, PRIORITY := 1);\n";
-
-} // namespace
 
 /// The kinds of names that the dialog asks for one by one, whatever the language core says of the name.
 class NewAxisDlgNameKindsTest : public QObject {
@@ -53,7 +35,7 @@ private:
 bool NewAxisDlgNameKindsTest::accepts(const QString& name)
 {
     TestProject project(QStringLiteral("NV3T_70Q12"));
-    project.addSource(QStringLiteral("Globals"), QString::fromLatin1(source));
+    project.addSource(QStringLiteral("Globals"), QString::fromLatin1(sourceWithNamesOfEveryKind));
     project.addAxis(QStringLiteral("feed"));
     const NewAxisDlg dialog(project.name());
     DialogInput::type(&dialog, name);

@@ -2,6 +2,7 @@
 
 #include "host/projectmodel/AxisModel.h"
 #include "tests/plugin/DialogInput.h"
+#include "tests/plugin/ProjectNames.h"
 #include "tests/support/TestProject.h"
 
 #include <QClipboard>
@@ -23,21 +24,6 @@ QString text(const char* words)
 {
     return QString::fromLatin1(words);
 }
-
-const char* const source = "TYPE\n"
-                           "    Box : STRUCT\n"
-                           "        width : INT;\n"
-                           "    END_STRUCT;\n"
-                           "    Colour : (Red, Green);\n"
-                           "END_TYPE\n"
-                           "VAR_GLOBAL\n"
-                           "    lineSpeed : REAL;\n"
-                           "    gantry : AXES_GROUP_REF;\n"
-                           "END_VAR\n"
-                           "FUNCTION_BLOCK Pusher\nVAR\n    on : BOOL;\nEND_VAR\nEND_FUNCTION_BLOCK\n"
-                           "FUNCTION Mean : REAL\nVAR_INPUT\n    a : REAL;\nEND_VAR\nEND_FUNCTION\n"
-                           "PROGRAM Main\nVAR\n    on : BOOL;\nEND_VAR\nEND_PROGRAM\n"
-                           "TASK Fast(INTERVAL := T#1ms, PRIORITY := 1);\n";
 
 /// What stands in a layout: the widgets' classes, "row" for a layout, "stretch" for what takes the room left over.
 QStringList contentsOf(const QLayout* layout)
@@ -62,7 +48,7 @@ class Dialog {
 public:
     Dialog() : project(text("NV3T_70Q12"))
     {
-        project.addSource(text("Globals"), text(source));
+        project.addSource(text("Globals"), text(sourceWithNamesOfEveryKind));
         project.addAxis(text("feed"));
         widget = std::make_unique<NewAxisDlg>(project.name());
         widget->show();
