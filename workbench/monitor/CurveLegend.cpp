@@ -3,6 +3,7 @@
 #include "workbench/monitor/CurveLook.h"
 #include "workbench/monitor/CurvePlot.h"
 
+#include <QAction>
 #include <QGuiApplication>
 #include <QHeaderView>
 
@@ -15,7 +16,7 @@ constexpr int valueDecimals = 3;
 
 } // namespace
 
-CurveLegend::CurveLegend(QWidget* parent) : QTreeWidget(parent)
+CurveLegend::CurveLegend(QWidget* parent) : QTreeWidget(parent), m_stop(new QAction(this))
 {
     setObjectName(QStringLiteral("curveLegend"));
     setColumnCount(3);
@@ -31,6 +32,12 @@ CurveLegend::CurveLegend(QWidget* parent) : QTreeWidget(parent)
     header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     header()->setSectionResizeMode(ValueColumn, QHeaderView::ResizeToContents);
     header()->setSectionResizeMode(UnitColumn, QHeaderView::ResizeToContents);
+    m_stop->setObjectName(QStringLiteral("curves.stopRecording"));
+    m_stop->setShortcut(QKeySequence::Delete);
+    m_stop->setShortcutContext(Qt::WidgetShortcut);
+    addAction(m_stop);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(m_stop, &QAction::triggered, this, &CurveLegend::stopCurrent);
     connect(this, &QTreeWidget::itemChanged, this, &CurveLegend::note);
     retranslate();
 }
@@ -63,6 +70,7 @@ void CurveLegend::setAxes(const QVector<int>& axes, const std::function<QString(
     clear();
     for (const int axisNo : axes) {
         auto* axis = new QTreeWidgetItem(this, { name(axisNo) });
+        axis->setData(NameColumn, axisRole, axisNo);
         for (int i = 0; i < curveKinds; ++i) {
             const auto kind = static_cast<CurveKind>(i);
             auto* curve = new QTreeWidgetItem(axis, { kindName(kind), QString(), unit(kind) });
@@ -119,6 +127,7 @@ void CurveLegend::retranslate()
 {
     setHeaderLabels({ tr("Curve"), tr("Value"), tr("Unit") });
     setAccessibleName(tr("Curves shown"));
+    m_stop->setText(tr("Stop recording this axis"));
     m_filling = true;
     forEachCurve([](QTreeWidgetItem& item, int, CurveKind kind) {
         item.setText(NameColumn, kindName(kind));
@@ -138,4 +147,10 @@ void CurveLegend::note(QTreeWidgetItem* item, int column)
     else
         m_hidden.insert(key);
     emit hiddenChanged();
+}
+
+void CurveLegend::stopCurrent()
+{
+    if (const QTreeWidgetItem* item = currentItem())
+        emit stopRequested(item->data(NameColumn, axisRole).toInt());
 }

@@ -29,13 +29,19 @@ public:
     void restyle();
     void retranslate();
 
+    /// The action "Stop recording" for the axis of the current row; also on the Delete key and the context menu.
+    QAction* stopAction() const { return m_stop; }
+
 signals:
     void hiddenChanged();
+    void stopRequested(int axisNo);
 
 private:
     void note(QTreeWidgetItem* item, int column);
+    void stopCurrent();
     void forEachCurve(const std::function<void(QTreeWidgetItem& item, int axisNo, CurveKind kind)>& call) const;
 
+    QAction* m_stop;
     QSet<int> m_hidden;
     bool m_filling = false;
 };

@@ -53,6 +53,7 @@ CurvePanel::CurvePanel(VariableMonitor& monitor, QWidget* parent)
     connect(&m_timer, &QTimer::timeout, this, &CurvePanel::refresh);
     connect(&m_monitor, &VariableMonitor::axesChanged, this, &CurvePanel::takeAxes);
     connect(m_legend, &CurveLegend::hiddenChanged, this, &CurvePanel::takeHidden);
+    connect(m_legend, &CurveLegend::stopRequested, this, [this](int axisNo) { m_monitor.releaseAxis(axisNo, true); });
     retranslate();
     restyle();
     takeAxes();
@@ -194,8 +195,16 @@ void CurvePanel::applyRange()
     showStatus();
 }
 
+bool CurvePanel::isInSight() const
+{
+    // A panel behind others in the same place counts as visible, but lies where no part of it can be seen.
+    return isVisible() && !window()->isMinimized() && !visibleRegion().isEmpty();
+}
+
 void CurvePanel::refresh()
 {
+    if (!isInSight())
+        return;
     if (!isUpToDate())
         draw();
     if (--m_ticksToValues <= 0 && m_valuesRevision != m_drawnRevision)
@@ -213,7 +222,8 @@ void CurvePanel::draw()
 {
     m_back->setEnabled(m_range.canGoBack());
     m_follow->setEnabled(!m_range.isFollowing() || m_range.values(0) || m_range.values(1));
-    if (!isVisible())
+    m_stale = !isInSight();
+    if (m_stale)
         return;
     m_drawnRevision = m_monitor.revision();
     const CurveRange::Interval times = m_range.times(shownCurves().begin(), shownCurves().end());
@@ -278,7 +288,7 @@ void CurvePanel::notice(const QString& text)
 
 bool CurvePanel::isUpToDate() const
 {
-    return m_held || m_drawnRevision == m_monitor.revision();
+    return !m_stale && (m_held || m_drawnRevision == m_monitor.revision());
 }
 
 QString CurvePanel::statusText() const

@@ -39,6 +39,8 @@ public:
 
     /// True when the plots show what is recorded, or are held.
     bool isUpToDate() const;
+    /// False while hidden, minimised or behind another panel: then nothing is drawn.
+    bool isInSight() const;
     const CurveRange& range() const { return m_range; }
     std::optional<double> cursor() const { return m_cursor; }
     CurvePlot& plot(int index) const { return *m_plots[static_cast<std::size_t>(index)]; }
@@ -81,6 +83,8 @@ private:
     CurveRange m_range;
     std::optional<double> m_cursor;
     QTimer m_timer;
+    /// Something has changed while the panel was out of sight.
+    bool m_stale = true;
     quint64 m_drawnRevision = 0;
     quint64 m_valuesRevision = 0;
     int m_ticksToValues = 0;

@@ -667,6 +667,10 @@
         <source>Curves shown</source>
         <translation>显示的曲线</translation>
     </message>
+    <message>
+        <source>Stop recording this axis</source>
+        <translation>停止记录此轴</translation>
+    </message>
 </context>
 <context>
     <name>CurvePanel</name>
