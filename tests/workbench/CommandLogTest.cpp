@@ -54,9 +54,9 @@ private:
 
 void CommandLogTest::init()
 {
-    log = std::make_unique<CommandLog>(CommandLog::Names{
-        [](int axisNo) { return axisNo == 3 ? QStringLiteral("Feeder") : QString(); },
-        [](short code) { return QStringLiteral("Name of %1").arg(code); } });
+    log = std::make_unique<CommandLog>(
+        CommandLog::Names{ [](int axisNo) { return axisNo == 3 ? QStringLiteral("Feeder") : QString(); },
+            [](short code) { return QStringLiteral("Name of %1").arg(code); } });
 }
 
 void CommandLogTest::everyCommandIsNamedWithItsArguments_data()
@@ -160,8 +160,7 @@ void CommandLogTest::chosenLinesAreCopied()
     for (const short value : { 1, 0, 1 })
         log->add(makeRequest(AxisDebugSetEnable, value), {}, 1000);
     auto* view = panel.findChild<QTreeView*>();
-    view->selectionModel()->select(
-        log->index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    view->selectionModel()->select(log->index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
     const QStringList cells = QGuiApplication::clipboard()->text().split(QLatin1Char('\t'));
     QCOMPARE(cells.mid(1),
@@ -192,7 +191,8 @@ void CommandLogTest::theNewestStaysInSight()
     panel.resize(600, 120);
     panel.show();
     auto* view = panel.findChild<QTreeView*>();
-    const auto isInSight = [&](int row) { return view->viewport()->rect().intersects(view->visualRect(log->index(row, 0))); };
+    const auto isInSight
+        = [&](int row) { return view->viewport()->rect().intersects(view->visualRect(log->index(row, 0))); };
     for (int i = 0; i < 50; ++i)
         log->add(makeRequest(AxisDebugReset), {}, 0);
     QTRY_VERIFY(isInSight(49));

@@ -51,8 +51,8 @@ void ConnectDialogTest::whatIsMissingIsNamed_data()
         << QStringLiteral("127.0.0.1:5") << none << none << QStringLiteral("Enter the token");
     QTest::newRow("no certificates for another machine")
         << QStringLiteral("192.0.2.7:5") << QStringLiteral("t") << none << QStringLiteral("make-certificates");
-    QTest::newRow("one of three files")
-        << QStringLiteral("192.0.2.7:5") << none << QStringLiteral("/x.pem") << QStringLiteral("one of them is not given");
+    QTest::newRow("one of three files") << QStringLiteral("192.0.2.7:5") << none << QStringLiteral("/x.pem")
+                                        << QStringLiteral("one of them is not given");
     QTest::newRow("all that is needed") << QStringLiteral("127.0.0.1:5") << QStringLiteral("t") << none << none;
 }
 

@@ -101,7 +101,8 @@ void OnlineSide::connectSession()
     connect(&m_session, &OnlineSession::lost, this, [this](const QString& reason) {
         m_host.log.report(LogWarning, tr("The connection to %1 is lost. %2").arg(m_session.target(), reason));
     });
-    connect(&m_host.workspace, &Workspace::aboutToClose, &m_session, &OnlineSession::disconnectNow);
+    // The editors are closed by then: what was under way concerns nobody any more.
+    connect(&m_host.workspace, &Workspace::closed, &m_session, &OnlineSession::disconnectNow);
     connect(&m_host.workspace, &Workspace::opened, this, &OnlineSide::showState);
     connect(&m_host.workspace, &Workspace::closed, this, &OnlineSide::showState);
 }
