@@ -1,0 +1,168 @@
+#include "host/communication/RpcCmdSend.h"
+#include "protocol/DiagnosisCodes.h"
+#include "tests/support/MessageBoxWatcher.h"
+#include "tests/workbench/OnlineProgram.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+
+#include <csignal>
+#include <cstdio>
+
+namespace {
+
+/// The other workbench: this program once more, with its own axis held on JOG+.
+class OtherWorkbench {
+public:
+    explicit OtherWorkbench(const ControllerAddress& address)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(QCoreApplication::applicationFilePath(),
+            { QStringLiteral("--work"), address.text(), QString::fromLatin1(address.token) });
+    }
+    ~OtherWorkbench()
+    {
+        signal(SIGKILL);
+        m_process.waitForFinished(3000);
+    }
+
+    bool isJogging() { return m_process.waitForReadyRead(20000) && m_process.readLine().trimmed() == "jogging"; }
+    void signal(int number) const
+    {
+        if (m_process.processId() > 0)
+            ::kill(static_cast<pid_t>(m_process.processId()), number);
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// What the other workbench does.
+int work(const QString& address, const QByteArray& token)
+{
+    OnlineProgram program;
+    ControllerAddress controller;
+    QString error;
+    controller.token = token;
+    if (!controller.setHostAndPort(address, &error))
+        qFatal("%s", qPrintable(error));
+    program.session().connectTo(controller, false);
+    if (!program.waitUntilOnline() || !program.openPage(QStringLiteral("Alpha")) || !program.enterDebugMode()
+        || !program.enable())
+        qFatal("the other workbench cannot work");
+    program.press("posJogPushButton");
+    if (!QTest::qWaitFor([&program] { return program.workbench->online().jogs().count() > 0; }, 3000))
+        qFatal("the other workbench cannot jog");
+    std::puts("jogging");
+    std::fflush(stdout);
+    return QApplication::exec();
+}
+
+} // namespace
+
+// Two workbenches on one controller, and the end of one of them while its user holds a jog button.
+class TwoWorkbenchesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void aWorkbenchThatGoesLeavesNothingMoving_data();
+    void aWorkbenchThatGoesLeavesNothingMoving();
+    void theirAxesDoNotDisturbEachOther();
+    void stopStopsTheAxesOfBoth();
+    void theAxesOfAWorkingWorkbenchAreNotReplaced();
+
+private:
+    std::unique_ptr<OnlineProgram> m_program;
+    std::unique_ptr<OtherWorkbench> m_other;
+    std::unique_ptr<MessageBoxWatcher> m_boxes;
+};
+
+void TwoWorkbenchesTest::init()
+{
+    m_boxes = std::make_unique<MessageBoxWatcher>();
+    m_program = std::make_unique<OnlineProgram>();
+    QVERIFY(m_program->connectHere());
+    m_other = std::make_unique<OtherWorkbench>(m_program->host.address());
+    QVERIFY(m_other->isJogging());
+    QVERIFY(m_program->moves());
+}
+
+void TwoWorkbenchesTest::cleanup()
+{
+    m_other.reset();
+    m_program.reset();
+    m_boxes.reset();
+}
+
+void TwoWorkbenchesTest::aWorkbenchThatGoesLeavesNothingMoving_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("killed") << SIGKILL;
+    QTest::newRow("stopped") << SIGSTOP;
+    QTest::newRow("terminated") << SIGTERM;
+}
+
+void TwoWorkbenchesTest::aWorkbenchThatGoesLeavesNothingMoving()
+{
+    QFETCH(int, signal);
+    QElapsedTimer timer;
+    timer.start();
+    m_other->signal(signal);
+    QVERIFY(m_program->stands(4000));
+    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(int(m_program->host.peek(0).debugMode), 0);
+    // The axis is free for this one.
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode() && m_program->enable());
+}
+
+void TwoWorkbenchesTest::theirAxesDoNotDisturbEachOther()
+{
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")));
+    QTRY_VERIFY(m_program->find("basicTabWidget")->isEnabled());
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_EnterDebugMode(0, 1, 5000), Diagnosis::ownedByOther);
+    m_program->click("stopPushButton");
+    QTRY_COMPARE(m_boxes->count(), 1);
+    QCOMPARE(m_boxes->texts().first(), QStringLiteral("Stop failed!,Another client has the axis in debug mode."));
+    QVERIFY(m_program->isMoving());
+    QVERIFY(m_program->openPage(QStringLiteral("Beta")) && m_program->enterDebugMode() && m_program->enable());
+    // Off the screen nobody gives the focus back after a box.
+    m_program->workbench->window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&m_program->workbench->window()));
+    m_program->press("posJogPushButton");
+    QVERIFY(m_program->moves(1));
+    m_program->release("posJogPushButton");
+    QVERIFY(m_program->stands(1500, 1));
+    QVERIFY(m_program->isMoving(0));
+}
+
+void TwoWorkbenchesTest::stopStopsTheAxesOfBoth()
+{
+    QTest::keyClick(m_program->window(), Qt::Key_F9);
+    QVERIFY(m_program->stands(1500));
+    QTRY_VERIFY(m_program->workbench->online().stop().isHeld());
+}
+
+void TwoWorkbenchesTest::theAxesOfAWorkingWorkbenchAreNotReplaced()
+{
+    m_program->session().disconnectNow();
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    QVERIFY(m_program->connectHere());
+    // An enabled axis forbids it; the reason stands in the output.
+    const QString lines = m_program->outputText();
+    QVERIFY2(lines.contains(QStringLiteral("has not taken the axes over")), qPrintable(lines));
+    QVERIFY(m_program->isMoving());
+}
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    if (argc == 4 && qstrcmp(argv[1], "--work") == 0)
+        return work(QString::fromLatin1(argv[2]), argv[3]);
+    TwoWorkbenchesTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TwoWorkbenchesTest.moc"
