@@ -4,6 +4,7 @@
 #include "protocol/ProtocolVersion.h"
 #include "protocol/controller.grpc.pb.h"
 #include "tests/controller/AxisRecords.h"
+#include "tests/support/FuzzRounds.h"
 
 #include <grpcpp/generic/generic_stub.h>
 #include <grpcpp/grpcpp.h>
@@ -138,7 +139,7 @@ void ControllerServiceFuzzTest::requestsWithOddNumbers()
     using Motion = grpc::Status (Stub::*)(grpc::ClientContext*, const proto::MotionRequest&, proto::Result*);
     static const Motion motions[]
         = { &Stub::SetStop, &Stub::MoveAbs, &Stub::MoveRel, &Stub::MoveVel, &Stub::JopPos, &Stub::JopNeg };
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < fuzzRounds(3000); ++i) {
         const int axis = random() % 8 == 0 ? oddInteger(random) : static_cast<int>(random() % 4);
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
@@ -213,7 +214,7 @@ void ControllerServiceFuzzTest::requestsWithOddNumbers()
 void ControllerServiceFuzzTest::downloadsWithOddTexts()
 {
     Random random(815);
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < fuzzRounds(1500); ++i) {
         proto::DownloadRequest request;
         request.set_session(m_session);
         const int count = static_cast<int>(random() % 4);
@@ -257,7 +258,7 @@ void ControllerServiceFuzzTest::bytesThatAreNoMessages()
     static const char* const methods[]
         = { "Login", "DownloadAxes", "MoveAbs", "GetAxisRef", "StopAll", "Handshake", "ReadCurves", "NoSuchMethod" };
     grpc::GenericStub generic(m_channel);
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < fuzzRounds(600); ++i) {
         std::string bytes(random() % 200, '\0');
         for (char& byte : bytes)
             byte = static_cast<char>(random());
@@ -286,7 +287,7 @@ void ControllerServiceFuzzTest::bytesThatAreNoMessages()
 void ControllerServiceFuzzTest::sessionsThatAreNone()
 {
     Random random(7);
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < fuzzRounds(500); ++i) {
         std::string session = m_session;
         if (random() % 3 == 0)
             session.resize(random() % 40);

@@ -1,5 +1,6 @@
 #include "host/languagecore/ACCore.h"
 #include "host/languagecore/Symbol.h"
+#include "tests/support/FuzzRounds.h"
 
 #include <QDir>
 #include <QtTest>
@@ -86,7 +87,7 @@ private slots:
 void ACCoreFuzzTest::damagedSources_data()
 {
     QTest::addColumn<int>("seed");
-    for (int seed = 1; seed <= 20; ++seed)
+    for (int seed = 1; seed <= fuzzRounds(20); ++seed)
         QTest::addRow("seed %d", seed) << seed;
 }
 
@@ -123,7 +124,7 @@ void ACCoreFuzzTest::damagedPathsAndExpressions()
         "PROGRAM Main VAR s : ARRAY [0..3, 1..2] OF S; w : WORD; END_VAR END_PROGRAM "
         "TYPE S : STRUCT a : BOOL; END_STRUCT END_TYPE" } });
     Mutator mutator(7);
-    for (int round = 0; round < 5000; ++round) {
+    for (int round = 0; round < fuzzRounds(5000); ++round) {
         std::string text = round % 2 == 0 ? "Main.s[1,2].a" : "(Main.w.3 AND NOT Main.s[0, 1].a) OR %IX0.0 = f(x := 3)";
         for (std::size_t n = mutator.below(5); n > 0; --n)
             mutator.mutate(text);

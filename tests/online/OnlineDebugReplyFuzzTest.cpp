@@ -1,5 +1,6 @@
 #include "sdk/AxisDebugParams.h"
 #include "tests/online/OnlinePageFixture.h"
+#include "tests/support/FuzzRounds.h"
 
 #include <QCheckBox>
 #include <QPushButton>
@@ -79,7 +80,7 @@ void OnlineDebugReplyFuzzTest::anyBytesAreShownAsTheyAre()
         m->control<QCheckBox>("speedMultiplierCheckBox")->setChecked(true);
     }
     m->field("speedMultiplierLineEdit")->setEnabled(false);
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < fuzzRounds(1500); ++i) {
         const QByteArray bytes = randomBytes(random, axisRefSize);
         m->page->axisDebugGetAxisRef(bytes);
         AxisRef status;
@@ -102,7 +103,7 @@ void OnlineDebugReplyFuzzTest::oddNumbersAreShown()
         std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min() };
     const auto any = [&] { return odd[random() % std::size(odd)]; };
     m->makePage();
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < fuzzRounds(1000); ++i) {
         AxisRef status = OnlinePageFixture::status(static_cast<quint16>(random()), random() % 2);
         status.setPosition = any();
         status.setVelocity = any();
@@ -122,7 +123,7 @@ void OnlineDebugReplyFuzzTest::anyLengthIsSurvived()
     m->makePage();
     m->receive(OnlinePageFixture::status(3, true));
     const QString before = cell("varTableView", 0, 1);
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < fuzzRounds(600); ++i) {
         int size = static_cast<int>(random() % 600);
         size += size == axisRefSize ? 1 : 0;
         m->page->axisDebugGetAxisRef(randomBytes(random, size));
@@ -137,7 +138,7 @@ void OnlineDebugReplyFuzzTest::anyOrderOfEventsIsSurvived()
     m->makePage();
     m->show();
     auto* timer = m->page->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < fuzzRounds(2000); ++i) {
         switch (random() % 7) {
         case 0:
             m->page->onlineStatechanged(random() % 4 != 0);

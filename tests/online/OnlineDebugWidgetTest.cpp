@@ -12,6 +12,7 @@
 #include <QTableView>
 #include <QTimer>
 
+#include <limits>
 #include <optional>
 
 /// The session of the online page: poll, keep-alive, debug mode, monitor.
@@ -81,6 +82,15 @@ void OnlineDebugWidgetTest::goingOnLineStartsThePoll_data()
     QTest::newRow("negative in its low 16 bits") << QVariant(40000) << 100;
     QTest::newRow("low 16 bits alone count") << QVariant(65536 + 30) << 30;
     QTest::newRow("a text") << QVariant(QStringLiteral("70")) << 70;
+    QTest::newRow("the highest of 32 bits") << QVariant(2147483647) << 100;
+    QTest::newRow("the lowest of 32 bits") << QVariant(std::numeric_limits<int>::min()) << 100;
+    QTest::newRow("low 16 bits alone count in a text beyond 32 bits") << QVariant(QStringLiteral("4294967356")) << 60;
+    QTest::newRow("a text beyond 64 bits") << QVariant(QStringLiteral("99999999999999999999")) << 100;
+    QTest::newRow("a number beyond 32 bits, negative in its low 16") << QVariant(Q_INT64_C(4295007296)) << 100;
+    QTest::newRow("a text that is no number") << QVariant(QStringLiteral("soon")) << 100;
+    QTest::newRow("a text with a unit") << QVariant(QStringLiteral("70 ms")) << 100;
+    QTest::newRow("an empty text") << QVariant(QString()) << 100;
+    QTest::newRow("something that is no number at all") << QVariant(QVariantList{ 70 }) << 100;
 }
 
 void OnlineDebugWidgetTest::goingOnLineStartsThePoll()
@@ -263,6 +273,13 @@ void OnlineDebugWidgetTest::enteringDebugModeCarriesTheTimeout_data()
     QTest::newRow("nought") << QVariant(0) << 5000;
     QTest::newRow("negative") << QVariant(-1) << 5000;
     QTest::newRow("negative in its low 16 bits") << QVariant(50000) << 5000;
+    QTest::newRow("low 16 bits alone count") << QVariant(65536 + 3000) << 3000;
+    QTest::newRow("the highest of 32 bits") << QVariant(2147483647) << 5000;
+    QTest::newRow("low 16 bits alone count in a text beyond 32 bits") << QVariant(QStringLiteral("4294970296")) << 3000;
+    QTest::newRow("a text beyond 64 bits") << QVariant(QStringLiteral("99999999999999999999")) << 5000;
+    QTest::newRow("a number beyond 32 bits, negative in its low 16") << QVariant(Q_INT64_C(4295017296)) << 5000;
+    QTest::newRow("a text that is no number") << QVariant(QStringLiteral("for ever")) << 5000;
+    QTest::newRow("an empty text") << QVariant(QString()) << 5000;
 }
 
 void OnlineDebugWidgetTest::enteringDebugModeCarriesTheTimeout()
