@@ -23,6 +23,8 @@ private slots:
     void cleanup();
     void badFilesAreRefusedAndLeftAsTheyAre_data();
     void badFilesAreRefusedAndLeftAsTheyAre();
+    void aFileThatWasCutOffIsNamedSo_data();
+    void aFileThatWasCutOffIsNamedSo();
     void rowsThatWereTamperedWithAreNoticed_data();
     void rowsThatWereTamperedWithAreNoticed();
     void everyFlippedByteOfTheContentsIsNoticed();
@@ -204,6 +206,30 @@ void ProjectFileTest::badFilesAreRefusedAndLeftAsTheyAre()
     else
         QCOMPARE(bytesOf(file), bytes);
     QVERIFY(QDir(m_folder->path()).entryList(QDir::Files).size() <= 1);
+}
+
+void ProjectFileTest::aFileThatWasCutOffIsNamedSo_data()
+{
+    QTest::addColumn<int>("pageSize");
+    for (const int size : { 512, 4096, 65536 })
+        QTest::newRow(qPrintable(QStringLiteral("pages of %1 bytes").arg(size))) << size;
+}
+
+void ProjectFileTest::aFileThatWasCutOffIsNamedSo()
+{
+    QFETCH(int, pageSize);
+    const QString file = path("cut.kproj");
+    makeRich(file);
+    runSql(file,
+        { QStringLiteral("PRAGMA journal_mode=DELETE"), QStringLiteral("PRAGMA page_size=%1").arg(pageSize),
+            QStringLiteral("VACUUM") });
+    QString error;
+    QVERIFY2(!contentsOf(file, &error).isEmpty(), qPrintable(error));
+    const QByteArray bytes = bytesOf(file);
+    QCOMPARE(bytes.size() % pageSize, 0);
+    writeBytes(file, bytes.chopped(pageSize));
+    QVERIFY(!ProjectModelManager::instance()->openProject(file, &error));
+    QVERIFY2(error.contains(QLatin1String("a part of it is missing")), qPrintable(error));
 }
 
 void ProjectFileTest::rowsThatWereTamperedWithAreNoticed_data()

@@ -17,6 +17,7 @@ private slots:
     void everyNthOperationFails();
     void aFullDiskIsToldAndNothingIsLost();
     void aFailedSaveOfTheProjectKeepsEverythingModified();
+    void whatAnEditorCorrectedCountsAsAChangeOnceItCouldNotBeStored_data();
     void whatAnEditorCorrectedCountsAsAChangeOnceItCouldNotBeStored();
     void aFailedCopyLeavesNothingBehind();
     void aFailedCreationLeavesNothingBehind();
@@ -160,15 +161,26 @@ void StoreFaultTest::aFailedSaveOfTheProjectKeepsEverythingModified()
     QCOMPARE(scenario.stateOf(3), 4);
 }
 
+void StoreFaultTest::whatAnEditorCorrectedCountsAsAChangeOnceItCouldNotBeStored_data()
+{
+    QTest::addColumn<bool>("view");
+    QTest::newRow("a parameter") << false;
+    QTest::newRow("the names of its controls") << true;
+}
+
 void StoreFaultTest::whatAnEditorCorrectedCountsAsAChangeOnceItCouldNotBeStored()
 {
-    const QString path = m_folder.filePath(QStringLiteral("corrected.kproj"));
+    QFETCH(bool, view);
+    const QString path = m_folder.filePath(QStringLiteral("corrected%1.kproj").arg(view));
     QVERIFY(QFile::copy(m_base, path));
     StoreScenario scenario(path);
     QVERIFY(scenario.open());
     AxisTable* axis = recordsOf(scenario.project()->axisModel()).front();
     axis->pageBuild = true;
-    axis->setProperty(QStringLiteral("OutputPin"), QStringLiteral("3"));
+    if (view)
+        axis->setViewInfo(QStringLiteral("LineEditPosObjectName"), QStringLiteral("lineEditPos"));
+    else
+        axis->setProperty(QStringLiteral("OutputPin"), QStringLiteral("3"));
     axis->pageBuild = false;
     QVERIFY(!axis->modified);
     FaultVfs::failNth(FaultVfs::Operation::Write, 1, true);
