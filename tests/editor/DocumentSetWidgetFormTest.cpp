@@ -42,12 +42,7 @@ private slots:
     void figures();
     void figuresWithoutCookies();
     void figuresFollowTheNextLoad();
-    void figuresKeepTheirShape();
-    void barsStandUnderTheirNumerators();
-    void nothingIsCutOff();
-    void fieldsStandUnderOneAnother();
     void everyControlHasAName();
-    void tabOrderFollowsTheRows();
 };
 
 /// Style and font of the workbench.
@@ -269,71 +264,6 @@ void DocumentSetWidgetFormTest::figuresFollowTheNextLoad()
     QVERIFY(page.find<QLabel>("label_18")->pixmap()->toImage() != light);
 }
 
-void DocumentSetWidgetFormTest::figuresKeepTheirShape()
-{
-    UnitPage page;
-    page.openWindow();
-    for (const char* name : { "label_18", "label_32" }) {
-        const auto* const label = page.find<QLabel>(name);
-        const QSize drawn = label->pixmap()->size();
-        QCOMPARE(label->width() * drawn.height(), label->height() * drawn.width());
-        // Sharp on a screen of twice the resolution.
-        QVERIFY(drawn.width() >= 2 * label->width());
-    }
-}
-
-void DocumentSetWidgetFormTest::barsStandUnderTheirNumerators()
-{
-    UnitPage page;
-    page.openWindow();
-    const auto at = [&](const char* name) {
-        return QRect(page.find<QLabel>(name)->mapTo(page.page.get(), QPoint()), page.find<QLabel>(name)->size());
-    };
-    const char* const formulas[][4] = { { "label_8", "label_7", "label", "label_9" },
-        { "label_15", "label_16", "label_3", "label_14" }, { "label_29", "label_31", "label_2", "label_34" } };
-    for (const auto& formula : formulas) {
-        QVERIFY(at(formula[1]).bottom() < at(formula[2]).top());
-        QVERIFY(at(formula[2]).bottom() < at(formula[3]).top());
-        QCOMPARE(at(formula[1]).left(), at(formula[2]).left());
-        QCOMPARE(at(formula[3]).left(), at(formula[2]).left());
-        QVERIFY(at(formula[0]).right() < at(formula[2]).left());
-        QCOMPARE(at(formula[0]).center().y(), at(formula[2]).center().y());
-    }
-}
-
-void DocumentSetWidgetFormTest::nothingIsCutOff()
-{
-    UnitPage page;
-    page.store("PulseCountDecOrHex", "FALSE");
-    page.openWindow();
-    const QList<QWidget*> widgets = page.page->findChildren<QWidget*>();
-    for (const QWidget* widget : widgets) {
-        if (!qobject_cast<const QLabel*>(widget) && !qobject_cast<const QAbstractButton*>(widget)
-            && !qobject_cast<const QLineEdit*>(widget))
-            continue;
-        const QByteArray name = widget->objectName().toUtf8();
-        QVERIFY2(widget->height() >= widget->minimumSizeHint().height() || name == "label_18" || name == "label_32",
-            name.constData());
-        if (!qobject_cast<const QLineEdit*>(widget) && name != "label_18" && name != "label_32")
-            QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), name.constData());
-        QVERIFY2(widget->parentWidget()->rect().contains(widget->geometry()), name.constData());
-    }
-}
-
-void DocumentSetWidgetFormTest::fieldsStandUnderOneAnother()
-{
-    UnitPage page;
-    page.store("PulseCountDecOrHex", "FALSE");
-    page.openWindow();
-    const auto left = [&](const char* name) { return page.find<QWidget>(name)->mapTo(page.page.get(), QPoint()).x(); };
-    const int column = left("lineEdit_3");
-    for (const char* name : { "lineEdit_2", "lineEdit_4", "lineEdit_5" })
-        QCOMPARE(left(name), column);
-    QVERIFY(qAbs(left("lineEdit_PulseCountPerCicle") - column) <= 2);
-    QCOMPARE(left("label_5"), left("label_10"));
-    QCOMPARE(left("label_4"), left("label_11"));
-}
-
 void DocumentSetWidgetFormTest::everyControlHasAName()
 {
     BareForm form;
@@ -347,23 +277,6 @@ void DocumentSetWidgetFormTest::everyControlHasAName()
         ++named;
     }
     QCOMPARE(named, 9);
-}
-
-void DocumentSetWidgetFormTest::tabOrderFollowsTheRows()
-{
-    UnitPage page;
-    page.store("UseGearEnable", "TRUE");
-    page.openWindow();
-    page.button("checkBox_Reverse")->setFocus();
-    QStringList order;
-    for (int i = 0; i < 7; ++i) {
-        order.append(QApplication::focusWidget()->objectName());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    const QStringList expected{ QStringLiteral("checkBox_Reverse"), QStringLiteral("lineEdit_PulseCountPerCicle"),
-        QStringLiteral("checkBox_decimalDisplayPulse"), QStringLiteral("radioButton_unUsedGear"),
-        QStringLiteral("lineEdit_3"), QStringLiteral("lineEdit_4"), QStringLiteral("lineEdit_5") };
-    QCOMPARE(order, expected);
 }
 
 QTEST_MAIN(DocumentSetWidgetFormTest)

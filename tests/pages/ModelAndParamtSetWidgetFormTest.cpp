@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QCheckBox>
-#include <QFile>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -74,8 +73,6 @@ class ModelAndParamtSetWidgetFormTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
     void headings_data();
     void headings();
     void controls_data();
@@ -89,26 +86,8 @@ private slots:
     void slotsInTheirOrder();
     void nothingIsReportedWhileBuilding();
     void connectionsByName();
-    void tabOrderFollowsTheRows();
     void everyControlHasAName();
-    void nothingIsCutOff_data();
-    void nothingIsCutOff();
-    void fieldsStandUnderOneAnother();
-    void smallWindowScrolls();
 };
-
-/// Style and font of the workbench, which the columns of the page are made for.
-void ModelAndParamtSetWidgetFormTest::initTestCase()
-{
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setFont(QFont(QStringLiteral("Noto Sans"), 10));
-}
-
-void ModelAndParamtSetWidgetFormTest::cleanup()
-{
-    if (!qApp->styleSheet().isEmpty())
-        qApp->setStyleSheet(QString());
-}
 
 void ModelAndParamtSetWidgetFormTest::headings_data()
 {
@@ -377,26 +356,6 @@ void ModelAndParamtSetWidgetFormTest::connectionsByName()
     }
 }
 
-void ModelAndParamtSetWidgetFormTest::tabOrderFollowsTheRows()
-{
-    ModePage page(QStringLiteral("Axis_EtherCAT"));
-    page.store(QStringLiteral("SoftLimitEnable"), QStringLiteral("TRUE"));
-    page.openWindow();
-    page.find<QWidget>("radioButton")->setFocus();
-    QStringList order;
-    for (int i = 0; i < 15; ++i) {
-        order.append(QApplication::focusWidget()->objectName());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    const QStringList expected{ QStringLiteral("radioButton"), QStringLiteral("radioButton_3"),
-        QStringLiteral("checkBox"), QStringLiteral("lineEdit"), QStringLiteral("lineEdit_2"),
-        QStringLiteral("lineEdit_3"), QStringLiteral("lineEdit_4"), QStringLiteral("lineEdit_6"),
-        QStringLiteral("lineEdit_7"), QStringLiteral("lineEdit_8"), QStringLiteral("lineEdit_11"),
-        QStringLiteral("lineEdit_10"), QStringLiteral("lineEdit_9"), QStringLiteral("HardLimPosBox"),
-        QStringLiteral("HardLimNegBox") };
-    QCOMPARE(order, expected);
-}
-
 void ModelAndParamtSetWidgetFormTest::everyControlHasAName()
 {
     BareForm form;
@@ -414,70 +373,6 @@ void ModelAndParamtSetWidgetFormTest::everyControlHasAName()
         ++named;
     }
     QCOMPARE(named, 36);
-}
-
-void ModelAndParamtSetWidgetFormTest::nothingIsCutOff_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("sheet");
-    for (const QString& type : allAxisTypes())
-        for (const char* sheet : { "", "default.qss", "dark.qss" })
-            QTest::addRow("%s with the sheet \"%s\"", qPrintable(type), sheet) << type << QString::fromLatin1(sheet);
-}
-
-void ModelAndParamtSetWidgetFormTest::nothingIsCutOff()
-{
-    QFETCH(QString, type);
-    QFETCH(QString, sheet);
-    QFile file(QStringLiteral(KESTRUN_SOURCE_DIR "/workbench/themes/") + sheet);
-    if (!sheet.isEmpty()) {
-        QVERIFY(file.open(QFile::ReadOnly));
-        qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-    }
-    ModePage page(type);
-    page.openWindow();
-    const QList<QWidget*> widgets = page.page->findChildren<QWidget*>();
-    for (const QWidget* widget : widgets) {
-        if (!widget->isVisible()
-            || !(qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget)
-                || qobject_cast<const QComboBox*>(widget) || qobject_cast<const QLineEdit*>(widget)))
-            continue;
-        if (widget->objectName().startsWith(QLatin1String("qt_")))
-            continue;
-        const QByteArray name = widget->objectName().toUtf8();
-        QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), name.constData());
-        if (!qobject_cast<const QLineEdit*>(widget))
-            QVERIFY2(
-                widget->width() >= qMin(widget->minimumSizeHint().width(), widget->maximumWidth()), name.constData());
-        QVERIFY2(widget->parentWidget()->rect().contains(widget->geometry()), name.constData());
-    }
-}
-
-void ModelAndParamtSetWidgetFormTest::fieldsStandUnderOneAnother()
-{
-    ModePage page(QStringLiteral("Axis_EtherCAT"));
-    page.openWindow();
-    const auto left = [&](const char* name) { return page.find<QWidget>(name)->mapTo(page.page.get(), QPoint()).x(); };
-    for (const char* name : { "lineEdit_3", "lineEdit_6", "lineEdit_7", "lineEdit_11", "lineEdit_10", "HardLimPosBox" })
-        QCOMPARE(left(name), left("lineEdit"));
-    for (const char* name : { "lineEdit_4", "lineEdit_8", "lineEdit_9", "HardLimNegBox" })
-        QCOMPARE(left(name), left("lineEdit_2"));
-    for (const char* name : { "label_12", "label_20", "label_22", "label_30", "label_31" })
-        QCOMPARE(left(name), left("label_6"));
-    for (const char* name : { "label_21", "label_26", "label_33" })
-        QCOMPARE(left(name), left("label_8"));
-}
-
-void ModelAndParamtSetWidgetFormTest::smallWindowScrolls()
-{
-    ModePage page(QStringLiteral("Axis_EtherCAT"));
-    page.openWindow();
-    page.page->resize(300, 200);
-    QCoreApplication::processEvents();
-    const auto* const area = page.find<QScrollArea>("scrollArea");
-    QVERIFY(area->widget()->height() > area->viewport()->height());
-    QVERIFY(area->widget()->width() > area->viewport()->width());
-    QVERIFY(page.edit("lineEdit_3")->width() >= 100);
 }
 
 QTEST_MAIN(ModelAndParamtSetWidgetFormTest)
