@@ -1,5 +1,6 @@
 #include "sdk/ServiceKeys.h"
 #include "tests/editor/UnitPage.h"
+#include "tests/support/RecordingTranslator.h"
 
 #include <QAccessible>
 #include <QGroupBox>
@@ -43,6 +44,7 @@ private slots:
     void figuresWithoutCookies();
     void figuresFollowTheNextLoad();
     void everyControlHasAName();
+    void textsAreLookedUpInTheirContext();
 };
 
 /// Style and font of the workbench.
@@ -277,6 +279,31 @@ void DocumentSetWidgetFormTest::everyControlHasAName()
         ++named;
     }
     QCOMPARE(named, 9);
+}
+
+void DocumentSetWidgetFormTest::textsAreLookedUpInTheirContext()
+{
+    BareForm plain;
+    const RecordingTranslator translator;
+    BareForm translated;
+    const auto check = [](const QString& text, const QString& from) {
+        QCOMPARE(text, from.isEmpty() ? QString() : QString(latin("DocumentSetWidget|") + from));
+    };
+    check(translated.page.windowTitle(), plain.page.windowTitle());
+    int texts = 0;
+    const QList<QWidget*> widgets = plain.page.findChildren<QWidget*>();
+    for (const QWidget* widget : widgets) {
+        const QString name = widget->objectName();
+        if (const auto* const label = qobject_cast<const QLabel*>(widget))
+            check(translated.page.findChild<QLabel*>(name)->text(), label->text());
+        else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
+            check(translated.page.findChild<QAbstractButton*>(name)->text(), button->text());
+        else
+            continue;
+        check(translated.page.findChild<QWidget*>(name)->accessibleName(), widget->accessibleName());
+        ++texts;
+    }
+    QCOMPARE(texts, 32);
 }
 
 QTEST_MAIN(DocumentSetWidgetFormTest)

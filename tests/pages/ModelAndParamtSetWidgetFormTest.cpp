@@ -1,4 +1,5 @@
 #include "tests/pages/ModePage.h"
+#include "tests/support/RecordingTranslator.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -87,6 +88,8 @@ private slots:
     void nothingIsReportedWhileBuilding();
     void connectionsByName();
     void everyControlHasAName();
+    void textsAreLookedUpInTheirContext();
+    void textsOfTheSlotsAreLookedUpToo();
 };
 
 void ModelAndParamtSetWidgetFormTest::headings_data()
@@ -373,6 +376,56 @@ void ModelAndParamtSetWidgetFormTest::everyControlHasAName()
         ++named;
     }
     QCOMPARE(named, 36);
+}
+
+void ModelAndParamtSetWidgetFormTest::textsAreLookedUpInTheirContext()
+{
+    BareForm plain;
+    const RecordingTranslator translator;
+    BareForm translated;
+    const auto check = [](const QString& text, const QString& from) {
+        QCOMPARE(text, from.isEmpty() ? QString() : QString(utf("ModelAndParamtSetWidget|") + from));
+    };
+    check(translated.page.windowTitle(), plain.page.windowTitle());
+    int texts = 0;
+    const QList<QWidget*> widgets = plain.page.findChildren<QWidget*>();
+    for (const QWidget* widget : widgets) {
+        const QString name = widget->objectName();
+        if (const auto* const label = qobject_cast<const QLabel*>(widget))
+            check(translated.find<QLabel>(name)->text(), label->text());
+        else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
+            check(translated.find<QAbstractButton>(name)->text(), button->text());
+        else
+            continue;
+        check(translated.find<QWidget>(name)->accessibleName(), widget->accessibleName());
+        ++texts;
+    }
+    QVERIFY(texts > 50);
+}
+
+void ModelAndParamtSetWidgetFormTest::textsOfTheSlotsAreLookedUpToo()
+{
+    const RecordingTranslator translator;
+    const auto ours = [](const char* text) { return QString(utf("ModelAndParamtSetWidget|") + utf(text)); };
+    ModePage page(QStringLiteral("Axis_Encoder"));
+    page.store(QStringLiteral("CompareOutEnable"), QStringLiteral("TRUE"));
+    page.open();
+    const auto text = [&](const char* label) { return page.find<QLabel>(label)->text(); };
+    const auto click = [&](const char* button) { page.find<QRadioButton>(button)->click(); };
+    QCOMPARE(text("label_4"), ours("Soft Limit"));
+    for (const char* box : { "HardLimPosBox", "HardLimNegBox" })
+        QCOMPARE(page.entries(box), QStringList({ ours("Positive Logic"), ours("Negitive Logic") }));
+    click("radioButton_4");
+    QCOMPARE(text("label_4"), ours("Period Setting"));
+    click("radioButton_3");
+    QCOMPARE(text("label_4"), ours("Soft Limit"));
+    click("radioButton_5");
+    QCOMPARE(text("label_47"), ours("ms"));
+    click("radioButton_6");
+    QCOMPARE(text("label_47"), ours("unit"));
+    page.store(QStringLiteral("ModeSet"), QStringLiteral("TRUE"));
+    page.open();
+    QCOMPARE(text("label_4"), ours("Period Setting"));
 }
 
 QTEST_MAIN(ModelAndParamtSetWidgetFormTest)

@@ -24,6 +24,22 @@ void useEverything(ModePage& page)
     page.page->updateWidget();
 }
 
+/// All that a page shows, control by control.
+QStringList looksOf(const ModePage& page)
+{
+    QStringList looks;
+    for (auto entry = page.widgets.begin(); entry != page.widgets.end(); ++entry) {
+        QWidget* widget = entry.value();
+        QString look = entry.key() + QStringLiteral(" %1%2 ").arg(widget->isHidden()).arg(widget->isEnabled());
+        if (const auto* const box = qobject_cast<QComboBox*>(widget))
+            look += QString::number(box->currentIndex()) + page.entries(entry.key().toLatin1()).join(QLatin1Char(','));
+        else
+            look += widget->property("checked").toString() + widget->property("text").toString();
+        looks.append(look + QString::number(widget->minimumHeight()));
+    }
+    return looks;
+}
+
 } // namespace
 
 class ModelAndParamtSetWidgetGoneTest : public QObject {
@@ -32,6 +48,8 @@ class ModelAndParamtSetWidgetGoneTest : public QObject {
 private slots:
     void removedRecordEndsEverySlot();
     void closedProjectEndsEverySlot();
+    void updateWithoutARecordChangesNothing_data();
+    void updateWithoutARecordChangesNothing();
     void recordThatComesAndGoes();
     void pageThatGoesWithAFieldInUse();
     void listsThatAreEmpty_data();
@@ -68,6 +86,39 @@ void ModelAndParamtSetWidgetGoneTest::closedProjectEndsEverySlot()
     // A page on nothing is a form with nothing in its lists.
     page.open();
     QCOMPARE(page.combo("HardLimPosBox")->count(), 0);
+}
+
+void ModelAndParamtSetWidgetGoneTest::updateWithoutARecordChangesNothing_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("next");
+    for (const QString& type : allAxisTypes())
+        for (const QString& next : allAxisTypes())
+            QTest::addRow("%s that was to become %s", qPrintable(type), qPrintable(next)) << type << next;
+}
+
+void ModelAndParamtSetWidgetGoneTest::updateWithoutARecordChangesNothing()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, next);
+    ModePage page(type);
+    page.open();
+    const QStringList before = looksOf(page);
+    AxisTable* axis = page.axis();
+    // Whatever there would be to show anew.
+    page.store(QStringLiteral("AxisType"), next);
+    for (const char* key : { "PulseOutputMethod", "OutputMethod", "OutputDevice", "CompareOutputPin" })
+        page.store(QString::fromLatin1(key), QStringLiteral("1"));
+    page.store(QStringLiteral("CompareOutEnable"), QStringLiteral("TRUE"));
+    page.project.changeController(QStringLiteral("KM1_M16"));
+    QVERIFY(page.project.axisModel()->takeObject(axis));
+    QSignalSpy writes(axis, &ModelObject::dataChanged);
+    page.page->updateWidget();
+    QCOMPARE(looksOf(page), before);
+    QCOMPARE(writes.count(), 0);
+    QVERIFY(page.project.axisModel()->putObjectBack(axis));
+    page.page->updateWidget();
+    QVERIFY(looksOf(page) != before);
 }
 
 void ModelAndParamtSetWidgetGoneTest::recordThatComesAndGoes()
