@@ -39,7 +39,11 @@ std::string ControllerOptions::helpText()
                "standard input; clients must show it. With TLS the client's certificate stands for the token.\n"
                "scripts/make-certificates makes certificates.\n"
                "\n"
-               "Further lines of the standard input are commands: \"fault LINE\", \"statistics\" and \"quit\".\n"
+               "Further lines of the standard input are commands: \"fault LINE\", \"statistics\" and \"quit\". A "
+               "fault\n"
+               "is answered \"done\", one of an axis that is not there yet \"waiting for the axis\". Faults of axes "
+               "stay\n"
+               "through every download.\n"
                "\n"
                "Faults (METHOD is a request such as MoveAbs, none means all):\n")
         + Faults::help()

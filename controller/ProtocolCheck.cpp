@@ -389,6 +389,10 @@ private:
             return ref.axisState == 3 && std::fabs(ref.setPosition - 15) < 1e-9;
         }),
             "a relative move arrives");
+        say(result(&Stub::MoveRel, motion(-2, -20)) == 0 && becomes([](const AxisRef& ref) {
+            return ref.axisState == 3 && std::fabs(ref.setPosition - 13) < 1e-9;
+        }),
+            "of a velocity's sign a move takes no notice");
         say(result(&Stub::MoveAbs, motion(101, 20)) == Diagnosis::targetBeyondSoftLimit,
             "a target beyond the soft limit is refused with 6");
         say(result(&Stub::MoveAbs, motion(1, 0)) == Diagnosis::velocityInvalid, "no velocity is refused with 13");
@@ -406,6 +410,11 @@ private:
             "a stop without a deceleration stops all the same");
         ratio.set_value(100);
         result(&Stub::SetVelRatio, ratio);
+        say(result(&Stub::MoveVel, motion(0, 20)) == 0
+                && becomes([](const AxisRef& ref) { return ref.setVelocity == 20; })
+                && result(&Stub::SetStop, motion(0, 0, 100)) == 0 && result(&Stub::SetStop, motion(0, 0, 1)) == 0
+                && becomes([](const AxisRef& ref) { return ref.axisState == 3; }, 1000),
+            "a weaker stop does not replace one under way");
         say(jog(0) == 0, "the end of a jog that never was is answered 0");
         say(jog(1) == 0 && becomes([](const AxisRef& ref) { return ref.setVelocity == 5; }), "a jog runs");
         say(jog(0) == 0 && becomes([](const AxisRef& ref) { return ref.axisState == 3; }), "its end stops the axis");
@@ -447,6 +456,7 @@ private:
                 std::memcpy(&ref, values.status(0).data(), sizeof ref);
         }
         say(ref.debugMode == 0 && ref.setVelocity == 0, "silence ends it, though curves are read");
+        say(ref.axisError == Diagnosis::debugTimeout, "the axis shows 31 as its error");
     }
 
     void checkLostClient()
