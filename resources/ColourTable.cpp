@@ -4,6 +4,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <iterator>
 
 namespace drawing {
 
@@ -26,7 +27,8 @@ QVector<QRgb> coloursByCount(const QImage& image)
                 start = x;
             }
     }
-    QVector<QRgb> colours = counts.keys().toVector();
+    QVector<QRgb> colours;
+    std::copy(counts.keyBegin(), counts.keyEnd(), std::back_inserter(colours));
     std::sort(colours.begin(), colours.end(), [&counts](QRgb left, QRgb right) {
         const int leftCount = counts.value(left);
         const int rightCount = counts.value(right);

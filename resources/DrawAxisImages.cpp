@@ -8,7 +8,8 @@ namespace {
 
 bool storeAll(const QString& folder, QTextStream& errors)
 {
-    for (const drawing::BundledImage& image : drawing::drawAllImages()) {
+    const QVector<drawing::BundledImage> images = drawing::drawAllImages();
+    for (const drawing::BundledImage& image : images) {
         QString error;
         if (!drawing::storeImage(image, folder, error)) {
             errors << error << '\n';
@@ -21,12 +22,13 @@ bool storeAll(const QString& folder, QTextStream& errors)
 bool checkAll(const QString& folder, QTextStream& errors)
 {
     bool good = true;
-    for (const drawing::BundledImage& image : drawing::drawAllImages()) {
+    const QVector<drawing::BundledImage> images = drawing::drawAllImages();
+    for (const drawing::BundledImage& image : images) {
         QStringList faults = drawing::textFaults(image.picture);
         const QString stored = drawing::storedFault(image, folder);
         if (!stored.isEmpty())
             faults << stored;
-        for (const QString& fault : faults)
+        for (const QString& fault : qAsConst(faults))
             errors << image.path << ": " << fault << '\n';
         good = good && faults.isEmpty();
     }

@@ -30,7 +30,8 @@ public:
     {
         m_page->ui.theme->setItemData(0, Solution::ThemeName::light());
         m_page->ui.theme->setItemData(1, Solution::ThemeName::dark());
-        for (const Language::Choice& choice : Language::choices())
+        const QVector<Language::Choice> languages = Language::choices();
+        for (const Language::Choice& choice : languages)
             m_page->ui.language->addItem(choice.name, choice.locale);
         m_page->ui.theme->setCurrentIndex(m_access.theme() == Solution::ThemeName::light() ? 0 : 1);
         m_page->ui.language->setCurrentIndex(qMax(0, m_page->ui.language->findData(m_access.language())));

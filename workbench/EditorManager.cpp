@@ -147,7 +147,7 @@ void EditorManager::activateEditor(IEditor* editor)
 IEditor* EditorManager::findEditor(const QString& fileName, bool)
 {
     // A file name begins with its project, so it names one editor whichever project is current.
-    for (const Entry& entry : m_entries) {
+    for (const Entry& entry : qAsConst(m_entries)) {
         if (entry.fileName == fileName)
             return entry.editor;
     }
@@ -230,7 +230,8 @@ QVector<IEditor*> EditorManager::editors() const
 QVector<EditorManager::OpenFile> EditorManager::openFiles() const
 {
     QVector<OpenFile> files;
-    for (IEditor* editor : editors())
+    const auto opened = editors();
+    for (IEditor* editor : opened)
         files.append({ entryOf(editor)->fileName, entryOf(editor)->mimeType });
     return files;
 }

@@ -200,7 +200,7 @@ void MainWindow::setProjectState(const ProjectState& state)
     }
     setOnline(m_online);
     const QString name = state.readOnly ? tr("%1 (read-only)").arg(state.name) : state.name;
-    setWindowTitle(state.open ? QString(name + QLatin1String("[*] \u2014 ") + tr("Kestrun")) : tr("Kestrun"));
+    setWindowTitle(state.open ? QString(name + QStringLiteral("[*] \u2014 ") + tr("Kestrun")) : tr("Kestrun"));
     setWindowModified(state.modified);
     setWindowFilePath(QString());
     m_controllerLabel->setText(state.open ? tr("Controller: %1").arg(state.controller) : QString());

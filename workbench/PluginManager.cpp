@@ -128,8 +128,11 @@ void PluginManager::initialize(PluginEntry& entry)
     entry.plugin->loadOrder = entry.order;
     entry.plugin->state = entry.state;
     m_present.insert(entry.package.name, entry.package.version);
-    if (entry.plugin->metaObject()->indexOfSlot("onApplyOption(QString)") >= 0)
+    // Only its name makes the slot of a plug-in one that hears of options.
+    if (entry.plugin->metaObject()->indexOfSlot("onApplyOption(QString)") >= 0) {
+        // clazy:exclude=old-style-connect
         connect(&m_options, SIGNAL(applyOption(QString)), entry.plugin, SLOT(onApplyOption(QString)));
+    }
 }
 
 void PluginManager::finishAll()

@@ -68,7 +68,7 @@ bool ControllerAddress::setHostAndPort(const QString& text, QString* error)
     if (bracketed)
         name = name.mid(1, name.size() - 2);
     bool fine = false;
-    const uint number = colon < 0 ? 0 : trimmed.mid(colon + 1).toUInt(&fine);
+    const uint number = colon < 0 ? 0 : trimmed.midRef(colon + 1).toUInt(&fine);
     if (!fine || number == 0 || number > 65535 || name.isEmpty() || (!bracketed && name.contains(QLatin1Char(':')))) {
         *error = say("\"%1\" is no address; a host and a port such as 127.0.0.1:50700 are needed.").arg(trimmed);
         return false;

@@ -223,7 +223,8 @@ void AxisModel::updateDeviceAxisInfo()
     std::vector<QMap<QString, QString>*> records;
     for (AxisTable* each : d->records)
         records.push_back(&each->m_data.properties);
-    for (const QString& key : axisNumberKeys())
+    const QStringList keys = axisNumberKeys();
+    for (const QString& key : keys)
         repairNumbers(records, key, limit);
 }
 
@@ -338,7 +339,8 @@ bool AxisModel::load(AxisTable& record)
         return false;
     record.m_stored = data;
     data.name = record.m_data.name;
-    for (const QString& key : axisNumberKeys())
+    const QStringList keys = axisNumberKeys();
+    for (const QString& key : keys)
         if (record.m_data.properties.contains(key))
             data.properties.insert(key, record.m_data.properties.value(key));
     record.m_data = data;
@@ -359,6 +361,7 @@ void AxisModel::renumber(AxisTable& record)
     std::vector<QMap<QString, QString>*> others;
     for (AxisTable* each : d->records)
         others.push_back(&each->m_data.properties);
-    for (const QString& key : axisNumberKeys())
+    const QStringList keys = axisNumberKeys();
+    for (const QString& key : keys)
         record.m_data.properties.insert(key, QString::number(lowestFreeNumber(others, key)));
 }

@@ -8,6 +8,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 QStringList typeWords()
@@ -37,13 +39,20 @@ QString oneName(const QString& device, const QString& mode)
     return device + QLatin1Char('.') + mode;
 }
 
+template <typename Key>
+bool hasValue(const QMap<Key, QString>& map, const QString& value)
+{
+    return std::find(map.begin(), map.end(), value) != map.end();
+}
+
 QMap<QString, QString> readTypeNames(const JsonReader& types)
 {
     QMap<QString, QString> names;
-    for (const QString& word : typeWords()) {
+    const QStringList words = typeWords();
+    for (const QString& word : words) {
         const JsonReader type = types.member(word);
         const QString name = type.text();
-        if (names.values().contains(name))
+        if (hasValue(names, name))
             type.fail(ControllerDescription::tr("another type has the display name \"%1\"").arg(name));
         names.insert(word, name);
     }
@@ -83,7 +92,7 @@ QMap<int, QString> readInputPoints(const JsonReader& points)
         const QString name = point.member(QStringLiteral("name")).text();
         if (all.contains(number))
             key.fail(ControllerDescription::tr("another point has the key %1").arg(number));
-        if (all.values().contains(name))
+        if (hasValue(all, name))
             point.fail(ControllerDescription::tr("another point has the name \"%1\"").arg(name));
         all.insert(number, name);
     }
@@ -96,7 +105,7 @@ QMap<AxisModel::AxisState, QString> readStateTexts(const JsonReader& states)
     for (int state = AxisModel::Disabled; state <= AxisModel::Homing; ++state) {
         const JsonReader entry = states.member(QString::number(state));
         const QString text = entry.text();
-        if (all.values().contains(text))
+        if (hasValue(all, text))
             entry.fail(ControllerDescription::tr("another state has the text \"%1\"").arg(text));
         all.insert(static_cast<AxisModel::AxisState>(state), text);
     }
@@ -106,7 +115,8 @@ QMap<AxisModel::AxisState, QString> readStateTexts(const JsonReader& states)
 QMap<QString, QString> readTranslations(const JsonReader& texts)
 {
     QMap<QString, QString> all;
-    for (const QString& language : languages())
+    const QStringList names = languages();
+    for (const QString& language : names)
         all.insert(language, texts.member(language).text());
     return all;
 }
@@ -140,7 +150,7 @@ public:
         if (offered.isEmpty())
             place("AxisType").fail(ControllerDescription::tr("the list is empty"));
         for (const QString& type : offered) {
-            if (!names.values().contains(type))
+            if (!hasValue(names, type))
                 place("AxisType")
                     .fail(ControllerDescription::tr("\"%1\" is no display name of an axis type").arg(type));
             if (!limits.contains(type))
@@ -158,10 +168,13 @@ public:
 
     void dependentLists() const
     {
-        for (const QString& device : list("AxisPulseOutputDev"))
-            for (const QString& mode : list("PulseEncodeMode"))
+        const QStringList devices = list("AxisPulseOutputDev");
+        const QStringList pulseModes = list("PulseEncodeMode");
+        for (const QString& device : devices)
+            for (const QString& mode : pulseModes)
                 needDependent(oneName(device, mode));
-        for (const QString& mode : list("EncoderEncodeMode"))
+        const QStringList encoderModes = list("EncoderEncodeMode");
+        for (const QString& mode : encoderModes)
             needDependent(oneName(QStringLiteral("Encoder"), mode));
     }
 
@@ -178,10 +191,12 @@ public:
 
     void points(const QMap<int, QString>& inputs) const
     {
-        for (const char* group : { "HightSpeedCountInputPoint", "ProbelInputPoint" })
-            for (const QString& name : list(group))
-                if (!inputs.values().contains(name))
+        for (const char* group : { "HightSpeedCountInputPoint", "ProbelInputPoint" }) {
+            const QStringList names = list(group);
+            for (const QString& name : names)
+                if (!hasValue(inputs, name))
                     place(group).fail(ControllerDescription::tr("\"%1\" is no input point").arg(name));
+        }
     }
 
 private:

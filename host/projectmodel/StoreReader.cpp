@@ -5,6 +5,9 @@
 #include "host/projectmodel/StoreRows.h"
 #include "host/projectmodel/StoreSchema.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 // Texts are read as bytes: the database's own decoder takes several wrong sequences for one right character, so that a
@@ -89,7 +92,8 @@ void StoreReader::readWhole(ProjectContents* contents)
                 found.insert(id, record);
         }
     }
-    contents->axes = found.values().toVector();
+    contents->axes.clear();
+    std::copy(found.begin(), found.end(), std::back_inserter(contents->axes));
 }
 
 bool StoreReader::checkTables()

@@ -141,10 +141,10 @@ bool StoreWriter::writeRows(const QString& table, quint32 axis, const QVector<Te
         if (!insert)
             return false;
         int place = 0;
-        for (const auto& row : rows.mid(next, count)) {
+        for (int i = next; i < next + count; ++i) {
             insert->bindValue(place++, axis);
-            insert->bindValue(place++, row.key());
-            insert->bindValue(place++, row.value());
+            insert->bindValue(place++, rows[i].key());
+            insert->bindValue(place++, rows[i].value());
         }
         if (!m_connection.execute(*insert))
             return false;

@@ -47,7 +47,7 @@ CommandLog::Names OnlineSide::makeNames()
     return { [this](int axisNo) { return axisName(axisNo); },
         [&diagnosis = m_host.diagnosis](short code) {
             const ErrorInfo info = diagnosis.errorInfo(axisDebugErrorClass, static_cast<unsigned short>(code));
-            return QString(info.name + QLatin1String(" \u2013 ") + info.text);
+            return QString(info.name + QStringLiteral(" \u2013 ") + info.text);
         } };
 }
 

@@ -27,9 +27,11 @@ public:
     void add(int number, const TourStep& step, TourDriver& driver)
     {
         m_text << "\n## " << number << ". " << step.title << "\n\n";
-        for (const QString& note : driver.takeNotes())
+        const QStringList notes = driver.takeNotes();
+        for (const QString& note : notes)
             m_text << "- " << note << "\n";
-        for (const QString& picture : driver.takePictures())
+        const QStringList pictures = driver.takePictures();
+        for (const QString& picture : pictures)
             m_text << "\n![" << step.title << "](" << picture << ")\n";
         m_text.flush();
     }
