@@ -144,7 +144,6 @@ void MotionControlAxisPlugin::projectOpened(
     QObject* transfer = Solution::service(application, Key::transfer());
     if (!transfer)
         return;
-    // clazy:exclude=old-style-connect
     connect(transfer, SIGNAL(onlineState(bool)), this, SLOT(onlineStatechanged(bool)));
     if (auto* view = Solution::serviceAs<Solution::View>(application, Key::view()))
         addProjectNodes(*view, ProjectAxes(name).model(), projectName);

@@ -129,10 +129,8 @@ void PluginManager::initialize(PluginEntry& entry)
     entry.plugin->state = entry.state;
     m_present.insert(entry.package.name, entry.package.version);
     // Only its name makes the slot of a plug-in one that hears of options.
-    if (entry.plugin->metaObject()->indexOfSlot("onApplyOption(QString)") >= 0) {
-        // clazy:exclude=old-style-connect
+    if (entry.plugin->metaObject()->indexOfSlot("onApplyOption(QString)") >= 0)
         connect(&m_options, SIGNAL(applyOption(QString)), entry.plugin, SLOT(onApplyOption(QString)));
-    }
 }
 
 void PluginManager::finishAll()
