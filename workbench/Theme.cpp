@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFont>
 #include <QIcon>
+#include <QPainter>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QToolTip>
 
@@ -32,6 +34,25 @@ void setRole(QPalette& palette, QPalette::ColorRole role, QRgb color, QRgb disab
     palette.setColor(QPalette::Inactive, role, QColor::fromRgb(color));
     palette.setColor(QPalette::Disabled, role, QColor::fromRgb(disabled));
 }
+
+/// Dims the symbols of what cannot be used. The style's own way leaves bright symbols on a dark ground as they are.
+class DimmingStyle : public QProxyStyle {
+public:
+    DimmingStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) { }
+
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap, const QStyleOption* option) const override
+    {
+        if (mode != QIcon::Disabled)
+            return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+        QPixmap dimmed(pixmap.size());
+        dimmed.setDevicePixelRatio(pixmap.devicePixelRatio());
+        dimmed.fill(Qt::transparent);
+        QPainter painter(&dimmed);
+        painter.setOpacity(0.4);
+        painter.drawPixmap(0, 0, pixmap);
+        return dimmed;
+    }
+};
 
 } // namespace
 
@@ -65,7 +86,7 @@ QPalette palette(bool light)
 void prepare()
 {
     initializeResources();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new DimmingStyle);
     QFont font(QStringLiteral("Noto Sans"), 10);
     QFont::insertSubstitutions(QStringLiteral("Noto Sans"),
         { QStringLiteral("Noto Sans CJK SC"), QStringLiteral("DejaVu Sans"), QStringLiteral("sans-serif") });

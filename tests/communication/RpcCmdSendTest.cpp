@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <functional>
+#include <thread>
 
 namespace {
 using Call = std::function<void(RpcCmdSend&)>;
@@ -62,6 +63,8 @@ private slots:
     void handsTheResultOn();
     void isShortOfNothingWithoutALink();
     void keepsTheLinkThatItStartedWith();
+    void whatGoesOutIsAnnounced();
+    void whatIsRefusedStaysHere();
 };
 
 void RpcCmdSendTest::carriesItsFields_data()
@@ -125,6 +128,54 @@ void RpcCmdSendTest::keepsTheLinkThatItStartedWith()
     QVERIFY(!watch.expired());
     link.reset();
     QVERIFY(watch.expired());
+}
+
+void RpcCmdSendTest::whatGoesOutIsAnnounced()
+{
+    const auto link = std::make_shared<FakeLink>();
+    std::vector<int> announced;
+    std::size_t sentBefore = 99;
+    ControllerLink::setAnnouncer([&](const AxisRequest& request) {
+        announced.push_back(request.code);
+        sentBefore = link->requests().size();
+    });
+    RpcCmdSend rpc;
+    rpc.rpc_AxisDebug_Reset(1);
+    QVERIFY(announced.empty());
+    ControllerLink::setActive(link);
+    rpc.rpc_AxisDebug_Reset(1);
+    QCOMPARE(announced, std::vector<int>{ int(AxisDebugReset) });
+    QCOMPARE(sentBefore, std::size_t(0));
+    ControllerLink::setAnnouncer({});
+    rpc.rpc_AxisDebug_Reset(1);
+    QCOMPARE(announced.size(), std::size_t(1));
+}
+
+void RpcCmdSendTest::whatIsRefusedStaysHere()
+{
+    const auto link = std::make_shared<FakeLink>();
+    ControllerLink::setActive(link);
+    std::vector<short> observed;
+    bool announced = false;
+    ControllerLink::setAnnouncer([&](const AxisRequest&) { announced = true; });
+    ControllerLink::setObserver([&](const AxisRequest&, const AxisReply& reply, std::chrono::microseconds) {
+        observed.push_back(reply.result);
+    });
+    RpcCmdSend rpc;
+    {
+        const ControllerLink::Refusal refusal(26);
+        QCOMPARE(rpc.rpc_AxisDebug_Reset(1), short(26));
+        QVERIFY(rpc.rpc_AxisDebug_GetAxisRef(1, 248).isEmpty());
+        short elsewhere = -1;
+        std::thread([&elsewhere] { elsewhere = RpcCmdSend().rpc_AxisDebug_Reset(2); }).join();
+        QCOMPARE(elsewhere, Diagnosis::ok);
+    }
+    QCOMPARE(rpc.rpc_AxisDebug_Reset(1), Diagnosis::ok);
+    ControllerLink::setAnnouncer({});
+    ControllerLink::setObserver({});
+    QCOMPARE(link->requests().size(), std::size_t(2));
+    QCOMPARE(observed, (std::vector<short>{ 26, 26, 0, 0 }));
+    QVERIFY(announced);
 }
 
 QTEST_APPLESS_MAIN(RpcCmdSendTest)

@@ -36,6 +36,7 @@ AxesDifferenceDialog::AxesDifferenceDialog(
     for (const AxisDifference& difference : differences)
         addRow(difference);
     m_ui->differences->verticalHeader()->setDefaultSectionSize(m_ui->differences->fontMetrics().height() + 8);
+    m_ui->differences->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_ui->differences->resizeColumnsToContents();
     QPushButton* takeOver = m_ui->buttons->addButton(tr("Take over"), QDialogButtonBox::AcceptRole);
     takeOver->setObjectName(QStringLiteral("takeOver"));

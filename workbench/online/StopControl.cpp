@@ -104,8 +104,9 @@ void StopControl::onSessionState()
 
 void StopControl::tell(const QString& text, const char* styleType)
 {
-    m_parts.feedback.setText(text);
     m_parts.feedback.setProperty("styleType", QString::fromLatin1(styleType));
     m_parts.feedback.style()->unpolish(&m_parts.feedback);
     m_parts.feedback.style()->polish(&m_parts.feedback);
+    m_parts.feedback.setText(text);
+    m_parts.feedback.updateGeometry();
 }

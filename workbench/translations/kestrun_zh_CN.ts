@@ -1273,11 +1273,11 @@
     </message>
     <message>
         <source>&amp;STOP all axes in debug mode</source>
-        <translation>停止所有处于调试模式的轴(&amp;S)</translation>
+        <translation>急停所有处于调试模式的轴(&amp;S)</translation>
     </message>
     <message>
         <source>&amp;Release STOP</source>
-        <translation>解除停止(&amp;R)</translation>
+        <translation>解除急停(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Online</source>
@@ -1784,11 +1784,11 @@
     <name>StopButton</name>
     <message>
         <source>STOP</source>
-        <translation>停止</translation>
+        <translation>急停</translation>
     </message>
     <message>
         <source>Stop every axis in debug mode (%1)</source>
-        <translation>停止所有处于调试模式的轴 (%1)</translation>
+        <translation>急停：停止所有处于调试模式的轴 (%1)</translation>
     </message>
     <message>
         <source>Stop every axis in debug mode</source>
@@ -1799,31 +1799,31 @@
     <name>StopControl</name>
     <message>
         <source>STOP sent…</source>
-        <translation>停止已发送…</translation>
+        <translation>急停已发送…</translation>
     </message>
     <message>
         <source>STOP: the controller has stopped every axis in debug mode and holds them (%1 ms).</source>
-        <translation>停止：控制器已停止所有处于调试模式的轴并保持（%1 ms）。</translation>
+        <translation>急停：控制器已停止所有处于调试模式的轴并保持（%1 ms）。</translation>
     </message>
     <message>
         <source>STOP has been released.</source>
-        <translation>停止已解除。</translation>
+        <translation>急停已解除。</translation>
     </message>
     <message>
         <source>STOP was not acknowledged by the controller at %1: %2 Use the machine&apos;s own emergency stop. Without a connection the controller stops its axes by itself.</source>
-        <translation>控制器 %1 未确认停止：%2 请使用机器自身的急停。失去连接时，控制器会自行停止其轴。</translation>
+        <translation>控制器 %1 未确认急停：%2 请使用机器自身的急停装置。失去连接时，控制器会自行停止其轴。</translation>
     </message>
     <message>
         <source>The controller at %1 has not released STOP: %2</source>
-        <translation>控制器 %1 未解除停止：%2</translation>
+        <translation>控制器 %1 未解除急停：%2</translation>
     </message>
     <message>
         <source>STOP not acknowledged</source>
-        <translation>停止未确认</translation>
+        <translation>急停未确认</translation>
     </message>
     <message>
         <source>STOP holds</source>
-        <translation>停止保持中</translation>
+        <translation>急停保持中</translation>
     </message>
 </context>
 <context>
