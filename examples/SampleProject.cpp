@@ -47,15 +47,6 @@ void nameControls(AxisTable& record)
     record.setViewInfo(QStringLiteral("LineEditOrgObjectName"), QStringLiteral("lineEditOrg"));
 }
 
-/// What the editor leaves with an axis when it is first opened, so that find knows its way in a sample that is new.
-void addViewInfo(AxisTable& axis)
-{
-    axis.setViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QStringLiteral("OriginReturnSetWidget"));
-    axis.setViewInfo(QStringLiteral("LineEditPosObjectName"), QStringLiteral("lineEditPos"));
-    axis.setViewInfo(QStringLiteral("LineEditNegObjectName"), QStringLiteral("lineEditNeg"));
-    axis.setViewInfo(QStringLiteral("LineEditOrgObjectName"), QStringLiteral("lineEditOrg"));
-}
-
 /// The contents of "project.json", on their way into a project.
 class SampleDescription {
 public:
@@ -105,7 +96,6 @@ private:
                         + QStringLiteral(": is no text of an axis record"));
             record->setProperty(it.key(), it.value().toString());
         }
-        addViewInfo(*record);
         return true;
     }
 

@@ -72,12 +72,13 @@ FindOutcome ProjectFind::findBelow(const QString& path, const FindRequest& reque
     collect(path, &nodes);
     if (request.backwards)
         std::reverse(nodes.begin(), nodes.end());
+    const bool isPrepared = allHaveLeftViewInfo(path.section(QLatin1Char('.'), 0, 0));
     FindOutcome outcome;
     for (const QString& node : qAsConst(nodes)) {
         const std::unique_ptr<IEditorFinder> finder = finderFor(node);
         if (!finder)
             continue;
-        if (!prepare(node))
+        if (!isPrepared && !prepare(node))
             outcome.unsearched.append(node);
         finder->setFindFlags(flagsOf(request));
         search(*finder, request.text, QString(), QString(), &outcome);

@@ -7,6 +7,18 @@
 #include "host/projectmodel/SafeProjectModel.h"
 #include "workbench/ProjectTree.h"
 
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+bool hasViewInfo(const AxisTable& axis)
+{
+    return !axis.getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()).isNull();
+}
+
+} // namespace
+
 ModelObject* objectOfNode(ProjectTree& tree, const QString& path)
 {
     const QVariant key = tree.nodeProperty(path, QStringLiteral("DataBaseKey"), QVariant());
@@ -21,5 +33,15 @@ ModelObject* objectOfNode(ProjectTree& tree, const QString& path)
 bool hasLeftViewInfo(ProjectTree& tree, const QString& path)
 {
     const auto* axis = qobject_cast<AxisTable*>(objectOfNode(tree, path));
-    return !axis || !axis->getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()).isNull();
+    return !axis || hasViewInfo(*axis);
+}
+
+bool allHaveLeftViewInfo(const QString& projectName)
+{
+    const SafeProjectModel project(projectName);
+    const auto* axes = project ? qobject_cast<AxisModel*>(project->subModel("AxisModel")) : nullptr;
+    std::vector<AxisTable*> tables;
+    if (axes)
+        axes->allAxisTables(tables);
+    return std::all_of(tables.begin(), tables.end(), [](const AxisTable* table) { return hasViewInfo(*table); });
 }

@@ -12,3 +12,5 @@ ModelObject* objectOfNode(ProjectTree& tree, const QString& path);
 /// False when the node's object waits for its editor to be built for the first time: editors leave the names of their
 /// controls with the record, and without them no search finds its way. True for nodes without a stored object.
 bool hasLeftViewInfo(ProjectTree& tree, const QString& path);
+/// True when that holds for all objects of a project; costs far less than asking node by node.
+bool allHaveLeftViewInfo(const QString& projectName);

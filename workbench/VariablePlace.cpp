@@ -49,7 +49,7 @@ QString declaredPath(const ac::ACCore& core, const QString& path)
     const QString owner = withoutMembers(path);
     QString found;
     for (const ac::VariableInfo& variable : core.variables()) {
-        const QString each = QString::fromStdString(variable.path);
+        QString each = QString::fromStdString(variable.path);
         if (isSame(each, path))
             return each;
         // The elements of a large array are not listed.
@@ -63,7 +63,7 @@ QString globalPath(const ac::ACCore& core, const QString& written)
 {
     const QStringList lists = unitsOf(core, ac::GlobalVariableListSymbols);
     for (const QString& list : lists) {
-        const QString path = declaredPath(core, joined(list, written));
+        QString path = declaredPath(core, joined(list, written));
         if (!path.isEmpty())
             return path;
     }
