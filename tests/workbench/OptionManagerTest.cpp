@@ -130,6 +130,8 @@ void OptionManagerTest::missingTimesHaveTheirStandard_data()
     QTest::newRow("zero") << QVariant(0);
     QTest::newRow("negative") << QVariant(-7);
     QTest::newRow("no number") << QVariant(QStringLiteral("soon"));
+    QTest::newRow("a text beyond 64 bits") << QVariant(QStringLiteral("99999999999999999999"));
+    QTest::newRow("an empty text") << QVariant(QString());
 }
 
 void OptionManagerTest::missingTimesHaveTheirStandard()
