@@ -56,6 +56,7 @@ public:
     void addAxes(int count, const AxisValues& changes = {})
     {
         std::vector<AxisText> axes;
+        axes.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i)
             axes.push_back(makeAxisText(i, changes));
         const DownloadResult result = controller.download(axes);
