@@ -54,10 +54,11 @@ void DocumentSetWidgetGoneTest::recordThatComesAndGoes()
         page.decimalBox()->click();
         page.button("checkBox_Reverse")->click();
         page.button("radioButton_unUsedGear")->click();
+        QVERIFY(page.edit("lineEdit_3")->isEnabled());
+        QVERIFY(!page.edit("lineEdit_2")->isEnabled());
         page.button("radioButton_useGearSet")->click();
         page.decimalBox()->click();
         page.button("checkBox_Reverse")->click();
-        QVERIFY(page.edit("lineEdit_3")->isEnabled());
         QCOMPARE(writes.takeKeys(), QStringList());
         QVERIFY(page.project.axisModel()->putObjectBack(axis));
         writes.takeKeys();
