@@ -44,6 +44,13 @@ OutputPanel::OutputPanel(QWidget* parent) : QTreeWidget(parent)
     retranslate();
     setColumnWidth(TimeColumn, 112);
     setColumnWidth(OriginColumn, 176);
+    // New lines, a lower panel and a theme with higher rows alike move the end.
+    QScrollBar* bar = verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_atEnd = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar] {
+        if (m_atEnd)
+            bar->setValue(bar->maximum());
+    });
 }
 
 OutputPanel::~OutputPanel() = default;
@@ -56,15 +63,12 @@ void OutputPanel::retranslate()
 
 void OutputPanel::addLine(LogLevel level, const QString& origin, const QString& text)
 {
-    const bool atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
     const QString from = origin.isEmpty() ? tr("Workbench") : origin;
     auto* line = new QTreeWidgetItem(this, { QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), from, text });
     line->setIcon(TimeColumn, QIcon::fromTheme(symbolOf(level)));
     line->setToolTip(TextColumn, plainToolTip(text));
     if (topLevelItemCount() > maximumLines)
         delete takeTopLevelItem(0);
-    if (atEnd)
-        scrollToBottom();
 }
 
 QStringList OutputPanel::lines() const

@@ -22,4 +22,7 @@ protected:
 
 private:
     void retranslate();
+
+    /// The newest line is in sight, and is to stay so.
+    bool m_atEnd = true;
 };
