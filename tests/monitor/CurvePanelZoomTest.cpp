@@ -16,6 +16,7 @@ private slots:
     void theNewestReadingsRunThrough();
     void bothPlotsShareTheTime();
     void valuesFillThePlots();
+    void labelsOfALowPlotHaveRoom();
     void pausedReadingsCanStillBeZoomed();
     void aDragZooms();
     void aTinyDragDoesNothing();
@@ -70,6 +71,21 @@ void CurvePanelZoomTest::valuesFillThePlots()
     const CurveRange::Interval velocities = m->plot(1).shownValues();
     QVERIFY(velocities.from <= 1.75 && velocities.from > 1);
     QVERIFY(velocities.to >= 2 && velocities.to < 2.5);
+}
+
+void CurvePanelZoomTest::labelsOfALowPlotHaveRoom()
+{
+    m->feed(0, 10);
+    for (const int height : { 600, 240, 150 }) {
+        m->panel->resize(1000, height);
+        m->drawn();
+        const CurvePlot& plot = m->plot(0);
+        const int ticks = plot.axisScaleDiv(QwtPlot::yLeft).ticks(QwtScaleDiv::MajorTick).size();
+        const int label = QFontMetrics(plot.axisFont(QwtPlot::yLeft)).height();
+        QVERIFY(ticks >= 2);
+        QVERIFY2((ticks - 1) * label <= plot.canvas()->height() || ticks <= 3,
+            qPrintable(QStringLiteral("%1 labels in %2 pixels").arg(ticks).arg(plot.canvas()->height())));
+    }
 }
 
 void CurvePanelZoomTest::pausedReadingsCanStillBeZoomed()

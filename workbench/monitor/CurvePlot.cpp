@@ -104,16 +104,26 @@ CurveRange::Interval CurvePlot::neededValues(const CurveRange::Interval& times) 
 void CurvePlot::show(const CurveRange::Interval& times, const std::optional<CurveRange::Interval>& values)
 {
     setAxisScale(xBottom, times.from, times.to);
-    if (values) {
-        setAxisScale(yLeft, values->from, values->to);
-    } else {
-        CurveRange::Interval needed = neededValues(times);
-        double step = 0;
-        axisScaleEngine(yLeft)->autoScale(axisMaxMajor(yLeft), needed.from, needed.to, step);
-        setAxisScale(yLeft, needed.from, needed.to, step);
-    }
+    m_times = times;
+    m_values = values;
+    scaleValues();
     replot();
     placeCursor();
+}
+
+void CurvePlot::scaleValues()
+{
+    // Each label wants its own height and as much again.
+    const int label = QFontMetrics(axisFont(yLeft)).height();
+    setAxisMaxMajor(yLeft, std::clamp(canvas()->height() / (2 * label), 2, 8));
+    if (m_values) {
+        setAxisScale(yLeft, m_values->from, m_values->to);
+        return;
+    }
+    CurveRange::Interval needed = neededValues(m_times);
+    double step = 0;
+    axisScaleEngine(yLeft)->autoScale(axisMaxMajor(yLeft), needed.from, needed.to, step);
+    setAxisScale(yLeft, needed.from, needed.to, step);
 }
 
 CurveRange::Interval CurvePlot::shownTimes() const
@@ -215,6 +225,8 @@ bool CurvePlot::eventFilter(QObject* watched, QEvent* event)
             emit cursorLeft();
             break;
         case QEvent::Resize:
+            scaleValues();
+            replot();
             placeCursor();
             break;
         default:

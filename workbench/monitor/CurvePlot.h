@@ -62,6 +62,7 @@ protected:
 
 private:
     CurveRange::Interval neededValues(const CurveRange::Interval& times) const;
+    void scaleValues();
     bool onMousePress(const QMouseEvent& event);
     bool onMouseMove(const QMouseEvent& event);
     bool onMouseRelease(const QMouseEvent& event);
@@ -80,4 +81,7 @@ private:
     QRubberBand* m_band;
     QPoint m_pressed;
     std::optional<double> m_cursorTime;
+    /// What is shown last. No values: as the visible curves need.
+    CurveRange::Interval m_times;
+    std::optional<CurveRange::Interval> m_values;
 };
