@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QIcon>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -65,6 +66,8 @@ private slots:
     void fixedSizesStay();
     void anEmptyBoxStandsOut_data();
     void anEmptyBoxStandsOut();
+    void aDisabledPictureFadesIntoItsPage_data();
+    void aDisabledPictureFadesIntoItsPage();
 };
 
 static void themes()
@@ -277,6 +280,37 @@ void ThemeTest::anEmptyBoxStandsOut()
     QVERIFY(strongest(box.grab().toImage(), Theme::palette(light).color(QPalette::Window)) >= (light ? 1.5 : 3.0));
     box.setChecked(true);
     QVERIFY(strongest(box.grab().toImage(), Theme::palette(light).color(QPalette::Window)) >= 4.5);
+}
+
+void ThemeTest::aDisabledPictureFadesIntoItsPage_data()
+{
+    themes();
+}
+
+void ThemeTest::aDisabledPictureFadesIntoItsPage()
+{
+    QFETCH(bool, light);
+    Theme::apply(light ? QStringLiteral("default.qss") : QStringLiteral("dark.qss"));
+    const QColor page = Theme::palette(light).color(QPalette::Window);
+    QPixmap picture(40, 20);
+    picture.fill(page);
+    QWidget window;
+    window.resize(60, 40);
+    QLabel label(&window);
+    label.setPixmap(picture);
+    label.resize(40, 20);
+    const auto shown = [&] { return window.grab().toImage().pixelColor(20, 10); };
+    QCOMPARE(shown(), page);
+    label.setEnabled(false);
+    QVERIFY2(contrast(shown(), page) < 1.05, "a picture in the colour of the page stays so");
+    picture.fill(Theme::palette(light).color(QPalette::Text));
+    label.setPixmap(picture);
+    QVERIFY2(contrast(shown(), page) > 1.5, "what stands out can still be seen");
+    label.setEnabled(true);
+    const double enabled = contrast(shown(), page);
+    label.setEnabled(false);
+    QVERIFY2(contrast(shown(), page) < enabled / 2, "but less than before");
+    Theme::apply(QStringLiteral("default.qss"));
 }
 
 QTEST_MAIN(ThemeTest)
