@@ -20,8 +20,8 @@
         <translation>语言：</translation>
     </message>
     <message>
-        <source>Open editors are opened anew when the language changes.</source>
-        <translation>切换语言时，已打开的编辑器会重新打开。</translation>
+        <source>Open editors are opened anew when theme or language change.</source>
+        <translation>切换主题或语言时，已打开的编辑器会重新打开。</translation>
     </message>
     <message>
         <source>Appearance</source>
