@@ -9,6 +9,8 @@
 #include "workbench/online/StopKey.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QStyle>
 #include <QVariant>
@@ -107,6 +109,9 @@ void StopControl::tell(const QString& text, const char* styleType)
     m_parts.feedback.setProperty("styleType", QString::fromLatin1(styleType));
     m_parts.feedback.style()->unpolish(&m_parts.feedback);
     m_parts.feedback.style()->polish(&m_parts.feedback);
+    // With this event the label takes over the room that the style wants around its text.
+    QEvent change(QEvent::StyleChange);
+    QCoreApplication::sendEvent(&m_parts.feedback, &change);
     m_parts.feedback.setText(text);
     m_parts.feedback.updateGeometry();
 }
