@@ -1,10 +1,13 @@
 #include "workbench/DiagnosisTable.h"
 #include "host/projectmodel/ControllerDescription.h"
+#include "protocol/DiagnosisCodes.h"
 #include "sdk/ServiceKeys.h"
 #include "workbench/ControllerCatalog.h"
 
 #include "workbench/Configuration.h"
 
+#include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -14,6 +17,7 @@ class DiagnosisTableTest : public QObject {
 private slots:
     void everyCodeOfTheTableHasItsTexts_data();
     void everyCodeOfTheTableHasItsTexts();
+    void everyControllerExplainsEveryCode();
     void anUnknownCodeIsNamedWithTheController();
     void anUnknownClassIsNamedToo();
     void withoutAProjectTheCodeIsNamed();
@@ -45,6 +49,33 @@ void DiagnosisTableTest::everyCodeOfTheTableHasItsTexts()
         QCOMPARE(info.text, entry->text.value(language));
         QCOMPARE(info.name, entry->name.value(language));
         QVERIFY(!info.text.isEmpty());
+    }
+}
+
+void DiagnosisTableTest::everyControllerExplainsEveryCode()
+{
+    // Every code there is, so that a new one cannot come without its texts.
+    QFile header(QStringLiteral(KESTRUN_SOURCE_DIR "/protocol/DiagnosisCodes.h"));
+    QVERIFY(header.open(QIODevice::ReadOnly));
+    QVector<quint16> codes;
+    const QRegularExpression definition(QStringLiteral("constexpr std::int16_t \\w+ = (\\w+);"));
+    QRegularExpressionMatchIterator found = definition.globalMatch(QString::fromUtf8(header.readAll()));
+    while (found.hasNext())
+        codes.append(static_cast<quint16>(found.next().captured(1).toInt(nullptr, 0)));
+    QVERIFY(codes.removeOne(Diagnosis::ok));
+    QVERIFY(codes.contains(Diagnosis::versionDiffers) && codes.size() > 40);
+    const ControllerCatalog catalog(QStringLiteral(KESTRUN_CONTROLLER_DIR));
+    QVERIFY(!catalog.controllers().isEmpty());
+    for (const ControllerDescription& controller : catalog.controllers()) {
+        const QHash<quint16, DiagnosisEntry> table = controller.diagnosis(11);
+        for (const quint16 code : qAsConst(codes)) {
+            const DiagnosisEntry entry = table.value(code);
+            for (const QString& language : { QStringLiteral("en_US"), QStringLiteral("zh_CN") }) {
+                const bool whole = !entry.name.value(language).isEmpty() && !entry.text.value(language).isEmpty()
+                    && !entry.remedy.value(language).isEmpty();
+                QVERIFY2(whole, qPrintable(QStringLiteral("%1 %2").arg(controller.model()).arg(code)));
+            }
+        }
     }
 }
 

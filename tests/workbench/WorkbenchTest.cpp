@@ -137,6 +137,8 @@ void WorkbenchTest::servicesStandUnderTheirKeys_data()
     QTest::newRow("the connection") << Solution::ServiceKey::transfer() << QByteArray("Transfer");
     QTest::newRow("the comparison") << Solution::ServiceKey::comparatorManager() << QByteArray("IComparatorMan");
     QTest::newRow("the diagnosis") << Solution::ServiceKey::diagnosisInfo() << QByteArray("DeviceDiagnosiInfo");
+    QTest::newRow("the requests in the background")
+        << Solution::ServiceKey::backgroundTransaction() << QByteArray("IBackgroundTransaction");
     QTest::newRow("the debug service of the plug-in")
         << Solution::ServiceKey::motionControlDebug() << QByteArray("MotionControlDebug");
 }

@@ -99,7 +99,7 @@ QString ConnectDialog::objection() const
         return m_ui->address->text().trimmed().isEmpty()
             ? tr("Enter the controller's address, host and port, such as 127.0.0.1:50700.")
             : error;
-    const QString objection = address().objection();
+    QString objection = address().objection();
     if (!objection.isEmpty())
         return objection;
     return !address().usesTls() && address().token.isEmpty() ? tr("Enter the token that the controller was given.")
