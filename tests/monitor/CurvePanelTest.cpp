@@ -31,6 +31,8 @@ private slots:
     void clearForgets();
     void whileHiddenNothingIsDrawn();
     void withoutNewReadingsNothingIsDrawn();
+    void aPartThatStandsIsDrawnOnce();
+    void aSinglePeakAmongManyIsDrawn();
     void exportAsksForAFile();
     void exportWritesTheShownCurves();
     void aFileThatCannotBeWrittenIsReported();
@@ -239,6 +241,49 @@ void CurvePanelTest::withoutNewReadingsNothingIsDrawn()
     QTest::qWait(200);
     QCOMPARE(counter.count, 0);
     counter.detach();
+}
+
+void CurvePanelTest::aPartThatStandsIsDrawnOnce()
+{
+    m->feed(0, 30);
+    m->drawn();
+    m->press("curves.fit");
+    QCoreApplication::processEvents();
+    DrawCounter counter;
+    counter.attach(&m->plot(0));
+    m->feed(30, 40);
+    m->drawn();
+    QTest::qWait(120);
+    QCOMPARE(counter.count, 0);
+    // The values beside go on.
+    QTRY_COMPARE(m->curve(0, SetPosition)->text(1), QStringLiteral("79.980"));
+    m->press("curves.follow");
+    QTRY_VERIFY(counter.count > 0);
+    counter.detach();
+}
+
+void CurvePanelTest::aSinglePeakAmongManyIsDrawn()
+{
+    for (int i = 0; i < CurveStore::keptPoints; ++i) {
+        AxisSample sample{ 0, i * 0.01, 0, 0, 0, 0 };
+        sample.setPosition = i == 10001 ? 100 : i == 20003 ? -100 : 0;
+        m->monitor->addSamples({ sample });
+    }
+    m->press("curves.fit");
+    const QImage image = m->canvas()->grab().toImage();
+    const QColor ink = m->plot(0).items().at(0)->pen().color();
+    const auto inkAt = [&](double value) {
+        const int y = qRound(m->plot(0).transform(QwtPlot::yLeft, value));
+        int count = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            for (int dy = -1; dy <= 1; ++dy)
+                count += image.pixelColor(x, qBound(0, y + dy, image.height() - 1)).rgb() == ink.rgb() ? 1 : 0;
+        }
+        return count;
+    };
+    QVERIFY(m->plot(0).shownValues().to >= 100);
+    for (const double value : { 90.0, 45.0, -45.0, -90.0 })
+        QVERIFY2(inkAt(value) > 0, qPrintable(QString::number(value)));
 }
 
 void CurvePanelTest::exportAsksForAFile()

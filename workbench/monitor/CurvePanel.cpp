@@ -205,8 +205,12 @@ void CurvePanel::refresh()
 {
     if (!isInSight())
         return;
-    if (!isUpToDate())
-        draw();
+    if (!isUpToDate()) {
+        // A part that stands and lies before what is new needs no drawing.
+        if (m_stale || m_range.isFollowing() || m_range.times(0, 0).to > m_drawnEnd)
+            draw();
+        m_drawnRevision = m_monitor.revision();
+    }
     if (--m_ticksToValues <= 0 && m_valuesRevision != m_drawnRevision)
         showValues();
 }
@@ -226,6 +230,7 @@ void CurvePanel::draw()
     if (m_stale)
         return;
     m_drawnRevision = m_monitor.revision();
+    m_drawnEnd = shownCurves().end();
     const CurveRange::Interval times = m_range.times(shownCurves().begin(), shownCurves().end());
     for (int i = 0; i < CurveRange::plots; ++i)
         plot(i).show(times, m_range.values(i));

@@ -87,6 +87,7 @@ private:
     bool m_stale = true;
     quint64 m_drawnRevision = 0;
     quint64 m_valuesRevision = 0;
+    double m_drawnEnd = 0;
     int m_ticksToValues = 0;
     QString m_notice;
     QToolBar* m_bar;

@@ -44,7 +44,8 @@ void CurveRing::append(const CurvePoint& point)
 
 const CurvePoint& CurveRing::at(int index) const
 {
-    return m_points[(m_first + static_cast<std::size_t>(index)) % m_points.size()];
+    const std::size_t place = m_first + static_cast<std::size_t>(index);
+    return m_points[place < m_points.size() ? place : place - m_points.size()];
 }
 
 int CurveRing::firstFrom(double time) const
