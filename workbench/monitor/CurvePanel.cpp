@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QFileDialog>
 #include <QIcon>
@@ -20,6 +21,8 @@
 namespace {
 
 constexpr int drawPeriodMs = 50;
+/// Drawing takes one part in so many of the time at most, however many curves there are.
+constexpr int leisure = 4;
 /// Numbers that change faster cannot be read.
 constexpr int ticksBetweenValues = 4;
 /// Below this height the plots stand side by side.
@@ -208,11 +211,21 @@ void CurvePanel::refresh()
     if (!isUpToDate()) {
         // A part that stands and lies before what is new needs no drawing.
         if (m_stale || m_range.isFollowing() || m_range.times(0, 0).to > m_drawnEnd)
-            draw();
+            drawAtLeisure();
         m_drawnRevision = m_monitor.revision();
     }
     if (--m_ticksToValues <= 0 && m_valuesRevision != m_drawnRevision)
         showValues();
+}
+
+void CurvePanel::drawAtLeisure()
+{
+    QElapsedTimer clock;
+    clock.start();
+    draw();
+    for (CurvePlot* plot : m_plots)
+        plot->canvas()->repaint();
+    m_timer.setInterval(std::max(drawPeriodMs, leisure * static_cast<int>(clock.elapsed())));
 }
 
 void CurvePanel::showValues()

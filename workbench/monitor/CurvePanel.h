@@ -68,6 +68,7 @@ private:
     void applyRange();
     void refresh();
     void draw();
+    void drawAtLeisure();
     void showValues();
     void setCursorTime(const std::optional<double>& time);
     void chooseAndExport();
