@@ -88,6 +88,25 @@ std::pair<double, double> recordedRange(TourDriver& driver)
     return range;
 }
 
+/// Sees the state StandStill, and waits until the curves have been level for a while, so that they are in the picture.
+void seeRest(TourDriver& driver)
+{
+    constexpr int readings = 30;
+    seeState(driver, AxisModel::StandStill);
+    const int axisNo = stored(driver, text(triedAxis), "AxisNo").toInt();
+    const auto isLevel = [&] {
+        const CurveRing* curves = driver.workbench().monitor().curves().curves(axisNo);
+        if (!curves || curves->size() < readings)
+            return false;
+        for (int i = curves->size() - readings; i < curves->size(); ++i) {
+            if (!(qAbs(curves->at(i).values[ActualVelocity]) < 0.1))
+                return false;
+        }
+        return true;
+    };
+    driver.seeSoon(isLevel, QStringLiteral("the curves are level"));
+}
+
 void showPanel(TourDriver& driver, const char* name)
 {
     QDockWidget* dock = driver.workbench().window().toolWindows().panel(text(name));
@@ -172,7 +191,7 @@ void TourParts::jog(TourDriver& driver)
         [&] { return shownPosition(driver, Place::Actual) > 20; }, QStringLiteral("the axis moves while JOG+ is held"));
     driver.picture(QStringLiteral("jog"));
     driver.release(button);
-    seeState(driver, AxisModel::StandStill);
+    seeRest(driver);
     const double stop = shownPosition(driver, Place::Actual);
     driver.see(stop > 20, QStringLiteral("it stands at %1 when the button is let go").arg(stop));
 }
@@ -186,7 +205,7 @@ void TourParts::moveAbsolute(TourDriver& driver)
     setField(driver, "decLineEdit", 400);
     clickOnPage(driver, "motionPushButton");
     seeState(driver, AxisModel::DiscreteMotion);
-    seeState(driver, AxisModel::StandStill);
+    seeRest(driver);
     driver.seeSoon(
         [&] { return shownPosition(driver, Place::Set) == 120 && shownPosition(driver, Place::Actual) == 120; },
         QStringLiteral("set and actual position are 120.00"));
@@ -200,7 +219,7 @@ void TourParts::home(TourDriver& driver)
     clickOnPage(driver, "homePushButton");
     seeState(driver, AxisModel::Homing);
     driver.picture(QStringLiteral("homing"));
-    seeState(driver, AxisModel::StandStill);
+    seeRest(driver);
     const double place = shownPosition(driver, Place::Actual);
     driver.see(
         qAbs(place - 10) < 0.5, QStringLiteral("home found: the axis stands at %1, by the home offset").arg(place));
@@ -216,14 +235,14 @@ void TourParts::stopAMotion(TourDriver& driver)
     driver.seeSoon(
         [&] { return shownPosition(driver, Place::Actual) > 40; }, QStringLiteral("the axis goes on and on"));
     clickOnPage(driver, "stopPushButton");
-    seeState(driver, AxisModel::StandStill);
+    seeRest(driver);
     driver.picture(QStringLiteral("stopped"));
     clickOnPage(driver, "motionPushButton");
     seeState(driver, AxisModel::ContinuousMotion);
     driver.key(Qt::Key_F9);
     driver.seeSoon([&] { return driver.workbench().online().stop().isHeld(); },
         QStringLiteral("F9 stops every axis in debug mode, and holds"));
-    seeState(driver, AxisModel::StandStill);
+    seeRest(driver);
     driver.picture(QStringLiteral("stop-held"));
     driver.menu(QStringLiteral("onlineMenu"), QStringLiteral("online.release"));
     driver.seeSoon([&] { return !driver.workbench().online().stop().isHeld(); },

@@ -41,7 +41,7 @@ QPoint inWindow(const QWidget* widget, const QPoint& place)
 
 void settle()
 {
-    QTest::qWait(30);
+    QTest::qWait(15);
 }
 
 /// Without a window manager nobody else gives a new window the focus.
