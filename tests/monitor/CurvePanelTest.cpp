@@ -173,6 +173,9 @@ void CurvePanelTest::aGapIsNotDrawn()
     QVERIFY(inkAt(17) > 0);
     for (double time = 5.2; time < 14.9; time += 0.2)
         QCOMPARE(inkAt(time), 0);
+    // Nor does a line leave the picture at either end.
+    for (const double end : { 4.9, 4.95, 4.99, 5.05, 14.95, 15.0, 15.05 })
+        QVERIFY2(inkAt(end) < 20, qPrintable(QString::number(inkAt(end))));
 }
 
 void CurvePanelTest::valuesThatAreNoneAreNotDrawn()
