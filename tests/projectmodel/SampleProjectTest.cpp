@@ -73,9 +73,9 @@ void SampleProjectTest::positionsAndPointsFitTheController()
         if (lists.contains(type))
             QVERIFY2(each->property(key, QString()).toInt() < controller.list(lists.value(type)).size(),
                 qPrintable(each->name()));
-        QVERIFY(
-            controller.list(QStringLiteral("HomeMode")).contains(each->property(QStringLiteral("HomeMode"), QString()))
-            || type == QLatin1String("Axis_Encoder"));
+        // A page that is opened puts another one into its place, and the axis differs from what was delivered.
+        QVERIFY(controller.list(QStringLiteral("HomeMode"))
+                    .contains(each->property(QStringLiteral("HomeMode"), QString())));
         for (const char* point : { "Probe1", "Probe2", "Preset" }) {
             const int number = each->property(QLatin1String(point), QString()).toInt();
             QVERIFY(number == 0 || controller.inputPoints().contains(number));
