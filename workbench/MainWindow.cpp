@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -247,7 +248,11 @@ void MainWindow::retranslate()
         QAction* action = m_actions.action(QLatin1String(entry.name));
         action->setText(translatedActionText(entry.text));
         QString tip = translatedActionText(entry.text);
+        // Chinese texts carry their keys in brackets behind them.
+        static const QRegularExpression bracketedKey(QStringLiteral("\\(&\\w\\)"));
+        tip.remove(bracketedKey);
         tip.remove(QLatin1Char('&')).remove(QStringLiteral("…"));
+        action->setIconText(tip);
         const QString keys = action->shortcut().toString(QKeySequence::NativeText);
         action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
     }
