@@ -23,7 +23,7 @@ qint64 liveBytes()
     if (__sanitizer_get_current_allocated_bytes)
         return qint64(__sanitizer_get_current_allocated_bytes());
     const struct mallinfo2 info = mallinfo2();
-    return qint64(info.uordblks + info.hblkhd);
+    return qint64(info.uordblks) + qint64(info.hblkhd);
 }
 
 /// Qt's caches of glyphs and of drawn parts fill up with the first openings.
