@@ -82,8 +82,8 @@ void CurveLegend::setAxes(const QVector<int>& axes, const std::function<QString(
                 NameColumn, m_hidden.contains(CurvePlot::key(axisNo, kind)) ? Qt::Unchecked : Qt::Checked);
         }
         axis->setFlags(axis->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate);
-        axis->setExpanded(true);
     }
+    expandAll();
     m_filling = false;
     restyle();
 }
