@@ -152,6 +152,7 @@ private slots:
     void referencesOfABareName();
     void referencesFromTheSource_data();
     void referencesFromTheSource();
+    void aNameOnAProgramsFirstLineIsItsOwn();
     void referencesWithoutASourceAskForTheVariable();
     void anUnknownVariableIsNamed();
     void theMenuOfASourceOffersThem();
@@ -509,6 +510,15 @@ void FindPanelTest::referencesFromTheSource()
     QVERIFY(!results().isEmpty());
     for (const QString& result : results())
         QVERIFY2(result.contains(variable), qPrintable(result));
+}
+
+void FindPanelTest::aNameOnAProgramsFirstLineIsItsOwn()
+{
+    program->project()->sourceModel()->setSource(
+        text("Third"), text("PROGRAM Third VAR front : BOOL; END_VAR\nEND_PROGRAM\n"));
+    program->workbench->workspace().showSource(text("Third"), 1, 20);
+    press(Qt::Key_F12, Qt::ShiftModifier);
+    QCOMPARE(child<QLineEdit>("variable")->text(), text("Third.front"));
 }
 
 void FindPanelTest::referencesWithoutASourceAskForTheVariable()
