@@ -304,6 +304,11 @@ void Workbench::setLanguage(const QString& locale)
 {
     if (locale == language())
         return;
+    // Closing the editors would end the debug sessions of their axes.
+    if (m_connection.isOnline()) {
+        m_log.report(LogWarning, tr("The language stays as it is until the controller is disconnected."));
+        return;
+    }
     // Editors write their titles once. They are opened anew, and opening stores what they show.
     const QVector<EditorManager::OpenFile> files = m_editors.openFiles();
     const QString current = m_editors.currentEditor() ? m_editors.currentEditor()->nodePath() : QString();

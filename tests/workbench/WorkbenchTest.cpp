@@ -54,6 +54,7 @@ private slots:
     void leavingWithUnsavedChangesAsks_data();
     void leavingWithUnsavedChangesAsks();
     void anotherLanguageOpensTheEditorsAnew();
+    void theLanguageStaysWhileOnline();
     void themeAndLanguageAppliedTogetherReachTheAxes();
     void theThemeStandsInCookiesAndSettings();
     void picturesFollowTheThemeUnlessAnEditorHasChanges();
@@ -381,6 +382,21 @@ void WorkbenchTest::anotherLanguageOpensTheEditorsAnew()
     QCOMPARE(workbench->plugins().entries().front().plugin->description, QStringLiteral("运动控制轴"));
     workbench->setLanguage(QStringLiteral("en_US"));
     QTRY_COMPARE(workbench->editors().editors().size(), 1);
+}
+
+void WorkbenchTest::theLanguageStaysWhileOnline()
+{
+    createProject();
+    const QPointer<IEditor> editor = openAxis(0);
+    workbench->connection().setOnline(true, false);
+    workbench->setLanguage(QStringLiteral("zh_CN"));
+    QCOMPARE(workbench->language(), QStringLiteral("en_US"));
+    QVERIFY(editor);
+    QVERIFY(output().last().contains(QStringLiteral("The language stays as it is")));
+    workbench->connection().setOnline(false, false);
+    workbench->setLanguage(QStringLiteral("zh_CN"));
+    QCOMPARE(workbench->language(), QStringLiteral("zh_CN"));
+    workbench->setLanguage(QStringLiteral("en_US"));
 }
 
 void WorkbenchTest::themeAndLanguageAppliedTogetherReachTheAxes()

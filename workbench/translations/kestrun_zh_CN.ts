@@ -1964,6 +1964,10 @@
 <context>
     <name>Workbench</name>
     <message>
+        <source>The language stays as it is until the controller is disconnected.</source>
+        <translation>与控制器断开连接之前，界面语言保持不变。</translation>
+    </message>
+    <message>
         <source>About Kestrun</source>
         <translation>关于 Kestrun</translation>
     </message>
