@@ -18,11 +18,9 @@ bool isComplete(const CompareItem& item)
 
 QMap<QString, QString> compareData(const CompareItem& item)
 {
-    auto* view = Solution::serviceAs<Solution::View>(Solution::ServiceKey::view());
-    if (!view)
-        return {};
     // The record is found by project and id; the node is only asked.
-    view->nodeProperty(item.nodePath, QStringLiteral("ObjPath"), QVariant());
+    if (auto* view = Solution::serviceAs<Solution::View>(Solution::ServiceKey::view()))
+        view->nodeProperty(item.nodePath, QStringLiteral("ObjPath"), QVariant());
     const AxisRecord record(item.projectName, item.id);
     return record ? record->getCompareData() : QMap<QString, QString>();
 }

@@ -55,8 +55,8 @@ struct PinUse {
     QString control;
 };
 
-/// The controls of the first two rows stand crossed over: whoever follows a reference lands where users of this list
-/// have always landed.
+/// The controls of the first two rows stand crossed over: the view information of each names the other's
+/// line edit, and the two are followed as they are stored.
 const PinUse pinUses[] = {
     { QStringLiteral("NegsLimitEnable"), QStringLiteral("NegLimitPin"),
         QT_TRANSLATE_NOOP("MotionControlAxisEditor", "Negative limit:"), QStringLiteral("lineEditPos") },
@@ -235,7 +235,8 @@ void MotionControlAxisEditor::scrollTo(const QWidget& page, const QWidget& contr
     const QWidget* content = area ? area->widget() : nullptr;
     if (!content || !content->isAncestorOf(&control))
         return;
-    // The control's own position is counted twice for controls that lie directly in the content: part of the rule.
+    // The control's own position is counted twice for controls that lie directly in the content; the
+    // view then shows a little of what follows them.
     const int y = control.mapTo(content, control.pos()).y();
     const int target = y + control.height() + area->height() / 2 - area->height();
     area->verticalScrollBar()->setValue(target < 0 ? 0 : qMin(target, content->height() - area->height()));

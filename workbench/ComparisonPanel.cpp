@@ -131,7 +131,7 @@ void ComparisonPanel::fillTree()
         QFileInfo(m_comparison->otherFile()).completeBaseName());
     QStandardItem* root = m_model.item(0);
     for (const ComparedAxis& axis : qAsConst(m_axes))
-        fillRow(root, axis.here ? axis.name : absent(), axis.state, axis.there ? axis.name : absent());
+        fillRow(root, axis.here ? axis.name : absent(), axis.state, axis.there ? axis.thereName : absent());
     for (const ComparedPart& part : qAsConst(m_parts))
         fillRow(root, partText(part.kind, part.here), part.state, partText(part.kind, part.there));
     m_ui->here->expandAll();

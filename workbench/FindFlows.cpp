@@ -98,7 +98,8 @@ void FindFlows::findReferences()
     if (!project || variable.isEmpty())
         return;
     const QString path = variablePath(project->name(), variable);
-    const FindOutcome outcome = m_find.findReferences(project->name(), path.isEmpty() ? variable : path);
+    const QStringList paths = path.isEmpty() ? QStringList(variable) : pathSpellings(project->name(), path);
+    const FindOutcome outcome = m_find.findReferences(project->name(), paths);
     QStringList status{ path.isEmpty() ? tr("The project has no variable %1.").arg(variable)
                                        : tr("Uses of %1: %2.").arg(path).arg(outcome.places.size()) };
     m_panel.show(outcome.places, (status + outcome.problems).join(QLatin1Char(' ')));

@@ -202,7 +202,8 @@ bool ProjectComparison::isEqual() const
 
 ComparedAxis ProjectComparison::judge(const QString& name, quint32 here, quint32 there) const
 {
-    ComparedAxis axis{ name, ComparedAxis::Different, here, there };
+    const AxisTable* other = m_other->axisModel()->axisTable(there);
+    ComparedAxis axis{ name, ComparedAxis::Different, here, there, other ? other->name() : QString() };
     if (there == 0)
         axis.state = ComparedAxis::OnlyHere;
     else if (here == 0)

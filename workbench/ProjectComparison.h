@@ -21,6 +21,8 @@ struct ComparedAxis {
     /// Ids of the axis in the open project and in the other one; 0 where it is missing.
     quint32 here = 0;
     quint32 there = 0;
+    /// How the other project writes the name; the letters' case may differ. Empty where it is missing.
+    QString thereName;
 };
 
 /// Something of two projects that is no axis.

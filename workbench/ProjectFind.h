@@ -58,13 +58,13 @@ public:
 
     /// Looks through all objects below a node, in the order of the tree or against it. Finders know places only where
     /// an editor was built once; for an object that never had one it is built here and goes at once, unseen. That
-    /// stores the object, as opening it does, so it is left out while it holds unsaved changes or a controller is
-    /// connected.
+    /// stores the object's view information and nothing else. It is left out while the object holds unsaved changes, a
+    /// controller is connected or a comparison is on.
     FindOutcome findBelow(const QString& path, const FindRequest& request) const;
     /// Looks through one object, from the place on where the user is in it, and around to that place.
     FindOutcome findIn(const QString& nodePath, const FindRequest& request) const;
-    /// The uses of a variable in all objects below a node.
-    FindOutcome findReferences(const QString& path, const QString& variable) const;
+    /// The uses of a variable in all objects below a node, under any of its paths.
+    FindOutcome findReferences(const QString& path, const QStringList& variablePaths) const;
     /// Where a place is now that its editor is open: a finder may have named it without knowing the control.
     QString currentLocation(const FoundPlace& place) const;
 

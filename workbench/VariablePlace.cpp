@@ -70,16 +70,28 @@ QString globalPath(const ac::ACCore& core, const QString& written)
     return {};
 }
 
+/// The path of what is not listed where it is written: an external variable, a temporary one, a global without its
+/// list.
+QString undeclaredPath(const ac::ACCore& core, const QString& written)
+{
+    switch (core.ownerOf(written.toStdString())) {
+    case ac::ACCore::Owner::Unit:
+        return written;
+    case ac::ACCore::Owner::Elsewhere:
+        return globalPath(core, written.section(QLatin1Char('.'), 1));
+    case ac::ACCore::Owner::NoUnit:
+        break;
+    }
+    return globalPath(core, written);
+}
+
 QString projectPath(const ac::ACCore& core, const QString& written)
 {
     if (!core.type(written.toStdString()))
         return {};
     QString path = declaredPath(core, written);
     if (path.isEmpty())
-        path = globalPath(core, written);
-    // What a program declares as external lives in a list.
-    if (path.isEmpty())
-        path = globalPath(core, written.section(QLatin1Char('.'), 1));
+        path = undeclaredPath(core, written);
     return path.isEmpty() ? written : path;
 }
 
@@ -106,14 +118,34 @@ QString variablePathAt(const VariablePlace& place)
     const QString unit = QString::fromStdString(core->unitAt(place.source.toStdString(), place.line));
     const QStringList units
         = unitsOf(*core.core(), ac::ProgramSymbols) + unitsOf(*core.core(), ac::GlobalVariableListSymbols);
-    const QString path = units.contains(unit, Qt::CaseInsensitive)
-        ? declaredPath(*core.core(), joined(unit, place.written))
-        : nearestPath(*core.core(), place);
-    return path.isEmpty() ? projectPath(*core.core(), place.written) : path;
+    if (!units.contains(unit, Qt::CaseInsensitive)) {
+        const QString path = nearestPath(*core.core(), place);
+        return path.isEmpty() ? projectPath(*core.core(), place.written) : path;
+    }
+    const QString own = joined(unit, place.written);
+    const bool isOwn = core->ownerOf(own.toStdString()) != ac::ACCore::Owner::NoUnit;
+    return projectPath(*core.core(), isOwn ? own : place.written);
 }
 
 QString variablePath(const QString& project, const QString& written)
 {
     const SafeAccore core(project.toStdString(), false);
     return core ? projectPath(*core.core(), written) : QString();
+}
+
+QStringList pathSpellings(const QString& project, const QString& path)
+{
+    QStringList spellings{ path };
+    const SafeAccore core(project.toStdString(), false);
+    if (!core)
+        return spellings;
+    const QString inList = path.section(QLatin1Char('.'), 1);
+    const QStringList programs = unitsOf(*core.core(), ac::ProgramSymbols);
+    for (const QString& program : programs) {
+        const QString spelling = joined(program, inList);
+        if (core->ownerOf(spelling.toStdString()) == ac::ACCore::Owner::Elsewhere
+            && isSame(projectPath(*core.core(), spelling), path))
+            spellings.append(spelling);
+    }
+    return spellings;
 }

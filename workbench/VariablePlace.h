@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// Where a name stands in a source of a project.
 struct VariablePlace {
@@ -20,3 +21,7 @@ QString variablePathAt(const VariablePlace& place);
 /// The full path, as it is declared, of the variable that a name means anywhere in a project: a path, the bare name of
 /// a global variable, or either by way of a program's VAR_EXTERNAL. Empty when the project knows none.
 QString variablePath(const QString& project, const QString& written);
+
+/// All paths under which a variable may be used, given the one as declared: itself first, then those by way of the
+/// programs that declare it as external.
+QStringList pathSpellings(const QString& project, const QString& path);

@@ -165,7 +165,6 @@ void Workbench::addCurvePanel()
     const QString name = QStringLiteral("curves");
     auto* panel = new CurvePanel(m_monitor);
     m_window.toolWindows().addToolWindow(name, panel->windowTitle(), panel);
-    m_window.toolWindows().showToolWindow(QStringLiteral("output"));
     QDockWidget* dock = m_window.toolWindows().panel(name);
     connect(panel, &QWidget::windowTitleChanged, dock, &QDockWidget::setWindowTitle);
     connect(panel, &CurvePanel::reported, &m_log, &LogManager::report);

@@ -237,6 +237,18 @@ std::string ACCore::unitAt(const std::string& source, int line) const
     return unit == nullptr ? std::string() : unit->name;
 }
 
+ACCore::Owner ACCore::ownerOf(const std::string& path) const
+{
+    const std::size_t point = path.find('.');
+    if (point == std::string::npos)
+        return Owner::NoUnit;
+    const std::size_t end = path.find_first_of(".[", point + 1);
+    const VariableDecl* variable = d->table->variableOf(path.substr(0, point), path.substr(point + 1, end - point - 1));
+    if (variable == nullptr)
+        return Owner::NoUnit;
+    return variable->section == VarSection::External ? Owner::Elsewhere : Owner::Unit;
+}
+
 const std::vector<SourceProblem>& ACCore::problems() const
 {
     return d->problems;

@@ -91,6 +91,10 @@ public:
     /// Name of the declaration (program, function, block, list, type) that a line of a source, from 1, lies in or
     /// behind; empty before the first one. A list without a name of its own begins with its source.
     std::string unitAt(const std::string& source, int line) const;
+    /// Whether the first two names of a path are a unit and a variable in it. What a unit declares as external lives in
+    /// a global list.
+    enum class Owner { NoUnit, Unit, Elsewhere };
+    Owner ownerOf(const std::string& path) const;
     /// What is wrong in the sources, in their order.
     const std::vector<SourceProblem>& problems() const;
 

@@ -38,6 +38,8 @@ public:
     /// What compares between two projects: all keys but "Row", "AxisID", "AxisNo" and "Version", and the name under
     /// "Name".
     QMap<QString, QString> getCompareData() const;
+    /// All keys with their values.
+    QMap<QString, QString> allProperties() const { return m_data.properties; }
 
     /// Set by the editor while it builds its pages. What is written meanwhile is no change of the user's and does not
     /// set the modified flag; the save that follows stores it.

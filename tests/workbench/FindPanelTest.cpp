@@ -152,6 +152,7 @@ private slots:
     void referencesOfABareName();
     void referencesFromTheSource_data();
     void referencesFromTheSource();
+    void usesByWayOfAnExternalAreFound();
     void aNameOnAProgramsFirstLineIsItsOwn();
     void referencesWithoutASourceAskForTheVariable();
     void anUnknownVariableIsNamed();
@@ -510,6 +511,16 @@ void FindPanelTest::referencesFromTheSource()
     QVERIFY(!results().isEmpty());
     for (const QString& result : results())
         QVERIFY2(result.contains(variable), qPrintable(result));
+}
+
+void FindPanelTest::usesByWayOfAnExternalAreFound()
+{
+    program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("Aside.InfeedHome"));
+    for (const char* name : { "LineIO.infeedHome", "Aside.InfeedHome", "infeedHome" }) {
+        child<QLineEdit>("variable")->setText(text(name));
+        child<QPushButton>("references")->click();
+        QCOMPARE(results().filter(text("Aside.InfeedHome")).size(), 1);
+    }
 }
 
 void FindPanelTest::aNameOnAProgramsFirstLineIsItsOwn()

@@ -91,6 +91,8 @@ void ProjectComparisonTest::namesPairInAnyCase()
     QVERIFY(compare(program->write(program->file(QStringLiteral("Other")), { QStringLiteral("FEED") })));
     QCOMPARE(states().value(QStringLiteral("Feed")), QByteArray("different"));
     QVERIFY(!states().contains(QStringLiteral("FEED")));
+    QCOMPARE(comparison().axes().first().name, QStringLiteral("Feed"));
+    QCOMPARE(comparison().axes().first().thereName, QStringLiteral("FEED"));
 }
 
 void ProjectComparisonTest::valuesStandSideBySide()

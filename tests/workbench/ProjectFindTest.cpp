@@ -120,8 +120,9 @@ QStringList ProjectFindTest::results() const
 
 void ProjectFindTest::axesThatWereNeverOpenedAreSearched()
 {
-    const AxisTable* axis = addAxis("Cut", "Main.stop");
+    AxisTable* axis = addAxis("Cut", "Main.stop");
     save();
+    const QMap<QString, QString> before = axis->allProperties();
     QVERIFY(axis->getViewInfo(text("LineEditPosObjectName"), QString()).isEmpty());
     search(text("stop"));
     QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
@@ -130,6 +131,9 @@ void ProjectFindTest::axesThatWereNeverOpenedAreSearched()
     // Nothing has opened for it, and the axis is no other than before.
     QVERIFY(editors().editors().isEmpty());
     QVERIFY(!program->project()->isModified());
+    QCOMPARE(axis->allProperties(), before);
+    QVERIFY(axis->load());
+    QCOMPARE(axis->allProperties(), before);
     goToFirst();
     QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
     QTRY_COMPARE(focus(), text("lineEditPos"));

@@ -22,7 +22,13 @@ const char* const program = "PROGRAM First\n"
                             "TYPE Guard : STRUCT\n"
                             "  open : BOOL;\n"
                             "END_STRUCT\n"
-                            "END_TYPE\n";
+                            "END_TYPE\n"
+                            "PROGRAM Third\n"
+                            "VAR_TEMP\n"
+                            "  ready : BOOL;\n"
+                            "END_VAR\n"
+                            "ready := TRUE;\n"
+                            "END_PROGRAM\n";
 
 const char* const globals = "VAR_GLOBAL\n"
                             "  ready : BOOL;\n"
@@ -40,6 +46,7 @@ private slots:
     void namesAtAPlace();
     void namesOfTheProject_data();
     void namesOfTheProject();
+    void aGlobalOneIsUsedByWayOfExternals();
     void withoutAProjectThereIsNone();
 };
 
@@ -67,6 +74,8 @@ void VariablePlaceTest::namesAtAPlace_data()
     QTest::newRow("an element beyond it") << 6 << "axes[2001].open" << QString();
     QTest::newRow("a member at its declaration in a type") << 15 << "open"
                                                            << "IO.cover.open";
+    QTest::newRow("a temporary one hides the global one") << 22 << "ready"
+                                                          << "Third.ready";
     QTest::newRow("an unknown name") << 6 << "unheard" << QString();
     QTest::newRow("no name") << 6 << "" << QString();
 }
@@ -96,6 +105,8 @@ void VariablePlaceTest::namesOfTheProject_data()
                                              << "First.speed";
     QTest::newRow("by way of a program's external") << "Second.speed"
                                                     << "IO.speed";
+    QTest::newRow("a temporary one") << "Third.ready"
+                                     << "Third.ready";
     QTest::newRow("a bare name of a program") << "axes" << QString();
     QTest::newRow("points alone") << ".." << QString();
     QTest::newRow("nothing") << "" << QString();
@@ -109,6 +120,18 @@ void VariablePlaceTest::namesOfTheProject()
     project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
     project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
     QCOMPARE(variablePath(project.name(), written), path);
+}
+
+void VariablePlaceTest::aGlobalOneIsUsedByWayOfExternals()
+{
+    TestProject project(QStringLiteral("NV3T_70Q12"));
+    project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
+    project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
+    QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.speed")),
+        QStringList({ QStringLiteral("IO.speed"), QStringLiteral("Second.speed") }));
+    QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.ready")), QStringList({ QStringLiteral("IO.ready") }));
+    QCOMPARE(
+        pathSpellings(project.name(), QStringLiteral("First.speed")), QStringList({ QStringLiteral("First.speed") }));
 }
 
 void VariablePlaceTest::withoutAProjectThereIsNone()
