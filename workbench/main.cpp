@@ -56,6 +56,8 @@ int main(int argc, char* argv[])
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // A desktop's own dialogs keep the keyboard to themselves, and with it the key of STOP.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kestrun"));
     QApplication::setApplicationVersion(QStringLiteral(KESTRUN_VERSION));

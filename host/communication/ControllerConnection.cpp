@@ -280,6 +280,8 @@ void ControllerConnection::Private::lost(const QString& reason)
 {
     credentials.reset();
     state = Connecting;
+    // Whether STOP still holds is told anew with the next session.
+    stopHeld = false;
     emit q->lost(reason.isEmpty() ? say("The controller has ended the connection.") : reason);
 }
 

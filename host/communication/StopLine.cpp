@@ -9,13 +9,15 @@
 
 #include <QPointer>
 
+#include <mutex>
+
 namespace proto = kestrun::protocol;
 
 namespace {
 using CredentialsPtr = std::shared_ptr<const ControllerConnection::Credentials>;
 constexpr auto deadline = std::chrono::milliseconds(1000);
 
-/// The channel of the emergency stop; used by its thread only.
+/// The channel of the emergency stop; used by its thread only, but for giveUpRelease.
 class StopChannel {
 public:
     /// Connects ahead of the need, so that the stop itself is one round trip.
@@ -41,13 +43,32 @@ public:
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         context.set_wait_for_ready(true);
+        noteRelease(hold ? nullptr : &context);
         const grpc::Status status = proto::AxisController::NewStub(m_channel)->StopAll(&context, request, &reply);
+        noteRelease(nullptr);
         return status.ok() ? resultOfNumber(reply.result()) : resultOfStatus(status);
     }
 
+    /// Ends the wait for the answer to a release, so that it holds up no stop. Both go over one connection, so the stop
+    /// arrives behind the release all the same. From any thread.
+    void giveUpRelease()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_release)
+            m_release->TryCancel();
+    }
+
 private:
+    void noteRelease(grpc::ClientContext* context)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_release = context;
+    }
+
     std::shared_ptr<grpc::Channel> m_channel;
     std::string m_session;
+    std::mutex m_mutex;
+    grpc::ClientContext* m_release = nullptr;
 };
 } // namespace
 
@@ -94,6 +115,7 @@ void StopLine::stop()
 {
     if (d->service)
         d->service->refuseQueued(Diagnosis::emergencyStop);
+    d->channel.giveUpRelease();
     d->send(this, true);
 }
 

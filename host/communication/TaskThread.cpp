@@ -30,10 +30,12 @@ void TaskThread::run()
         m_changed.wait(lock, [this] { return m_ending || !m_tasks.empty(); });
         if (m_tasks.empty())
             return;
-        const std::function<void()> task = std::move(m_tasks.front());
+        std::function<void()> task = std::move(m_tasks.front());
         m_tasks.pop_front();
         lock.unlock();
         task();
+        // What the task holds may take its time to go, and post() is not to wait for that.
+        task = nullptr;
         lock.lock();
     }
 }

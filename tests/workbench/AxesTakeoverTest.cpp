@@ -24,6 +24,8 @@ private slots:
     void aRefusalNamesAxisAndParameter();
     void theOfferGoesWithTheConnection();
     void theOfferCanBeMadeAgain();
+    void aComparisonThatFailsLeavesTheWorkOn();
+    void whatIsEditedOnTheWayIsComparedAgain();
     void aControllerThatComesBackEmptyIsOfferedThemAgain();
     void whileOnlineTheAxesStayAsTheyAre();
 
@@ -181,6 +183,29 @@ void AxesTakeoverTest::theOfferCanBeMadeAgain()
     m_program->workbench->action(QStringLiteral("online.takeOver"))->trigger();
     QTRY_VERIFY(m_program->outputText().contains(QStringLiteral("The controller has the axes of the project.")));
     QVERIFY(!takeover().offer());
+}
+
+void AxesTakeoverTest::aComparisonThatFailsLeavesTheWorkOn()
+{
+    QVERIFY(m_program->connectHere());
+    QVERIFY(!m_program->session().isDirectLogin());
+    m_program->host.fault("refuse 1 ReadAxes");
+    m_program->workbench->action(QStringLiteral("online.takeOver"))->trigger();
+    QTRY_VERIFY(m_program->outputText().contains(QStringLiteral("cannot be read: ")));
+    QCOMPARE(m_program->session().state(), OnlineSession::Online);
+    QVERIFY(!m_program->session().isDirectLogin());
+}
+
+void AxesTakeoverTest::whatIsEditedOnTheWayIsComparedAgain()
+{
+    connectAndWaitForTheOffer();
+    m_program->host.fault("late-replies 400 DownloadAxes");
+    press("takeOver");
+    m_program->axis(QStringLiteral("Alpha"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("12"));
+    QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 5000);
+    QVERIFY(m_program->session().state() != OnlineSession::Online);
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
 }
 
 void AxesTakeoverTest::aControllerThatComesBackEmptyIsOfferedThemAgain()

@@ -37,6 +37,7 @@ private slots:
     void aStartThatIsRefusedNeedsNoEnd();
     void aDeactivatedProgramEndsTheJog();
     void aHangingStartIsEndedAndEndedAgainAfterItsAnswer();
+    void anEndWithoutAnAnswerIsSentAgain_data();
     void anEndWithoutAnAnswerIsSentAgain();
     void withoutALinkThereIsNothingToEnd();
     void nothingGoesOutAfterTheEnd();
@@ -181,12 +182,21 @@ void JogWatchTest::aHangingStartIsEndedAndEndedAgainAfterItsAnswer()
     QCOMPARE(m_ended->count(), 1);
 }
 
+void JogWatchTest::anEndWithoutAnAnswerIsSentAgain_data()
+{
+    QTest::addColumn<qint16>("answer");
+    QTest::newRow("none in time") << Diagnosis::noAnswer;
+    QTest::newRow("a transport that refuses") << Diagnosis::refused;
+    QTest::newRow("a transport that is cut") << Diagnosis::notConnected;
+}
+
 void JogWatchTest::anEndWithoutAnAnswerIsSentAgain()
 {
+    QFETCH(qint16, answer);
     hold();
     QCOMPARE(jog(1), Diagnosis::ok);
     QTRY_COMPARE(m_watch->count(), 1);
-    m_link->answerWith({ Diagnosis::noAnswer, {} });
+    m_link->answerWith({ answer, {} });
     letGo();
     QTRY_VERIFY(m_link->requests().size() >= 3);
     m_link->answerWith({ Diagnosis::ok, {} });

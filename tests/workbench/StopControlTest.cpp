@@ -10,6 +10,7 @@
 
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -32,6 +33,10 @@ private slots:
     void theMenuStopsToo();
     void offlineThereIsNothingToStop();
     void itHoldsUntilItIsReleased();
+    void aHoldOutlivesALostLink();
+    void aLateReleaseHoldsUpNoStop();
+    void anotherPressIsSentWhenTheFirstIsLost();
+    void theKeyReachesThroughAFileDialog();
     void theHoldOfAnotherClientIsShown();
     void aStopThatIsNotAcknowledgedIsNamed();
     void aHoldWhoseReplyIsLostIsSeenAllTheSame();
@@ -226,6 +231,68 @@ void StopControlTest::itHoldsUntilItIsReleased()
     QVERIFY(feedback().isEmpty());
     QVERIFY(!release->isEnabled());
     QTRY_COMPARE_WITH_TIMEOUT(RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0), Diagnosis::ok, 3000);
+}
+
+void StopControlTest::aHoldOutlivesALostLink()
+{
+    QVERIFY(m_program->makeReady());
+    stop().stop();
+    QVERIFY(stoppedAndHeld());
+    m_program->host.fault("drop-link");
+    QTRY_VERIFY_WITH_TIMEOUT(m_program->session().state() != OnlineSession::Online, 3000);
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_VERIFY(stop().isHeld());
+    QCOMPARE(feedback(), QStringLiteral("STOP holds"));
+    m_program->workbench->action(QStringLiteral("online.release"))->trigger();
+    QTRY_VERIFY(!stop().isHeld());
+}
+
+void StopControlTest::aLateReleaseHoldsUpNoStop()
+{
+    QVERIFY(m_program->makeReady());
+    stop().stop();
+    QVERIFY(stoppedAndHeld());
+    m_program->host.fault("late-replies 900 StopAll");
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    stop().release();
+    QTest::qWait(50);
+    QElapsedTimer timer;
+    timer.start();
+    stop().stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 700);
+    QCOMPARE(answered.at(0).at(0).toBool(), false);
+    m_program->host.fault("none");
+    QTRY_VERIFY(m_program->host.controller.isStopHeld());
+    QVERIFY2(timer.elapsed() < 900, qPrintable(QString::number(timer.elapsed())));
+}
+
+void StopControlTest::anotherPressIsSentWhenTheFirstIsLost()
+{
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    relay.silent = true;
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    stop().stop();
+    stop().stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 4000);
+    // Once a press: nobody has pressed since.
+    QTest::qWait(1200);
+    QCOMPARE(answered.count(), 2);
+}
+
+void StopControlTest::theKeyReachesThroughAFileDialog()
+{
+    QVERIFY(m_program->makeReady());
+    QVERIFY(move());
+    QFileDialog dialog(&m_program->workbench->window());
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_F9);
+    QVERIFY(stoppedAndHeld());
 }
 
 void StopControlTest::theHoldOfAnotherClientIsShown()

@@ -65,6 +65,12 @@ void AxesTakeover::onRead(short result, const QVector<ControllerAxis>& axes)
         judge(axes);
         return;
     }
+    // A comparison that the user asks for while at work leaves the work as it is: axes may be in debug mode.
+    if (m_askedByUser) {
+        emit failed(
+            tr("The axes of the controller at %1 cannot be read: %2").arg(m_session.target(), m_errorText(result)));
+        return;
+    }
     m_session.beginWork(false);
     emit failed(tr("The axes of the controller at %1 cannot be read, so online debugging is off: %2")
                     .arg(m_session.target(), m_errorText(result)));
@@ -96,8 +102,10 @@ void AxesTakeover::ask(const QVector<AxisDifference>& differences)
 
 void AxesTakeover::takeOver()
 {
-    if (m_session.isLoggedIn() && m_workspace.project())
-        m_session.connection().downloadAxes(controllerAxes(*m_workspace.project()));
+    if (!m_session.isLoggedIn() || !m_workspace.project())
+        return;
+    m_taken = controllerAxes(*m_workspace.project());
+    m_session.connection().downloadAxes(m_taken);
 }
 
 void AxesTakeover::onDownloaded(const DownloadOutcome& outcome)
@@ -106,7 +114,11 @@ void AxesTakeover::onDownloaded(const DownloadOutcome& outcome)
         return;
     if (outcome.result == Diagnosis::ok) {
         m_log.report(LogInfo, tr("The controller at %1 has taken the axes over.").arg(m_session.target()));
-        m_session.beginWork(true);
+        // The project may have been edited while they were on their way.
+        if (m_workspace.project() && compareAxes(controllerAxes(*m_workspace.project()), m_taken).isEmpty())
+            m_session.beginWork(true);
+        else
+            begin();
         return;
     }
     leaveAsItIs();

@@ -53,6 +53,8 @@ private:
     std::function<QString(short)> m_errorText;
     QPointer<AxesDifferenceDialog> m_offer;
     QVector<ControllerAxis> m_inController;
+    /// As they were sent to the controller.
+    QVector<ControllerAxis> m_taken;
     bool m_reading = false;
     bool m_askedByUser = false;
 };

@@ -20,11 +20,11 @@ bool isJog(const AxisRequest& request)
     return request.code == AxisDebugJopPos || request.code == AxisDebugJopNeg;
 }
 
-/// It is decided what becomes of the request: by the controller, or by the end of the link, which makes the controller
-/// stop what this client has moved. A missing answer leaves open whether the request has arrived.
+/// The controller has decided what becomes of the request. A transport that has no answer, or none but its own, leaves
+/// open whether the request has arrived.
 bool isDecided(short result)
 {
-    return result != Diagnosis::noAnswer;
+    return result != Diagnosis::noAnswer && result != Diagnosis::refused && result != Diagnosis::notConnected;
 }
 
 class JogEnd : public Transaction {
@@ -87,7 +87,8 @@ void JogWatch::onAnswered(const AxisRequest& request, const AxisReply& reply)
     } else {
         found->ending = false;
         found->since = Clock::now();
-        if (reply.result == Diagnosis::notConnected || (isDecided(reply.result) && found->endSent))
+        // The end of the link, which makes the controller stop what this client has moved, is told by setLinked.
+        if (isDecided(reply.result) && found->endSent)
             m_jogs.erase(found);
     }
     updateTimer();

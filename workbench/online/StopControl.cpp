@@ -38,7 +38,10 @@ StopControl::~StopControl() = default;
 
 void StopControl::stop()
 {
-    if (!m_session.isWanted() || m_underWay)
+    if (!m_session.isWanted())
+        return;
+    m_again = m_underWay;
+    if (m_underWay)
         return;
     m_underWay = true;
     m_pressed.start();
@@ -56,12 +59,16 @@ void StopControl::release()
 
 void StopControl::onAnswered(bool hold, short result)
 {
+    const bool again = hold && m_again && result == Diagnosis::noAnswer;
     if (hold)
-        m_underWay = false;
+        m_underWay = m_again = false;
     emit answered(hold, result, m_pressed.nsecsElapsed() / 1000);
     // The session tells of a hold too, so the answer may be missing and the stop done.
     if (result != Diagnosis::ok && m_held != hold) {
         tellFailure(hold, result);
+        // Whoever has pressed once more meanwhile means it.
+        if (again)
+            stop();
         return;
     }
     onHeldChanged(hold);

@@ -62,4 +62,6 @@ private:
     bool m_held = false;
     /// A stop is on its way: another press would only stand behind it.
     bool m_underWay = false;
+    /// Pressed once more while a stop was under way.
+    bool m_again = false;
 };

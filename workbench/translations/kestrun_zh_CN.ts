@@ -86,6 +86,10 @@
 <context>
     <name>AxesTakeover</name>
     <message>
+        <source>The axes of the controller at %1 cannot be read: %2</source>
+        <translation>无法读取 %1 处控制器的轴：%2</translation>
+    </message>
+    <message>
         <source>The axes of the controller at %1 cannot be read, so online debugging is off: %2</source>
         <translation>无法读取控制器 %1 中的轴，因此在线调试不可用：%2</translation>
     </message>
