@@ -117,7 +117,7 @@ void MotionControlAxisPlugin::offerComparator()
         return;
     auto comparator = std::make_unique<AxisComparator>();
     if (manager->addComparator(comparator.get()))
-        comparator.release();
+        static_cast<void>(comparator.release()); // the manager keeps it
 }
 
 void MotionControlAxisPlugin::writeLog(int level, const QString& text)
