@@ -25,7 +25,8 @@ private:
     {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
-        CurveExport::write(buffer, curves, columns);
+        const std::atomic<bool> cancelled{ false };
+        CurveExport::write(buffer, { curves, columns, CurveExport::timeTitle() }, cancelled);
         QByteArrayList lines = buffer.data().split('\n');
         lines.removeLast();
         return lines;
@@ -97,9 +98,11 @@ void CurveExportTest::aFileIsWrittenWhole()
     CurveStore curves;
     for (int i = 0; i < 2000; ++i)
         curves.append(Readings::runningAll({ 0, 1 }, i * 0.01), i * 0.01);
-    QString error;
-    QVERIFY(CurveExport::save(name, curves, { column(0, SetPosition), column(1, SetVelocity) }, &error));
-    QVERIFY(error.isEmpty());
+    QString reason;
+    const std::atomic<bool> cancelled{ false };
+    QVERIFY(CurveExport::save(
+        name, { curves, { column(0, SetPosition), column(1, SetVelocity) }, {} }, cancelled, &reason));
+    QVERIFY(reason.isEmpty());
     QFile file(name);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArrayList written = file.readAll().split('\n');
@@ -120,8 +123,11 @@ void CurveExportTest::aFileThatCannotBeWrittenIsNamed()
     const QTemporaryDir directory;
     QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("folder")));
     const QString path = directory.filePath(name);
-    QString error;
-    QVERIFY(!CurveExport::save(path, CurveStore(), {}, &error));
+    QString reason;
+    const std::atomic<bool> cancelled{ false };
+    QVERIFY(!CurveExport::save(path, {}, cancelled, &reason));
+    const QString error = CurveExport::failure(path, reason);
+    QVERIFY(!reason.isEmpty());
     QVERIFY2(error.contains(QDir::toNativeSeparators(path)), qPrintable(error));
     QVERIFY(error.size() > path.size() + 45);
     QCOMPARE(QDir(directory.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),

@@ -36,6 +36,8 @@ private slots:
     void exportAsksForAFile();
     void exportWritesTheShownCurves();
     void aFileThatCannotBeWrittenIsReported();
+    void oneExportAtATime();
+    void thePanelMayGoUnderAnExport();
     void aLowPanelPutsThePlotsSideBySide();
     void bothThemesAreDrawn();
     void everythingHasAName();
@@ -303,6 +305,7 @@ void CurvePanelTest::exportAsksForAFile()
     });
     m->press("curves.export");
     QCOMPARE(driver.count, 1);
+    QTRY_VERIFY(!m->panel->isExporting());
     QVERIFY(QFile::exists(directory.filePath(QStringLiteral("run.csv"))));
     driver.next([](QDialog* dialog) { dialog->reject(); });
     m->press("curves.export");
@@ -321,6 +324,7 @@ void CurvePanelTest::exportWritesTheShownCurves()
     const auto reported = m->noteReports();
     const QString name = directory.filePath(QStringLiteral("curves.csv"));
     QVERIFY(m->panel->exportTo(name));
+    QTRY_VERIFY(!m->panel->isExporting());
     QFile file(name);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArrayList lines = file.readAll().split('\n');
@@ -339,11 +343,39 @@ void CurvePanelTest::aFileThatCannotBeWrittenIsReported()
     m->drawn();
     const auto reported = m->noteReports();
     const QString name = QStringLiteral("/nowhere at all/curves.csv");
-    QVERIFY(!m->panel->exportTo(name));
+    QVERIFY(m->panel->exportTo(name));
+    QTRY_VERIFY(!m->panel->isExporting());
     QCOMPARE(reported->size(), std::size_t(1));
     QCOMPARE(reported->front().first, LogError);
     QVERIFY(reported->front().second.contains(name));
     QVERIFY(m->panel->statusText().contains(name));
+}
+
+void CurvePanelTest::oneExportAtATime()
+{
+    const QTemporaryDir directory;
+    m->feed(0, 60, { 0, 1 });
+    m->drawn();
+    QVERIFY(m->action("curves.export")->isEnabled());
+    QVERIFY(m->panel->exportTo(directory.filePath(QStringLiteral("first.csv"))));
+    QVERIFY(!m->action("curves.export")->isEnabled());
+    QCOMPARE(m->panel->statusText(), QString::fromUtf8("The curves are being saved…"));
+    QVERIFY(!m->panel->exportTo(directory.filePath(QStringLiteral("second.csv"))));
+    // What changes the buttons otherwise leaves this one alone.
+    m->panel->setPaused(true);
+    QVERIFY(!m->action("curves.export")->isEnabled());
+    QTRY_VERIFY(m->action("curves.export")->isEnabled());
+    QVERIFY(m->panel->statusText().contains(QStringLiteral("first.csv")));
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList({ QStringLiteral("first.csv") }));
+}
+
+void CurvePanelTest::thePanelMayGoUnderAnExport()
+{
+    const QTemporaryDir directory;
+    m->feed(0, 60, { 0, 1 });
+    QVERIFY(m->panel->exportTo(directory.filePath(QStringLiteral("curves.csv"))));
+    m->panel.reset();
+    QCOMPARE(QDir(directory.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
 }
 
 void CurvePanelTest::aLowPanelPutsThePlotsSideBySide()

@@ -37,24 +37,35 @@ QByteArray field(double value)
 
 namespace CurveExport {
 
-void write(QIODevice& device, const CurveStore& curves, const QVector<Column>& columns)
+QString timeTitle()
 {
-    QByteArray line = quoted(QCoreApplication::translate("CurveExport", "Time [s]"));
+    return QCoreApplication::translate("CurveExport", "Time [s]");
+}
+
+QString failure(const QString& fileName, const QString& reason)
+{
+    return QCoreApplication::translate("CurveExport", "The curves are not saved: %1 cannot be written. %2")
+        .arg(QDir::toNativeSeparators(fileName), reason);
+}
+
+void write(QIODevice& device, const Sheet& sheet, const std::atomic<bool>& cancelled)
+{
+    QByteArray line = quoted(sheet.timeTitle);
     std::map<int, Reader> readers;
-    for (const Column& column : columns) {
+    for (const Column& column : sheet.columns) {
         line += ',' + quoted(column.title);
-        if (const CurveRing* ring = curves.curves(column.axisNo))
+        if (const CurveRing* ring = sheet.curves.curves(column.axisNo))
             readers.emplace(column.axisNo, Reader{ ring });
     }
     device.write(line + '\n');
-    for (;;) {
+    while (!cancelled) {
         double time = std::numeric_limits<double>::infinity();
         for (const auto& reader : readers)
             time = std::min(time, reader.second.time());
         if (std::isinf(time))
             return;
         line = QByteArray::number(time, 'f', 6);
-        for (const Column& column : columns) {
+        for (const Column& column : sheet.columns) {
             line += ',';
             const auto reader = readers.find(column.axisNo);
             if (reader != readers.end() && reader->second.time() == time)
@@ -66,16 +77,17 @@ void write(QIODevice& device, const CurveStore& curves, const QVector<Column>& c
     }
 }
 
-bool save(const QString& fileName, const CurveStore& curves, const QVector<Column>& columns, QString* error)
+bool save(const QString& fileName, const Sheet& sheet, const std::atomic<bool>& cancelled, QString* reason)
 {
     QSaveFile file(fileName);
     if (file.open(QIODevice::WriteOnly)) {
-        write(file, curves, columns);
+        write(file, sheet, cancelled);
+        if (cancelled)
+            return false;
         if (file.commit())
             return true;
     }
-    *error = QCoreApplication::translate("CurveExport", "The curves are not saved: %1 cannot be written. %2")
-                 .arg(QDir::toNativeSeparators(fileName), file.errorString());
+    *reason = file.errorString();
     return false;
 }
 

@@ -57,6 +57,7 @@ CurvePanel::CurvePanel(VariableMonitor& monitor, QWidget* parent)
     connect(&m_monitor, &VariableMonitor::axesChanged, this, &CurvePanel::takeAxes);
     connect(m_legend, &CurveLegend::hiddenChanged, this, &CurvePanel::takeHidden);
     connect(m_legend, &CurveLegend::stopRequested, this, [this](int axisNo) { m_monitor.releaseAxis(axisNo, true); });
+    connect(&m_exporter, &CurveExporter::finished, this, &CurvePanel::tellExport);
     retranslate();
     restyle();
     takeAxes();
@@ -176,7 +177,7 @@ void CurvePanel::takeAxes()
     m_legend->setAxes(axes, [this](int axisNo) { return m_monitor.axisName(axisNo); });
     for (CurvePlot* plot : m_plots)
         plot->setAxes(axes, m_legend->hidden());
-    m_export->setEnabled(!shownCurves().isEmpty());
+    allowExport();
     draw();
     showValues();
     showStatus();
@@ -290,12 +291,25 @@ QVector<CurveExport::Column> CurvePanel::exportedColumns() const
 
 bool CurvePanel::exportTo(const QString& fileName)
 {
-    QString error;
-    const bool saved = CurveExport::save(fileName, shownCurves(), exportedColumns(), &error);
-    const QString text = saved ? tr("The curves are saved in %1.").arg(QDir::toNativeSeparators(fileName)) : error;
+    if (!m_exporter.start(fileName, { shownCurves(), exportedColumns(), CurveExport::timeTitle() }))
+        return false;
+    allowExport();
+    showStatus();
+    return true;
+}
+
+void CurvePanel::tellExport(const QString& fileName, const QString& error)
+{
+    const QString text
+        = error.isEmpty() ? tr("The curves are saved in %1.").arg(QDir::toNativeSeparators(fileName)) : error;
+    allowExport();
     notice(text);
-    emit reported(saved ? LogInfo : LogError, text);
-    return saved;
+    emit reported(error.isEmpty() ? LogInfo : LogError, text);
+}
+
+void CurvePanel::allowExport()
+{
+    m_export->setEnabled(!isExporting() && !shownCurves().isEmpty());
 }
 
 void CurvePanel::notice(const QString& text)
@@ -319,6 +333,8 @@ void CurvePanel::showStatus()
     QString text = m_notice;
     if (m_cursor)
         text = tr("Values at %1 s").arg(*m_cursor, 0, 'f', 3);
+    else if (isExporting())
+        text = tr("The curves are being saved…");
     else if (text.isEmpty() && isPaused())
         text = tr("Paused; recording goes on");
     else if (text.isEmpty() && m_monitor.recordedAxes().isEmpty())

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sdk/ILogger.h"
-#include "workbench/monitor/CurveExport.h"
+#include "workbench/monitor/CurveExporter.h"
 #include "workbench/monitor/CurveRange.h"
 #include "workbench/monitor/CurveStore.h"
 
@@ -33,9 +33,10 @@ public:
     /// The picture stands while the recording goes on; the other way it shows the newest readings again.
     void setPaused(bool paused);
     bool isPaused() const { return m_held != nullptr; }
-    /// Writes the readings of the curves that are shown, all that are kept. False when that fails; the reason is
-    /// reported.
+    /// Begins to write the readings of the curves that are shown, all that are kept, as they are now. How that ends is
+    /// reported; an end of the panel gives it up. False, and nothing is done, while another export is under way.
     bool exportTo(const QString& fileName);
+    bool isExporting() const { return m_exporter.isBusy(); }
 
     /// True when the plots show what is recorded, or are held.
     bool isUpToDate() const;
@@ -73,6 +74,8 @@ private:
     void setCursorTime(const std::optional<double>& time);
     void chooseAndExport();
     QVector<CurveExport::Column> exportedColumns() const;
+    void tellExport(const QString& fileName, const QString& error);
+    void allowExport();
     void showStatus();
     void notice(const QString& text);
     void retranslate();
@@ -91,6 +94,7 @@ private:
     double m_drawnEnd = 0;
     int m_ticksToValues = 0;
     QString m_notice;
+    CurveExporter m_exporter;
     QToolBar* m_bar;
     QAction* m_pause;
     QAction* m_follow;

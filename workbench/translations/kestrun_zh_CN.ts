@@ -687,6 +687,10 @@
         <translation>逗号分隔值 (*.csv)</translation>
     </message>
     <message>
+        <source>The curves are being saved…</source>
+        <translation>正在保存曲线…</translation>
+    </message>
+    <message>
         <source>The curves are saved in %1.</source>
         <translation>曲线已保存到 %1。</translation>
     </message>
