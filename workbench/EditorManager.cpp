@@ -172,7 +172,8 @@ void EditorManager::saveEditor(IEditor* editor, bool emitAboutSave)
     if (emitAboutSave)
         emit editorAboutToSave(editor);
     editor->isModified();
-    if (editor->save())
+    // An editor's answer to a save says nothing of the store; the flag of what it shows does.
+    if (editor->save() && !isStoredModified(editor))
         emit editorSaved(editor);
     refreshTitlesNow();
 }
@@ -267,7 +268,6 @@ bool EditorManager::resolveUnsaved(const QVector<IEditor*>& modified)
             editor->reload();
         else
             saveEditor(editor, true);
-        // An editor's answer to a save says nothing of the store; the flag of what it shows does.
         if (answer == UnsavedAnswer::Save && isStoredModified(editor))
             return false;
     }

@@ -89,11 +89,17 @@ QString Workspace::programsPath() const
 
 bool Workspace::create(const QString& file, const ControllerDescription& controller, QString* error)
 {
-    if (m_project && ProjectModelManager::projectNameForFile(file) == m_name)
+    const QString former = m_project ? m_project->filePath() : QString();
+    const bool sameName = m_project && ProjectModelManager::projectNameForFile(file) == m_name;
+    if (sameName)
         close();
     ProjectModel* project = ProjectModelManager::instance()->createProject(file, controller, error);
-    if (!project)
+    if (!project) {
+        QString ignored;
+        if (sameName)
+            open(former, &ignored);
         return false;
+    }
     close();
     attach(project);
     return true;

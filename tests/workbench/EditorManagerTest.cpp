@@ -118,6 +118,7 @@ private slots:
     void nullAndStrangersAreSurvived();
     void savingAsksFirstAndTellsOfBoth();
     void aSaveThatFailsIsNotToldAsSaved();
+    void aSaveThatTheStoreRefusedIsNotToldAsSaved();
     void savingGivesTheFocusBack();
     void savingAllSavesTheChangedOnes();
     void closingDeletesTheEditor();
@@ -326,6 +327,26 @@ void EditorManagerTest::closingAsks()
     QCOMPARE(asked, QStringList(QStringLiteral("a")));
     QCOMPARE(editor->saves, saves);
     QCOMPARE(editor->reloads, reloads);
+}
+
+void EditorManagerTest::aSaveThatTheStoreRefusedIsNotToldAsSaved()
+{
+    TestProject project(QStringLiteral("KM1_M16"), QStringLiteral("P"));
+    AxisTable* axis = project.addAxis(QStringLiteral("Feeder"));
+    Solution::NodeDescription node;
+    node.name = QStringLiteral("P");
+    node.properties.insert(QStringLiteral("FileName"), QStringLiteral("P.a"));
+    node.properties.insert(QStringLiteral("DataBaseKey"), axis->id());
+    QVERIFY(tree->addNode(QString(), node, 0));
+    FakeEditor* editor = open("P.a");
+    QSignalSpy saved(manager.get(), &IEditorManager::editorSaved);
+    axis->modified = true;
+    manager->saveEditor(editor, true);
+    QCOMPARE(editor->saves, 1);
+    QCOMPARE(saved.count(), 0);
+    axis->modified = false;
+    manager->saveEditor(editor, true);
+    QCOMPARE(saved.count(), 1);
 }
 
 void EditorManagerTest::anEditorWhoseObjectWasNotStoredStaysOpen()

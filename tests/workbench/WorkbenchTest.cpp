@@ -40,6 +40,7 @@ private slots:
     void servicesStandUnderTheirKeys();
     void thePluginIsInService();
     void aProjectIsToldOnce();
+    void aProjectThatCannotBeMadeLeavesTheOpenOne();
     void axesComeIntoTheTree();
     void theProjectNodesAreThere();
     void aDoubleClickOpensAnAxis();
@@ -186,6 +187,20 @@ void WorkbenchTest::aProjectIsToldOnce()
     QVERIFY(workbench->workspace().create(
         file(QStringLiteral("Line")), *catalog.find(QStringLiteral("NV3T_70Q12E")), &error));
     QCOMPARE(times, 1);
+}
+
+void WorkbenchTest::aProjectThatCannotBeMadeLeavesTheOpenOne()
+{
+    createProject();
+    // Of the same name, in a folder that does not exist.
+    const QString wanted = directory->filePath(QStringLiteral("nowhere/Line.kproj"));
+    ControllerCatalog catalog(QStringLiteral(KESTRUN_CONTROLLER_DIR));
+    QString error;
+    QVERIFY(!workbench->workspace().create(wanted, *catalog.find(QStringLiteral("NV3T_70Q12E")), &error));
+    QVERIFY2(error.startsWith(wanted), qPrintable(error));
+    QVERIFY(workbench->workspace().project());
+    QCOMPARE(workbench->workspace().project()->filePath(), file(QStringLiteral("Line")));
+    QCOMPARE(workbench->tree().childNodes(unitPath()).size(), 2);
 }
 
 void WorkbenchTest::axesComeIntoTheTree()
