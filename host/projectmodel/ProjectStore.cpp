@@ -1,5 +1,6 @@
 #include "host/projectmodel/ProjectStore.h"
 
+#include "host/projectmodel/ControllerDescription.h"
 #include "host/projectmodel/StoreConnection.h"
 #include "host/projectmodel/StoreFile.h"
 #include "host/projectmodel/StoreMigration.h"
@@ -50,6 +51,16 @@ void tell(QString* error, const QString& path, const QString& reason)
 {
     if (error)
         *error = path + QStringLiteral(": ") + reason;
+}
+
+/// The descriptions of controllers can be used. One that is missing is none that cannot be read.
+bool areUsable(const ProjectContents& contents, QString* reason)
+{
+    const QString place = QStringLiteral("controller");
+    for (const QByteArray& each : { contents.controller, contents.formerController })
+        if (!each.isEmpty() && !ControllerDescription().read(each, place, reason))
+            return false;
+    return true;
 }
 
 } // namespace
@@ -107,7 +118,7 @@ std::unique_ptr<ProjectStore> ProjectStore::openFile(
         // for then it has to stay as it is.
         ProjectStore trial(path, std::move(snapshot));
         ProjectContents ignored;
-        if (!trial.load(&ignored, reason))
+        if (!trial.load(&ignored, reason) || !areUsable(ignored, reason))
             return nullptr;
     }
     std::unique_ptr<ProjectStore> store(new ProjectStore(path, std::move(snapshot)));
@@ -130,15 +141,33 @@ bool ProjectStore::load(ProjectContents* contents, QString* reason)
         *reason = tr("a newer version of this program has written it");
         return false;
     }
+    return read(version, contents, reason) && bringUpToDate(version, contents, reason);
+}
+
+bool ProjectStore::read(int version, ProjectContents* contents, QString* reason)
+{
     StoreReader reader(*m_connection, version);
-    if (!reader.readAll(contents)) {
-        *reason = reader.errorText();
+    if (reader.readAll(contents))
+        return true;
+    *reason = reader.errorText();
+    return false;
+}
+
+bool ProjectStore::bringUpToDate(int version, ProjectContents* contents, QString* reason)
+{
+    const bool isCurrent = version == StoreSchema::version;
+    if (isCurrent && m_connection->isLogged())
+        return true;
+    // From here on the file changes, so nothing may be left for which it would be refused.
+    if (!areUsable(*contents, reason))
+        return false;
+    if (!isCurrent && !isReadOnly() && !keepCopy(*m_connection, m_path, version, reason))
+        return false;
+    if (!m_connection->useLog()) {
+        *reason = m_connection->errorText();
         return false;
     }
-    if (version == StoreSchema::version)
-        return true;
-    return (isReadOnly() || keepCopy(*m_connection, m_path, version, reason))
-        && migrate(*m_connection, version, contents, reason);
+    return isCurrent || migrate(*m_connection, version, contents, reason);
 }
 
 bool ProjectStore::write(const ProjectChanges& changes, QString* error)

@@ -46,6 +46,8 @@ private:
     static std::unique_ptr<ProjectStore> openFile(
         const QString& path, ProjectContents* contents, QString* reason, bool readOnly = false);
     bool load(ProjectContents* contents, QString* reason);
+    bool read(int version, ProjectContents* contents, QString* reason);
+    bool bringUpToDate(int version, ProjectContents* contents, QString* reason);
 
     QString m_path;
     /// The copy on which a project works that can only be read.

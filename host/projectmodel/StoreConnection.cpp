@@ -39,9 +39,19 @@ StoreConnection::~StoreConnection()
 bool StoreConnection::open(const QString& path)
 {
     m_database.setDatabaseName(path);
-    // The locking mode comes before the journal mode: only then does the log do without a shared-memory file.
+    // The locking mode comes before the first access: only then does the log do without a shared-memory file.
     return configure({ "PRAGMA locking_mode=EXCLUSIVE", "PRAGMA trusted_schema=OFF", "PRAGMA cell_size_check=ON",
-        "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL" });
+        "PRAGMA synchronous=FULL" });
+}
+
+bool StoreConnection::isLogged()
+{
+    return value(QStringLiteral("PRAGMA journal_mode")).toString() == QLatin1String("wal");
+}
+
+bool StoreConnection::useLog()
+{
+    return value(QStringLiteral("PRAGMA journal_mode=WAL")).toString() == QLatin1String("wal");
 }
 
 bool StoreConnection::openNew(const QString& path)

@@ -20,9 +20,13 @@ public:
     StoreConnection(const StoreConnection&) = delete;
     StoreConnection& operator=(const StoreConnection&) = delete;
 
-    /// Opens the file and takes it for this connection alone: write-ahead log without shared memory, every commit on
-    /// the disk before it returns. False: errorText tells why.
+    /// Opens the file, for this connection alone once anything is read or written, every commit on the disk before it
+    /// returns. Changes nothing in a file that has no log. False: errorText tells why.
     bool open(const QString& path);
+    /// The file works with a write-ahead log. To be asked after something has been read.
+    bool isLogged();
+    /// Has the file work with a write-ahead log, without shared memory. Changes its header if it did not.
+    bool useLog();
     /// Opens a file that nobody else knows yet, to be filled in one transaction and closed.
     bool openNew(const QString& path);
 

@@ -30,6 +30,7 @@ private slots:
     void everyFlippedByteOfTheContentsIsNoticed();
     void aFlippedByteAnywhereIsNoticedOrChangesNothing();
     void aDamagedFileWithALogStaysAsItIs();
+    void aDamagedFileWithoutTheModeOfALogStaysAsItIs();
     void aProjectThatAnotherProcessHasOpenIsRefused();
     void aProjectThatAnotherProcessHasOpenIsNotReplacedBySaveAs();
     void whatIsReadOnlyOpensToBeReadOnly_data();
@@ -376,6 +377,27 @@ void ProjectFileTest::aDamagedFileWithALogStaysAsItIs()
     QVERIFY(!ProjectModelManager::instance()->openProject(file, &error));
     QCOMPARE(bytesOf(file), bytes);
     QCOMPARE(bytesOf(log), logBytes);
+}
+
+void ProjectFileTest::aDamagedFileWithoutTheModeOfALogStaysAsItIs()
+{
+    const QString file = path("journal.kproj");
+    makeRich(file);
+    runSql(file, { QStringLiteral("PRAGMA journal_mode=DELETE") });
+    QByteArray bytes = bytesOf(file);
+    const int place = bytes.indexOf("AuthorSomebody");
+    QVERIFY(place > 0);
+    bytes[place] = 'B';
+    writeBytes(file, bytes);
+    QString error;
+    QVERIFY(!ProjectModelManager::instance()->openProject(file, &error));
+    QVERIFY2(error.startsWith(file), qPrintable(error));
+    QCOMPARE(bytesOf(file), bytes);
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{ QStringLiteral("journal.kproj") });
+    bytes[place] = 'A';
+    writeBytes(file, bytes);
+    QVERIFY2(ProjectModelManager::instance()->openProject(file, &error), qPrintable(error));
+    QCOMPARE(int(bytesOf(file).at(18)), 2);
 }
 
 void ProjectFileTest::aProjectThatAnotherProcessHasOpenIsRefused()

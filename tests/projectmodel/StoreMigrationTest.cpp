@@ -2,6 +2,7 @@
 
 #include "host/projectmodel/AxisRecordData.h"
 #include "host/projectmodel/SourceModel.h"
+#include "host/projectmodel/StoreRows.h"
 #include "sdk/AxisDefaults.h"
 
 #include <QDir>
@@ -21,6 +22,8 @@ private slots:
     void recordsOfAnOlderFormatGetTheKeysThatTheyLack();
     void aCopyOfTheOlderFileStandsBesideIt();
     void anOlderFileThatIsDamagedIsLeftAlone();
+    void anOlderFileWhoseControllerCannotBeReadIsLeftAlone_data();
+    void anOlderFileWhoseControllerCannotBeReadIsLeftAlone();
     void aSecondCopyDoesNotReplaceTheFirst();
 
 private:
@@ -160,6 +163,41 @@ void StoreMigrationTest::anOlderFileThatIsDamagedIsLeftAlone()
     const QByteArray bytes = bytesOf(path());
     QVERIFY(!open());
     QVERIFY(m_error.startsWith(path()));
+    QCOMPARE(bytesOf(path()), bytes);
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{ QStringLiteral("old.kproj") });
+}
+
+void StoreMigrationTest::anOlderFileWhoseControllerCannotBeReadIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::newRow("the present one") << presentRole();
+    QTest::newRow("the former one") << formerRole();
+}
+
+/// The row is whole, but no description of a controller.
+void StoreMigrationTest::anOlderFileWhoseControllerCannotBeReadIsLeftAlone()
+{
+    QFETCH(QString, role);
+    const QString table = QStringLiteral("controller");
+    const QString text = QStringLiteral("{}");
+    {
+        Sql sql(path());
+        sql.run(
+            QStringLiteral("INSERT OR REPLACE INTO controller (role, description, checksum) VALUES ('%1', '%2', %3)")
+                .arg(role, text)
+                .arg(textChecksum(table, role, text)));
+        QSqlQuery query = sql.run(QStringLiteral("SELECT count(*) FROM controller"));
+        QVERIFY(query.next());
+        const int rows = query.value(0).toInt();
+        query.finish();
+        sql.run(QStringLiteral("UPDATE tally SET row_count=%1, checksum=%2 WHERE name='controller'")
+                    .arg(rows)
+                    .arg(tallyChecksum(table, rows)));
+    }
+    const QByteArray bytes = bytesOf(path());
+    QVERIFY(!open());
+    QVERIFY2(m_error.startsWith(path() + QStringLiteral(": controller: /")), qPrintable(m_error));
+    QCOMPARE(m_error.count(path()), 1);
     QCOMPARE(bytesOf(path()), bytes);
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{ QStringLiteral("old.kproj") });
 }
