@@ -99,6 +99,13 @@ QVector<int> placesOf(const QByteArray& file, const QVector<QByteArray>& texts)
     return places;
 }
 
+void setNumber(QByteArray& bytes, int at, quint32 number)
+{
+    char encoded[sizeof number];
+    qToBigEndian(number, encoded);
+    bytes.replace(at, sizeof encoded, encoded, sizeof encoded);
+}
+
 } // namespace
 
 void ProjectFileTest::init()
@@ -175,11 +182,11 @@ void ProjectFileTest::badFilesAreRefusedAndLeftAsTheyAre()
     else if (fault == QLatin1String("not a database"))
         bytes = QByteArray(4096, 'x');
     else if (fault == QLatin1String("a database of another program"))
-        qToBigEndian<quint32>(0x01020304, bytes.data() + 68);
+        setNumber(bytes, 68, 0x01020304);
     else if (fault == QLatin1String("a newer version"))
-        qToBigEndian<quint32>(3, bytes.data() + 60);
+        setNumber(bytes, 60, 3);
     else if (fault == QLatin1String("version 0"))
-        qToBigEndian<quint32>(0, bytes.data() + 60);
+        setNumber(bytes, 60, 0);
     else if (fault == QLatin1String("truncated to a page"))
         bytes.truncate(4096);
     else if (fault == QLatin1String("truncated by a byte"))
