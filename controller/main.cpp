@@ -41,14 +41,20 @@ public:
         return true;
     }
 
-    /// Waits for one whole line; false when the input ends before it.
-    bool wait(std::string* line)
+    enum class Wait { Line, EndOfInput, Signal };
+    /// Waits for one whole line, at most until the input ends or a signal comes through that file.
+    Wait wait(std::string* line, int signals)
     {
+        pollfd files[] = { { signals, POLLIN, 0 }, { STDIN_FILENO, POLLIN, 0 } };
         while (!take(line)) {
+            if (poll(files, 2, -1) < 0)
+                continue;
+            if (files[0].revents != 0)
+                return Wait::Signal;
             if (!read())
-                return false;
+                return Wait::EndOfInput;
         }
-        return true;
+        return Wait::Line;
     }
 
 private:
@@ -77,8 +83,13 @@ public:
         // Strangers that speak no protocol are no news; what matters to the user is said below.
         gpr_set_log_function([](gpr_log_func_args*) {});
         const int signals = openSignals();
-        if (!m_options.server.usesTls() && !m_lines.wait(&m_options.server.token))
-            m_options.server.token.clear();
+        if (!m_options.server.usesTls()) {
+            const InputLines::Wait end = m_lines.wait(&m_options.server.token, signals);
+            if (end == InputLines::Wait::Signal)
+                return EXIT_SUCCESS;
+            if (end == InputLines::Wait::EndOfInput)
+                m_options.server.token.clear();
+        }
         ControllerServer server(&m_controller, m_options.server);
         if (!start(server))
             return EXIT_FAILURE;

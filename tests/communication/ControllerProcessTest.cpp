@@ -6,6 +6,7 @@
 #include "protocol/DiagnosisCodes.h"
 #include "tests/communication/ControllerHost.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -14,6 +15,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 
@@ -68,6 +72,18 @@ public:
     ControllerConnection connection;
 };
 
+/// Whether the program has the file through which signals come to it.
+bool takesSignalsAsInput(qint64 processId)
+{
+    const QString folder = QStringLiteral("/proc/%1/fd").arg(processId);
+    const QStringList files = QDir(folder).entryList(QDir::System | QDir::Files | QDir::Hidden);
+    return std::any_of(files.begin(), files.end(), [&folder](const QString& file) {
+        char target[64] = {};
+        const QByteArray path = QFile::encodeName(folder + QLatin1Char('/') + file);
+        return ::readlink(path.constData(), target, sizeof target - 1) > 0 && std::strstr(target, "signalfd");
+    });
+}
+
 struct Outcome {
     int code = -1;
     QString said;
@@ -91,6 +107,8 @@ private slots:
     void startsAndServes();
     void endsWithItsOwner();
     void endsWithItsInput();
+    void signalsEndIt_data();
+    void signalsEndIt();
     void isMissedWhenItIsKilled();
     void aProgramThatIsNotThereFails();
     void saysWhyItCannotStart_data();
@@ -152,6 +170,41 @@ void ControllerProcessTest::endsWithItsInput()
     process.closeWriteChannel();
     QVERIFY(process.waitForFinished(3000));
     QCOMPARE(process.exitCode(), 0);
+}
+
+void ControllerProcessTest::signalsEndIt_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<QByteArray>("input");
+    QTest::newRow("SIGINT while it waits for its token") << SIGINT << QByteArray();
+    QTest::newRow("SIGTERM while it waits for its token") << SIGTERM << QByteArray();
+    QTest::newRow("SIGHUP while it waits for its token") << SIGHUP << QByteArray();
+    QTest::newRow("SIGTERM while it waits for the rest of its token") << SIGTERM << QByteArray("tok");
+    QTest::newRow("SIGINT while it serves") << SIGINT << QByteArray("token\n");
+    QTest::newRow("SIGTERM while it serves") << SIGTERM << QByteArray("token\n");
+}
+
+void ControllerProcessTest::signalsEndIt()
+{
+    QFETCH(int, signal);
+    QFETCH(QByteArray, input);
+    QProcess process;
+    process.start(program(), QStringList());
+    QVERIFY(process.waitForStarted(5000));
+    if (!input.isEmpty())
+        process.write(input);
+    if (input.endsWith('\n'))
+        QVERIFY(process.waitForReadyRead(5000));
+    else
+        QTRY_VERIFY(takesSignalsAsInput(process.processId()));
+    ::kill(static_cast<pid_t>(process.processId()), signal);
+    const bool ended = process.waitForFinished(3000);
+    if (!ended)
+        process.kill();
+    QVERIFY(ended);
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
 }
 
 void ControllerProcessTest::isMissedWhenItIsKilled()
