@@ -39,5 +39,5 @@ QString storableText(const QString& text)
     QString sound = QString::fromUtf8(bytes.constData(), bytes.size());
     while (sound.startsWith(QChar::ByteOrderMark))
         sound.remove(0, 1);
-    return sound.isNull() ? QString(QLatin1String("")) : sound;
+    return sound.isNull() ? QStringLiteral("") : sound;
 }
