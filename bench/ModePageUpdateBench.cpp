@@ -40,7 +40,9 @@ public:
         m_page.show();
         refresh();
         const QList<QWidget*> all = m_page.findChildren<QWidget*>();
-        applyModeVisibility(m_form, ModeAxisKind::Encoder, m_family, 0);
+        for (const ModeRows part :
+            { ModeRows::Plain, ModeRows::InputSignals, ModeRows::CompareOutput, ModeRows::InputFilter })
+            applyModeVisibility(m_form, part, ModeAxisKind::Encoder, m_family, 0);
         for (QWidget* widget : all)
             if (isSetByTheUpdate(widget))
                 m_visibilities.push_back({ widget, !widget->isHidden() });

@@ -65,7 +65,7 @@ void ModelAndParamtSetWidget::updateWidget()
     case ModeAxisKind::Virtual:
         break;
     }
-    applyModeVisibility(*ui, kind, family, 0);
+    applyModeVisibility(*ui, ModeRows::Plain, kind, family, 0);
 }
 
 void ModelAndParamtSetWidget::updatePulse(const AxisRecord& record, const ControllerFamily& family)
@@ -76,14 +76,19 @@ void ModelAndParamtSetWidget::updatePulse(const AxisRecord& record, const Contro
     if (devices.isEmpty())
         return; // the box stays empty and disconnected until a controller with pulse outputs refills it
     const int device = pulseDevice(record, devices);
+    const auto show = [&](ModeRows part) {
+        applyModeVisibility(*ui, part, ModeAxisKind::Pulse, family, static_cast<uint>(device));
+    };
     endOutputPins(record, devices.at(device));
     ui->outputPinComboBox->setEnabled(true);
     chooseIncrements(record);
     setInputGroupHeight(50);
-    applyModeVisibility(*ui, ModeAxisKind::Pulse, family, static_cast<uint>(device));
+    show(ModeRows::InputSignals);
+    show(ModeRows::CompareOutput);
     if (family.hasPulseCompareOutput(static_cast<uint>(device)))
         refill(record, comparePin, record.list(fastOutputs));
     enableComparePin(record);
+    show(ModeRows::Plain);
 }
 
 void ModelAndParamtSetWidget::updateEncoder(const AxisRecord& record, const ControllerFamily& family)
@@ -93,8 +98,13 @@ void ModelAndParamtSetWidget::updateEncoder(const AxisRecord& record, const Cont
     refillInputSignals(record);
     enableComparePin(record);
     ui->radioButton_2->setEnabled(true);
+    const uint device = record.number(QStringLiteral("InputDevice"));
+    const auto show = [&](ModeRows part) { applyModeVisibility(*ui, part, ModeAxisKind::Encoder, family, device); };
+    show(ModeRows::InputSignals);
+    show(ModeRows::CompareOutput);
     setInputGroupHeight(100);
-    applyModeVisibility(*ui, ModeAxisKind::Encoder, family, record.number(QStringLiteral("InputDevice")));
+    show(ModeRows::InputFilter);
+    show(ModeRows::Plain);
 }
 
 /// A pulse axis counts by increments only, whatever its record says.

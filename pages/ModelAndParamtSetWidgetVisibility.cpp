@@ -76,6 +76,24 @@ Cell cellOf(const Row& row, ModeAxisKind kind)
     Q_UNREACHABLE();
 }
 
+ModeRows partOf(Cell cell)
+{
+    switch (cell) {
+    case inputSignals:
+        return ModeRows::InputSignals;
+    case pulseCompare:
+    case encoderCompare:
+        return ModeRows::CompareOutput;
+    case inputFilter:
+        return ModeRows::InputFilter;
+    case keep:
+    case show:
+    case hide:
+        break;
+    }
+    return ModeRows::Plain;
+}
+
 bool isShown(Cell cell, const ControllerFamily& family, uint device)
 {
     switch (cell) {
@@ -130,11 +148,12 @@ ModeAxisKind modeAxisKind(const QString& axisType)
     return ModeAxisKind::EtherCAT;
 }
 
-void applyModeVisibility(const Form& form, ModeAxisKind kind, const ControllerFamily& family, uint device)
+void applyModeVisibility(
+    const Form& form, ModeRows part, ModeAxisKind kind, const ControllerFamily& family, uint device)
 {
     for (const Row& row : rows) {
         const Cell cell = cellOf(row, kind);
-        if (cell != keep)
+        if (cell != keep && partOf(cell) == part)
             row.control(form)->setVisible(isShown(cell, family, device));
     }
 }

@@ -35,7 +35,11 @@ enum class ModeAxisKind { Pulse, Encoder, Virtual, EtherCAT };
 
 ModeAxisKind modeAxisKind(const QString& axisType);
 
-/// Shows and hides the rows of the page for an axis on a device of a controller. What the kind of axis leaves alone
+/// The rows of the page by what decides on them besides the kind of axis: nothing, or what its device can do. An update
+/// takes them in turns, with other work in between.
+enum class ModeRows { Plain, InputSignals, CompareOutput, InputFilter };
+
+/// Shows and hides some rows of the page for an axis on a device of a controller. What the kind of axis leaves alone
 /// keeps the state that an earlier kind gave it.
-void applyModeVisibility(
-    const Ui::ModelAndParamtSetWidget& form, ModeAxisKind kind, const ControllerFamily& family, uint device);
+void applyModeVisibility(const Ui::ModelAndParamtSetWidget& form, ModeRows part, ModeAxisKind kind,
+    const ControllerFamily& family, uint device);

@@ -1,6 +1,8 @@
 #include "pages/ModelAndParamtSetWidgetVisibility.h"
 #include "tests/pages/ExpectedVisibility.h"
 
+#include <QAbstractItemModel>
+#include <QEvent>
 #include <QJsonArray>
 #include <QTest>
 
@@ -12,6 +14,59 @@ QStringList words(const QString& text)
 }
 
 const QStringList none;
+
+/// Writes down in which order an update touches some controls of a page: the names of those that it shows or hides,
+/// "X enabled" and "X filled" for what else becomes of them, "height" for the group of the input signals.
+class UpdateRecorder : public QObject {
+public:
+    explicit UpdateRecorder(const ModePage& page) : m_inputGroup(page.find<QWidget>("groupBox_11"))
+    {
+        for (const char* name :
+            { "label_2", "label_39", "groupBox_11", "widget", "widget_3", "label_36", "groupBox_13" })
+            watchOpposite(page.find<QWidget>(name));
+        for (const char* name : { "radioButton_2", "compareOutputPinCheckBox" }) {
+            auto* const control = page.find<QWidget>(name);
+            control->setEnabled(!control->isEnabled());
+            control->installEventFilter(this);
+        }
+        m_inputGroup->setFixedHeight(m_height);
+        QComboBox* const pin = page.combo("compareOutputPinCheckBox");
+        connect(pin->model(), &QAbstractItemModel::rowsRemoved, this,
+            [this] { note(QStringLiteral("compareOutputPinCheckBox filled")); });
+    }
+
+    QStringList seen;
+
+protected:
+    bool eventFilter(QObject* control, QEvent* event) override
+    {
+        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+            note(control->objectName());
+        else if (event->type() == QEvent::EnabledChange)
+            note(QString(control->objectName() + QStringLiteral(" enabled")));
+        return false;
+    }
+
+private:
+    /// A control is told nothing that it already is.
+    void watchOpposite(QWidget* control)
+    {
+        control->setVisible(control->isHidden());
+        control->installEventFilter(this);
+    }
+
+    void note(const QString& step)
+    {
+        if (m_height != m_inputGroup->minimumHeight()) {
+            m_height = m_inputGroup->minimumHeight();
+            seen.append(QStringLiteral("height"));
+        }
+        seen.append(step);
+    }
+
+    QWidget* m_inputGroup;
+    int m_height = 77;
+};
 
 } // namespace
 
@@ -35,6 +90,8 @@ private slots:
     void familyByName();
     void changeOfDeviceShowsAtTheNextUpdate();
     void eighthDeviceOfASmallModel();
+    void anUpdateTakesItsStepsInOrder_data();
+    void anUpdateTakesItsStepsInOrder();
     void everyLoadHidesTheRowsThatNobodyUses_data();
     void everyLoadHidesTheRowsThatNobodyUses();
 
@@ -295,6 +352,31 @@ void ModelAndParamtSetWidgetVisibilityTest::eighthDeviceOfASmallModel()
         QVERIFY2(!page.find<QWidget>(name)->isHidden(), name);
     QCOMPARE(page.stored(QStringLiteral("OutputDevice")), QStringLiteral("7"));
     QCOMPARE(page.entries("outputPinComboBox"), QStringList{ QStringLiteral("Y18, Y19") });
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::anUpdateTakesItsStepsInOrder_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("steps");
+    QTest::newRow("a pulse axis enables its compare pin between what the device shows and the rest")
+        << "Axis_Pulse"
+        << "radioButton_2 enabled,height,label_39,groupBox_11,label_36,groupBox_13,compareOutputPinCheckBox filled,"
+           "compareOutputPinCheckBox enabled,label_2,widget,widget_3";
+    QTest::newRow("an encoder axis sets the height between its groups and the row of the filter")
+        << "Axis_Encoder"
+        << "compareOutputPinCheckBox filled,compareOutputPinCheckBox enabled,radioButton_2 enabled,widget,label_36,"
+           "groupBox_13,height,widget_3,label_2,label_39,groupBox_11";
+}
+
+void ModelAndParamtSetWidgetVisibilityTest::anUpdateTakesItsStepsInOrder()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, steps);
+    ModePage page(type);
+    page.open();
+    UpdateRecorder recorder(page);
+    page.page->updateWidget();
+    QCOMPARE(recorder.seen.join(QLatin1Char(',')), steps);
 }
 
 void ModelAndParamtSetWidgetVisibilityTest::everyLoadHidesTheRowsThatNobodyUses_data()
