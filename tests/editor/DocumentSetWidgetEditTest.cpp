@@ -18,34 +18,6 @@ bool isWithin(bool real, double number)
     return std::isfinite(number) && number >= (real ? 0.01 : 1) && number <= (real ? 9999999 : 2147483647);
 }
 
-struct Attempt {
-    QString text;
-    NumberTyping::How how;
-};
-
-QVector<Attempt> attempts()
-{
-    QVector<Attempt> all;
-    for (const QString& text : NumberTyping::rubbish())
-        for (const auto how : { NumberTyping::Keys, NumberTyping::Paste, NumberTyping::InputMethod })
-            all.append({ text, how });
-    return all;
-}
-
-/// What a field took of an attempt, and whether that is a finished text.
-struct Taken {
-    QString left;
-    bool finished;
-};
-
-Taken enterAndTab(QLineEdit* edit, const Attempt& attempt)
-{
-    NumberTyping::enter(edit, attempt.text, attempt.how);
-    const Taken taken{ edit->text(), edit->hasAcceptableInput() };
-    QTest::keyClick(edit, Qt::Key_Tab);
-    return taken;
-}
-
 void click(UnitPage& page, const char* elsewhere)
 {
     QTest::mouseClick(page.edit(elsewhere), Qt::LeftButton);
@@ -142,10 +114,10 @@ void DocumentSetWidgetEditTest::rubbishHoldsTheBounds()
     page.store("UseGearEnable", field == 0 ? "FALSE" : "TRUE");
     page.openWindow();
     QLineEdit* edit = page.edit(row.name);
-    for (const Attempt& attempt : attempts()) {
+    for (const NumberTyping::Attempt& attempt : NumberTyping::attempts()) {
         page.store(row.key, "0040");
         edit->setText(former);
-        const Taken taken = enterAndTab(edit, attempt);
+        const NumberTyping::Taken taken = NumberTyping::enterAndTab(edit, attempt);
         const double number = row.real ? taken.left.toDouble() : taken.left.toUInt();
         QString shown = taken.left;
         QString stored = former;
@@ -171,10 +143,10 @@ void DocumentSetWidgetEditTest::rubbishInThePulseCount()
     UnitPage page;
     page.store("PulseCountDecOrHex", base == 10 ? "TRUE" : "FALSE");
     page.openWindow();
-    for (const Attempt& attempt : attempts()) {
+    for (const NumberTyping::Attempt& attempt : NumberTyping::attempts()) {
         page.store("PulseCountPerCircle", "0040");
         page.pulses()->setText(QStringLiteral("9"));
-        const Taken taken = enterAndTab(page.pulses(), attempt);
+        const NumberTyping::Taken taken = NumberTyping::enterAndTab(page.pulses(), attempt);
         const uint number = taken.left.toUInt(nullptr, base);
         const bool stores = taken.finished && isWithin(false, number);
         QCOMPARE(page.stored("PulseCountPerCircle"), stores ? QString::number(number) : former);

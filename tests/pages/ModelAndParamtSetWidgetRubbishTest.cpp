@@ -15,26 +15,6 @@ QString latin(const char* text)
     return QString::fromLatin1(text);
 }
 
-struct Attempt {
-    QString text;
-    NumberTyping::How how;
-};
-
-QVector<Attempt> attempts()
-{
-    QVector<Attempt> all;
-    for (const QString& text : NumberTyping::rubbish())
-        for (const auto how : { NumberTyping::Keys, NumberTyping::Paste, NumberTyping::InputMethod })
-            all.append({ text, how });
-    return all;
-}
-
-QByteArray nameOf(const Attempt& attempt)
-{
-    static const char* const hows[] = { "typed", "pasted", "composed" };
-    return attempt.text.left(12).toUtf8().toPercentEncoding() + ' ' + hows[attempt.how];
-}
-
 /// Text of a field and of its key.
 struct Pair {
     QString shown;
@@ -43,10 +23,10 @@ struct Pair {
     bool operator==(const Pair& other) const { return shown == other.shown && stored == other.stored; }
 };
 
-QByteArray describe(const Attempt& attempt, const QString& left, const Pair& found)
+QByteArray describe(const NumberTyping::Attempt& attempt, const QString& left, const Pair& found)
 {
-    return nameOf(attempt) + " left " + left.left(20).toUtf8() + ", shown " + found.shown.left(20).toUtf8()
-        + ", stored " + found.stored.left(20).toUtf8();
+    return attempt.name() + " left " + left.left(20).toUtf8() + ", shown " + found.shown.left(20).toUtf8() + ", stored "
+        + found.stored.left(20).toUtf8();
 }
 
 /// Puts each piece of rubbish into a field and leaves it by Tab. The function says, for what the field took of it, what
@@ -55,16 +35,13 @@ template <typename Expected>
 void tryAll(TypingPage& page, const char* name, const char* key, Expected expected)
 {
     QLineEdit* edit = page.edit(name);
-    for (const Attempt& attempt : attempts()) {
+    for (const NumberTyping::Attempt& attempt : NumberTyping::attempts()) {
         page.store(latin(key), former);
         edit->setText(former);
-        NumberTyping::enter(edit, attempt.text, attempt.how);
-        const QString left = edit->text();
-        const bool finished = edit->hasAcceptableInput();
-        QTest::keyClick(edit, Qt::Key_Tab);
+        const NumberTyping::Taken taken = NumberTyping::enterAndTab(edit, attempt);
         const Pair found{ edit->text(), page.stored(latin(key)) };
-        const Pair wanted = finished ? expected(left) : Pair{ left, former };
-        QVERIFY2(found == wanted, describe(attempt, left, found).constData());
+        const Pair wanted = taken.finished ? expected(taken.left) : Pair{ taken.left, former };
+        QVERIFY2(found == wanted, describe(attempt, taken.left, found).constData());
     }
 }
 
@@ -117,10 +94,8 @@ void ModelAndParamtSetWidgetRubbishTest::freeFieldsWriteWhatTheyShow()
     QFETCH(QString, name);
     TypingPage page;
     QLineEdit* edit = page.edit(name.toLatin1());
-    for (const Attempt& attempt : attempts()) {
-        NumberTyping::enter(edit, attempt.text, attempt.how);
-        const QString left = edit->text();
-        QTest::keyClick(edit, Qt::Key_Tab);
+    for (const NumberTyping::Attempt& attempt : NumberTyping::attempts()) {
+        const QString left = NumberTyping::enterAndTab(edit, attempt).left;
         const Pair found{ edit->text(), page.stored(latin(QTest::currentDataTag())) };
         const Pair wanted{ left, QString::number(left.toDouble(), 'f', 6) };
         QVERIFY2(found == wanted, describe(attempt, left, found).constData());

@@ -1,4 +1,5 @@
 #include "tests/pages/HomingPageFixture.h"
+#include "tests/support/NumberTyping.h"
 
 /// The four numeric fields, typed into.
 class OriginReturnSetWidgetNumbersTest : public QObject, private HomingPageFixture {
@@ -12,6 +13,8 @@ private slots:
     void fieldsCommitOnLeaving();
     void edgesOfTheRanges_data();
     void edgesOfTheRanges();
+    void rubbishHoldsTheBounds_data();
+    void rubbishHoldsTheBounds();
     void returnStoresNothing();
     void aStoredConflictStaysUntilItIsEdited();
 };
@@ -130,6 +133,44 @@ void OriginReturnSetWidgetNumbersTest::edgesOfTheRanges()
     const QString taken = isReal ? QString::number(typed.toDouble(), 'f', 6) : typed;
     QCOMPARE(stored(key), accepted ? taken : before);
     QCOMPARE(control<QLineEdit>(field)->text(), accepted ? taken : before);
+}
+
+void OriginReturnSetWidgetNumbersTest::rubbishHoldsTheBounds_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    QTest::addColumn<bool>("real");
+    // Speed and close speed bound each other.
+    QTest::newRow("HomeSpeed") << QByteArray("lineEdit_7") << 2.5 << 9999999.0 << true;
+    QTest::newRow("HomeAcc") << QByteArray("lineEdit_8") << 0.01 << 9999999.0 << true;
+    QTest::newRow("HomeCloseSpeed") << QByteArray("lineEdit_9") << 0.01 << 1300.0 << true;
+    QTest::newRow("HomeTimeOut") << QByteArray("lineEdit_10") << 1.0 << 2147483647.0 << false;
+}
+
+void OriginReturnSetWidgetNumbersTest::rubbishHoldsTheBounds()
+{
+    QFETCH(QByteArray, field);
+    QFETCH(double, low);
+    QFETCH(double, high);
+    QFETCH(bool, real);
+    store("HomeSpeed", QStringLiteral("1300"));
+    store("HomeCloseSpeed", QStringLiteral("2.5"));
+    makePage();
+    show();
+    const QString former = QStringLiteral("0040"); // in no normal form
+    auto* const edit = control<QLineEdit>(field);
+    for (const NumberTyping::Attempt& attempt : NumberTyping::attempts()) {
+        store(QTest::currentDataTag(), former);
+        edit->setText(former);
+        const NumberTyping::Taken taken = NumberTyping::enterAndTab(edit, attempt);
+        const double number = real ? taken.left.toDouble() : taken.left.toUInt();
+        const bool accepted = taken.finished && number >= low && number <= high;
+        const QString normal = real ? QString::number(number, 'f', 6) : taken.left;
+        const QString kept = taken.finished ? former : taken.left;
+        QVERIFY2(stored(QTest::currentDataTag()) == (accepted ? normal : former), attempt.name());
+        QVERIFY2(edit->text() == (accepted ? normal : kept), attempt.name());
+    }
 }
 
 void OriginReturnSetWidgetNumbersTest::aStoredConflictStaysUntilItIsEdited()

@@ -61,3 +61,26 @@ QStringList NumberTyping::rubbish()
         QStringLiteral("1 2"), QStringLiteral(" 12 "), QStringLiteral("0x10"), QStringLiteral("12abc"),
         QStringLiteral("1.1234567"), QStringLiteral("18446744073709551616"), QString(QChar(0)) };
 }
+
+QByteArray NumberTyping::Attempt::name() const
+{
+    static const char* const hows[] = { "typed", "pasted", "composed" };
+    return text.left(12).toUtf8().toPercentEncoding() + ' ' + hows[how];
+}
+
+QVector<NumberTyping::Attempt> NumberTyping::attempts()
+{
+    QVector<Attempt> all;
+    for (const QString& text : rubbish())
+        for (const How how : { Keys, Paste, InputMethod })
+            all.append({ text, how });
+    return all;
+}
+
+NumberTyping::Taken NumberTyping::enterAndTab(QLineEdit* field, const Attempt& attempt)
+{
+    enter(field, attempt.text, attempt.how);
+    const Taken taken{ field->text(), field->hasAcceptableInput() };
+    QTest::keyClick(field, Qt::Key_Tab);
+    return taken;
+}

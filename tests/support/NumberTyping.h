@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QVector>
 
 class QLineEdit;
 
@@ -16,4 +17,22 @@ public:
     /// What people and clipboards put into numeric fields: signs and points alone, commas, exponents, hundreds of
     /// digits, words, full-width digits, line breaks.
     static QStringList rubbish();
+
+    struct Attempt {
+        QString text;
+        How how;
+
+        /// Tells the attempt in a failure's message.
+        QByteArray name() const;
+    };
+    /// Every piece of rubbish in every way.
+    static QVector<Attempt> attempts();
+
+    /// What a field took of an attempt before it was left, and whether that is a finished text.
+    struct Taken {
+        QString left;
+        bool finished;
+    };
+    /// Makes the attempt and leaves the field by Tab.
+    static Taken enterAndTab(QLineEdit* field, const Attempt& attempt);
 };
