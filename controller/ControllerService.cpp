@@ -144,14 +144,15 @@ Status ControllerService::DownloadAxes(
     Context* context, const proto::DownloadRequest* request, proto::DownloadReply* reply)
 {
     const Faults::Effect effect = m_faults->take("DownloadAxes");
-    if (m_sessions.find(request->session()) == 0 || effect.refusal != 0) {
+    const SessionId session = m_sessions.find(request->session());
+    if (session == 0 || effect.refusal != 0) {
         reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
         return finish(context, effect);
     }
     std::vector<AxisText> axes;
     for (const proto::AxisRecord& record : request->axes())
         axes.push_back({ record.name(), AxisValues(record.values().begin(), record.values().end()) });
-    const DownloadResult result = m_controller->download(axes);
+    const DownloadResult result = m_controller->download(axes, session);
     reply->set_result(result.code);
     reply->set_axis(result.axis);
     reply->set_key(result.key);

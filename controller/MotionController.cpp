@@ -204,7 +204,7 @@ bool MotionController::build(const std::vector<AxisText>& axes, Entries* entries
     return std::all_of(axes.begin(), axes.end(), [&](const AxisText& text) { return buildOne(text, entries, result); });
 }
 
-DownloadResult MotionController::download(const std::vector<AxisText>& axes)
+DownloadResult MotionController::download(const std::vector<AxisText>& axes, SessionId session)
 {
     DownloadResult result;
     Entries entries;
@@ -217,6 +217,13 @@ DownloadResult MotionController::download(const std::vector<AxisText>& axes)
                 result.axis = entry->text.name;
                 result.reason = "the axis is enabled";
                 return Diagnosis::axisEnabled;
+            }
+        }
+        for (const auto& entry : m_entries) {
+            if (entry && entry->owner != 0 && entry->owner != session && !entry->leaving) {
+                result.axis = entry->text.name;
+                result.reason = "the axis is in debug mode of another client";
+                return Diagnosis::ownedByOther;
             }
         }
         m_entries.swap(entries);
@@ -373,7 +380,7 @@ std::int16_t MotionController::enterDebugMode(SessionId session, int axisNo, int
             leave(*entry);
             return Diagnosis::ok;
         }
-        if (timeout < 1)
+        if (timeout < 1 || timeout > longestTimeout)
             return Diagnosis::argumentInvalid;
         setOwner(*entry, axisNo, session);
         entry->timeoutUs = std::int64_t{ timeout } * 1000;

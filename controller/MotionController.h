@@ -63,8 +63,9 @@ public:
     /// Runs so many cycles on the simulated clock. Only while the cycle has no thread.
     void step(int cycles = 1);
 
-    /// Puts the axes into the controller, all or none.
-    DownloadResult download(const std::vector<AxisText>& axes);
+    /// Puts the axes into the controller, all or none. Refused while an axis is enabled or moves, or is in debug mode
+    /// of another session than this one, whose client would go on with other axes under the same numbers.
+    DownloadResult download(const std::vector<AxisText>& axes, SessionId session = 0);
     std::vector<AxisText> axes();
 
     /// Kinds of command, which differ in what stands in their way.
@@ -79,7 +80,9 @@ public:
     std::int16_t command(SessionId session, int axisNo, Kind kind, const Command& command);
     /// The end of a jog: without a jog of this session under way it is answered 0, whoever has the axis.
     std::int16_t endJog(SessionId session, int axisNo, int direction, double deceleration, double jerk);
-    /// Enters (1) or leaves (0) debug mode; the time-out is in ms.
+    /// The longest time-out of debug mode in ms: no axis runs longer without a word from its client.
+    static constexpr int longestTimeout = 32767;
+    /// Enters (1) or leaves (0) debug mode; the time-out is 1 to longestTimeout ms and counts for entering only.
     std::int16_t enterDebugMode(SessionId session, int axisNo, int enter, int timeout);
     std::int16_t keepAlive(SessionId session, int axisNo);
     /// Ends all debug sessions of a client that has left or is lost; its axes stop at the emergency rate.

@@ -249,7 +249,7 @@ void MotionControllerSafetyTest::anEndlessHomingTimeOutIsOne()
     rig.controller.step(20000);
     QCOMPARE(rig.ref(0).axisState, std::uint16_t(3));
     QCOMPARE(rig.controller.enterDebugMode(bob, 0, 1, 100), Diagnosis::ownedByOther);
-    QCOMPARE(rig.controller.enterDebugMode(alice, 0, 1, 2147483647), Diagnosis::ok);
+    QCOMPARE(rig.controller.enterDebugMode(alice, 0, 1, MotionController::longestTimeout), Diagnosis::ok);
     rig.controller.step(20000);
     QCOMPARE(rig.ref(0).debugMode, std::uint8_t(1));
 }

@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <atomic>
+#include <limits>
 #include <thread>
 
 namespace {
@@ -82,6 +83,7 @@ private slots:
     void whatKeepsNoSessionAlive_data();
     void whatKeepsNoSessionAlive();
     void aSecondEnterRenews();
+    void timeOutsAreChecked_data();
     void timeOutsAreChecked();
     void leavingWhileMovingStopsFirst();
     void leavingSwitchesTheDriveOff();
@@ -93,6 +95,7 @@ private slots:
     void downloadsAreCheckedWhole();
     void downloadReplacesTheAxes();
     void downloadIsRefusedWhileAnAxisIsEnabledOrMoves();
+    void downloadIsRefusedWhileAnotherClientHasAnAxis();
     void unsoundMachinesAreRefused();
     void axesReadBackAsTheyWere();
     void theThreadAnswersAtOnce();
@@ -256,14 +259,39 @@ void MotionControllerTest::aSecondEnterRenews()
     QCOMPARE(rig.ref(0).axisState, std::uint16_t(3));
 }
 
+void MotionControllerTest::timeOutsAreChecked_data()
+{
+    QTest::addColumn<int>("enter");
+    QTest::addColumn<int>("timeout");
+    QTest::addColumn<std::int16_t>("code");
+    QTest::newRow("the lowest number there is") << 1 << std::numeric_limits<int>::min() << Diagnosis::argumentInvalid;
+    QTest::newRow("a negative one") << 1 << -5 << Diagnosis::argumentInvalid;
+    QTest::newRow("none") << 1 << 0 << Diagnosis::argumentInvalid;
+    QTest::newRow("the shortest") << 1 << 1 << Diagnosis::ok;
+    QTest::newRow("the longest") << 1 << 32767 << Diagnosis::ok;
+    QTest::newRow("one that is just too long") << 1 << 32768 << Diagnosis::argumentInvalid;
+    QTest::newRow("one that nobody sits out") << 1 << std::numeric_limits<int>::max() << Diagnosis::argumentInvalid;
+    QTest::newRow("neither entering nor leaving") << 3 << 100 << Diagnosis::argumentInvalid;
+    QTest::newRow("leaving needs none") << 0 << 0 << Diagnosis::ok;
+    QTest::newRow("leaving takes any") << 0 << std::numeric_limits<int>::max() << Diagnosis::ok;
+}
+
 void MotionControllerTest::timeOutsAreChecked()
 {
+    QFETCH(int, enter);
+    QFETCH(int, timeout);
+    QFETCH(std::int16_t, code);
     Rig rig;
-    QCOMPARE(rig.enter(alice, 0, 0), Diagnosis::argumentInvalid);
-    QCOMPARE(rig.enter(alice, 0, -5), Diagnosis::argumentInvalid);
-    QCOMPARE(rig.controller.enterDebugMode(alice, 0, 3, 100), Diagnosis::argumentInvalid);
-    QCOMPARE(rig.ref(0).debugMode, std::uint8_t(0));
-    QCOMPARE(rig.controller.enterDebugMode(alice, 0, 0, 0), Diagnosis::ok);
+    QCOMPARE(rig.controller.enterDebugMode(alice, 0, enter, timeout), code);
+    rig.controller.step(1);
+    QCOMPARE(rig.ref(0).debugMode, std::uint8_t(enter == 1 && code == Diagnosis::ok));
+    // Nor does a refused time-out replace the one that holds.
+    rig.bringToJog(alice, 1, 500);
+    QCOMPARE(rig.controller.enterDebugMode(alice, 1, enter, timeout), code);
+    rig.controller.step(32768);
+    rig.controller.step(500);
+    QCOMPARE(rig.ref(1).setVelocity, 0.0);
+    QCOMPARE(rig.ref(1).debugMode, std::uint8_t(0));
 }
 
 void MotionControllerTest::leavingWhileMovingStopsFirst()
@@ -406,7 +434,7 @@ void MotionControllerTest::downloadReplacesTheAxes()
 {
     Rig rig;
     rig.enter(alice, 0, 30000);
-    QCOMPARE(rig.controller.download({ makeAxisText(0), makeAxisText(200) }).code, Diagnosis::ok);
+    QCOMPARE(rig.controller.download({ makeAxisText(0), makeAxisText(200) }, alice).code, Diagnosis::ok);
     AxisRef ref{};
     QVERIFY(rig.controller.peek(200, &ref, nullptr));
     QVERIFY(!rig.controller.peek(1, &ref, nullptr));
@@ -426,19 +454,39 @@ void MotionControllerTest::downloadIsRefusedWhileAnAxisIsEnabledOrMoves()
     Rig rig;
     rig.enter(alice, 0, 30000);
     rig.enable(alice, 0);
-    const DownloadResult result = rig.controller.download({ makeAxisText(0) });
+    const DownloadResult result = rig.controller.download({ makeAxisText(0) }, alice);
     QCOMPARE(result.code, Diagnosis::axisEnabled);
     QCOMPARE(result.axis, std::string("Axis0"));
     QCOMPARE(rig.controller.axes().size(), std::size_t(3));
     rig.controller.command(alice, 0, Kind::Plain, [](Axis& axis) { return axis.setEnable(false); });
-    QCOMPARE(rig.controller.download({ makeAxisText(0) }).code, Diagnosis::ok);
+    QCOMPARE(rig.controller.download({ makeAxisText(0) }, alice).code, Diagnosis::ok);
     // An axis that runs down after the drive was switched off still moves.
     Rig coasting;
     coasting.bringToJog(alice, 7, 30000);
     coasting.controller.command(alice, 7, Kind::Plain, [](Axis& axis) { return axis.setEnable(false); });
-    QCOMPARE(coasting.controller.download({ makeAxisText(0) }).code, Diagnosis::axisEnabled);
+    QCOMPARE(coasting.controller.download({ makeAxisText(0) }, alice).code, Diagnosis::axisEnabled);
     coasting.controller.step(1000);
-    QCOMPARE(coasting.controller.download({ makeAxisText(0) }).code, Diagnosis::ok);
+    QCOMPARE(coasting.controller.download({ makeAxisText(0) }, alice).code, Diagnosis::ok);
+}
+
+void MotionControllerTest::downloadIsRefusedWhileAnotherClientHasAnAxis()
+{
+    Rig rig;
+    QCOMPARE(rig.enter(alice, 1, 30000), Diagnosis::ok);
+    for (const SessionId other : { bob, SessionId(0) }) {
+        const DownloadResult result = rig.controller.download({ makeAxisText(0) }, other);
+        QCOMPARE(result.code, Diagnosis::ownedByOther);
+        QCOMPARE(result.axis, std::string("Axis1"));
+        QCOMPARE(result.reason, std::string("the axis is in debug mode of another client"));
+        QCOMPARE(rig.controller.axes().size(), std::size_t(3));
+        QCOMPARE(rig.controller.keepAlive(alice, 1), Diagnosis::ok);
+    }
+    // Its own axis keeps nobody from a download.
+    QCOMPARE(rig.enter(bob, 0, 30000), Diagnosis::ok);
+    QCOMPARE(rig.controller.download({ makeAxisText(0) }, bob).axis, std::string("Axis1"));
+    QCOMPARE(rig.controller.enterDebugMode(alice, 1, 0, 0), Diagnosis::ok);
+    QCOMPARE(rig.controller.download({ makeAxisText(0) }, bob).code, Diagnosis::ok);
+    QCOMPARE(rig.controller.axes().size(), std::size_t(1));
 }
 
 void MotionControllerTest::unsoundMachinesAreRefused()
