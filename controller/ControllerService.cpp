@@ -97,8 +97,12 @@ Status ControllerService::Login(Context* context, const proto::LoginRequest* req
         reply->set_result(Diagnosis::refused);
         reply->set_reason("The token is wrong.");
     } else {
-        reply->set_session(m_sessions.open());
-        if (reply->session().empty()) {
+        const SessionRegistry::Opened opened = m_sessions.open(request->client());
+        // A client that comes back has left its former session, whether that end has come through or not.
+        if (opened.former != 0)
+            m_controller->endSession(opened.former);
+        reply->set_session(opened.bytes);
+        if (opened.bytes.empty()) {
             reply->set_result(Diagnosis::refused);
             reply->set_reason("Too many clients are logged in.");
         }

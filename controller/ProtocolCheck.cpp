@@ -123,6 +123,7 @@ public:
         if (!checkHandshake() || !checkLogin())
             return report();
         checkSessions();
+        checkComingBack();
         checkUnknownAxis();
         if (m_options.mayReplace) {
             checkDownload();
@@ -247,13 +248,14 @@ private:
         return result(&Stub::JopPos, request);
     }
 
-    bool login(std::string* session, const std::string& token, int* code)
+    bool login(std::string* session, const std::string& token, int* code, const std::string& client = {})
     {
         proto::LoginRequest request;
         proto::LoginReply reply;
         request.set_version(protocolVersion);
         request.set_token(token);
         request.set_client_name("kestrun-protocol-check");
+        request.set_client(client);
         const bool fine = call(&Stub::Login, request, &reply);
         *session = reply.session();
         *code = reply.result();
@@ -309,6 +311,34 @@ private:
             stream->Finish();
         });
         say(waitFor([this] { return m_events > 0; }), "the session's stream begins with an event");
+    }
+
+    bool holds(const std::string& session)
+    {
+        proto::CurvesRequest request;
+        proto::CurvesReply reply;
+        request.set_session(session);
+        return call(&Stub::ReadCurves, request, &reply) && reply.result() == 0;
+    }
+
+    void checkComingBack()
+    {
+        const std::string mine(protocolSessionLength, 'a');
+        const std::string other(protocolSessionLength, 'b');
+        std::string former, next, bystander;
+        int code = 0;
+        login(&former, m_token, &code, mine);
+        login(&bystander, m_token, &code, other);
+        say(holds(former) && holds(bystander) && holds(m_session), "several clients are logged in at once");
+        login(&next, m_token, &code, mine);
+        say(holds(next) && !holds(former), "a client that logs in again ends its former session");
+        say(holds(bystander) && holds(m_session), "and nobody else's");
+        for (const std::string& session : { next, bystander }) {
+            proto::SessionRequest request;
+            proto::Result reply;
+            request.set_session(session);
+            call(&Stub::Logout, request, &reply);
+        }
     }
 
     void checkUnknownAxis()

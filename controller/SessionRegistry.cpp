@@ -2,6 +2,7 @@
 
 #include "protocol/ProtocolVersion.h"
 
+#include <algorithm>
 #include <random>
 
 namespace {
@@ -25,16 +26,31 @@ bool equalSecrets(const std::string& a, const std::string& b)
     return difference == 0;
 }
 
-std::string SessionRegistry::open()
+SessionRegistry::Opened SessionRegistry::open(const std::string& client)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    Opened opened;
+    opened.former = dropFormer(client);
     if (m_sessions.size() >= mostSessions)
         dropUnattended();
     if (m_sessions.size() >= mostSessions)
-        return {};
-    std::string bytes = randomBytes(protocolSessionLength);
-    m_sessions[bytes] = { ++m_last, false };
-    return bytes;
+        return opened;
+    opened.bytes = randomBytes(protocolSessionLength);
+    m_sessions[opened.bytes] = { ++m_last, false, client };
+    return opened;
+}
+
+SessionId SessionRegistry::dropFormer(const std::string& client)
+{
+    if (client.size() != protocolSessionLength)
+        return 0;
+    const auto found = std::find_if(m_sessions.begin(), m_sessions.end(),
+        [&client](const auto& session) { return session.second.client == client; });
+    if (found == m_sessions.end())
+        return 0;
+    const SessionId id = found->second.id;
+    m_sessions.erase(found);
+    return id;
 }
 
 // Whoever logs in and goes without a word leaves nothing behind but this entry; its axes fall to the time-out.

@@ -9,8 +9,15 @@
 /// The sessions that are open, by the random bytes that their requests carry. Any thread.
 class SessionRegistry {
 public:
-    /// Opens a session and gives its bytes; empty when there are too many.
-    std::string open();
+    struct Opened {
+        /// Empty when there are too many.
+        std::string bytes;
+        /// What the same client had open before, and has no longer; 0 if it had nothing.
+        SessionId former = 0;
+    };
+    /// Opens a session. The client is told by the bytes that it keeps through its logins; bytes of another length than
+    /// a session's tell no client.
+    Opened open(const std::string& client = {});
     /// The session of those bytes, 0 if there is none.
     SessionId find(const std::string& bytes) const;
     /// Ends it; gives what it was, 0 if there was none.
@@ -22,8 +29,10 @@ private:
     struct Session {
         SessionId id = 0;
         bool attended = false;
+        std::string client;
     };
 
+    SessionId dropFormer(const std::string& client);
     void dropUnattended();
 
     mutable std::mutex m_mutex;

@@ -8,7 +8,9 @@
 #include "protocol/ProtocolVersion.h"
 
 #include <QCoreApplication>
+#include <QRandomGenerator>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -26,6 +28,13 @@ QString say(const char* text)
     return QCoreApplication::translate("ControllerConnection", text);
 }
 
+std::string randomClient()
+{
+    std::array<quint32, protocolSessionLength / sizeof(quint32)> numbers{};
+    QRandomGenerator::system()->fillRange(numbers.data(), numbers.size());
+    return std::string(reinterpret_cast<const char*>(numbers.data()), sizeof numbers);
+}
+
 /// What a session tells, on its own thread.
 struct SessionEvents {
     std::function<void(const std::shared_ptr<GrpcLink>&, QString)> opened;
@@ -37,8 +46,8 @@ struct SessionEvents {
 /// Logs in, stays while the session is there, and logs in again after a loss, until it is told to end.
 class Session {
 public:
-    Session(const ControllerAddress& address, SessionEvents events)
-        : m_address(address), m_events(std::move(events)), m_thread([this] { run(); })
+    Session(const ControllerAddress& address, std::string client, SessionEvents events)
+        : m_address(address), m_client(std::move(client)), m_events(std::move(events)), m_thread([this] { run(); })
     {
     }
 
@@ -104,7 +113,7 @@ private:
     /// False when there is no point in trying again.
     bool logInAndStay(const std::shared_ptr<grpc::Channel>& channel, bool first)
     {
-        const auto link = std::make_shared<GrpcLink>(channel, m_address);
+        const auto link = std::make_shared<GrpcLink>(channel, m_address, m_client);
         {
             const std::lock_guard<std::mutex> lock(m_mutex);
             m_link = link;
@@ -146,6 +155,7 @@ private:
     }
 
     ControllerAddress m_address;
+    std::string m_client;
     SessionEvents m_events;
     mutable std::mutex m_mutex;
     std::condition_variable m_wake;
@@ -170,6 +180,8 @@ struct ControllerConnection::Private {
     Mailbox mailbox;
     State state = Closed;
     ControllerAddress address;
+    /// What tells the controller there that a login comes from this connection again.
+    std::string client;
     QString name;
     std::shared_ptr<const Credentials> credentials;
     std::shared_ptr<Session> session;
@@ -227,6 +239,9 @@ void ControllerConnection::Private::post(int number, std::function<void()> work)
 void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
 {
     const int number = ++generation;
+    // A secret between this connection and one controller: whoever knows it can end the session there.
+    if (client.empty() || newAddress.text() != address.text())
+        client = randomClient();
     address = newAddress;
     state = Connecting;
     stopHeld = false;
@@ -239,7 +254,7 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     };
     events.lost = [this, number](const QString& reason) { post(number, [this, reason] { lost(reason); }); };
     events.stopHeld = [this, number](bool held) { post(number, [this, held] { tellStopHeld(held); }); };
-    session = std::make_shared<Session>(address, std::move(events));
+    session = std::make_shared<Session>(address, client, std::move(events));
 }
 
 // The farewell may take a while when nobody answers any more, so it is said in the background.

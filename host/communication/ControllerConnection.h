@@ -11,6 +11,10 @@
 /// The connection to one controller: handshake, login, the channel that all calls share, notice of its loss. While it
 /// is open its link is ControllerLink::active().
 ///
+/// A controller may notice up to two seconds later than this side that a link is gone. So that the way back does not
+/// stand against its own past, each connection shows a random identity of its own at login: with the new session the
+/// controller ends the one that the same connection had before, which stops its axes on the emergency ramp.
+///
 /// Main thread only; nothing here blocks. Every answer comes as a signal on the main thread.
 class KESTRUN_COMMUNICATION_EXPORT ControllerConnection : public QObject {
     Q_OBJECT

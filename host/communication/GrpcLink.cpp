@@ -136,8 +136,8 @@ private:
     GrpcLink* m_link;
 };
 
-GrpcLink::GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address)
-    : m_address(address), m_stub(proto::AxisController::NewStub(std::move(channel)))
+GrpcLink::GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address, std::string client)
+    : m_address(address), m_client(std::move(client)), m_stub(proto::AxisController::NewStub(std::move(channel)))
 {
 }
 
@@ -202,6 +202,7 @@ GrpcLink::LoginOutcome GrpcLink::sendLogin(Deadline deadline)
     if (!m_address.usesTls())
         request.set_token(m_address.token.toStdString());
     request.set_client_name(QSysInfo::machineHostName().toStdString());
+    request.set_client(m_client);
     const grpc::Status status = send(&Stub::Login, request, &reply, deadline, true);
     if (!status.ok())
         return { resultOfStatus(status), say("The controller at %1 has not answered the login.").arg(m_address.text()),

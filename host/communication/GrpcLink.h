@@ -34,7 +34,8 @@ public:
         QString name;
     };
 
-    GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address);
+    /// The client's bytes tell the controller whose former session a login replaces; empty: nobody's.
+    GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address, std::string client = {});
     ~GrpcLink() override;
 
     /// Handshake and login. Waits for a controller that is still starting, until the deadline.
@@ -77,6 +78,7 @@ private:
     LoginOutcome sendLogin(Deadline deadline);
 
     ControllerAddress m_address;
+    std::string m_client;
     std::unique_ptr<Stub> m_stub;
     std::atomic<bool> m_up{ true };
     mutable std::mutex m_mutex;

@@ -1,9 +1,28 @@
 #include "host/communication/ControllerLink.h"
 #include "protocol/DiagnosisCodes.h"
 #include "tests/communication/ControllerClient.h"
+#include "tests/communication/QuietRelay.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+/// Into debug mode and enabled, without a turn of the thread's events.
+bool enableFrom(short axisNo)
+{
+    RpcCmdSend rpc;
+    const bool entered
+        = rpc.rpc_AxisDebug_EnterDebugMode(axisNo, 1, 32767) == 0 && rpc.rpc_AxisDebug_SetEnable(axisNo, 1) == 0;
+    while (entered && statusOf(axisNo).axisState != 3) { }
+    return entered;
+}
+
+} // namespace
 
 class ControllerAxesTest : public QObject {
     Q_OBJECT
@@ -14,6 +33,7 @@ private slots:
     void downloadIsRefusedWhileAnAxisIsEnabled();
     void twoClientsDoNotDisturbEachOther();
     void axesStopWhenTheirClientLeaves();
+    void aClientThatIsBackIsNotInItsOwnWay();
 };
 
 void ControllerAxesTest::axesGoThereAndComeBack()
@@ -121,6 +141,49 @@ void ControllerAxesTest::axesStopWhenTheirClientLeaves()
     QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 1000);
     QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 1000);
     QCOMPARE(host.peek(0).axisState, std::uint16_t(0));
+}
+
+void ControllerAxesTest::aClientThatIsBackIsNotInItsOwnWay()
+{
+    ControllerHost host;
+    host.addAxes(3);
+    // Another client, which has an axis of its own.
+    const SessionId other = 4711;
+    QCOMPARE(host.controller.enterDebugMode(other, 1, 1, 30000), Diagnosis::ok);
+    QuietRelay relay(host.server->port());
+    ControllerAddress address = host.address();
+    address.port = relay.port();
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, address));
+    // The calls block, and the relay lives on this thread.
+    std::atomic<bool> jogging{ false };
+    std::thread caller(
+        [&jogging] { jogging = enableFrom(0) && RpcCmdSend().rpc_AxisDebug_JopPos(0, 1, 20, 1000, 1000, 0) == 0; });
+    QTRY_VERIFY_WITH_TIMEOUT(jogging.load(), 5000);
+    caller.join();
+    QTRY_COMPARE(host.peek(0).setVelocity, 20.0);
+    QSignalSpy opened(&connection, &ControllerConnection::opened);
+    QElapsedTimer timer;
+    timer.start();
+    relay.hangUp();
+    QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 1, 3000);
+    // The controller, which has heard nothing of the cut, has ended the former session with the login.
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 500);
+    QCOMPARE(host.peek(0).setVelocity, 0.0);
+    QVERIFY2(timer.elapsed() < 900, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(host.peek(1).debugMode, std::uint8_t(1));
+    QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
+    const auto outcome = [&connection, &downloaded] {
+        downloaded.clear();
+        connection.downloadAxes({ makeControllerAxis(0) });
+        downloaded.wait(5000);
+        return downloaded.value(0).value(0).value<DownloadOutcome>();
+    };
+    QCOMPARE(outcome().result, Diagnosis::ownedByOther);
+    QCOMPARE(outcome().axis, QStringLiteral("Axis1"));
+    host.controller.endSession(other);
+    QTRY_COMPARE(host.peek(1).debugMode, std::uint8_t(0));
+    QCOMPARE(outcome().result, Diagnosis::ok);
 }
 
 QTEST_GUILESS_MAIN(ControllerAxesTest)

@@ -13,6 +13,7 @@ class ControllerConnectionNewsTest : public QObject {
 private slots:
     void aClosedSessionTellsNothingMore();
     void aReplacedSessionTellsNothingMore();
+    void aConnectionIsTheSameClientAtOneControllerOnly();
 };
 
 void ControllerConnectionNewsTest::aClosedSessionTellsNothingMore()
@@ -48,6 +49,26 @@ void ControllerConnectionNewsTest::aReplacedSessionTellsNothingMore()
     QCoreApplication::processEvents();
     QCOMPARE(opened.count(), 1);
     QCOMPARE(lost.count(), 0);
+}
+
+void ControllerConnectionNewsTest::aConnectionIsTheSameClientAtOneControllerOnly()
+{
+    RecordingController one;
+    RecordingController two;
+    ControllerConnection connection;
+    ControllerConnection other;
+    const auto clientAt = [](ControllerConnection& from, const RecordingController& at) {
+        QSignalSpy opened(&from, &ControllerConnection::opened);
+        from.open(at.address());
+        return opened.wait(5000) ? at.login().client() : std::string();
+    };
+    const std::string client = clientAt(connection, one);
+    QCOMPARE(client.size(), std::size_t(protocolSessionLength));
+    QVERIFY(clientAt(other, one) != client);
+    QVERIFY(clientAt(connection, one) == client);
+    connection.close();
+    QVERIFY(clientAt(connection, one) == client);
+    QVERIFY(clientAt(connection, two) != client);
 }
 
 QTEST_GUILESS_MAIN(ControllerConnectionNewsTest)

@@ -5,7 +5,7 @@
 #include <QTcpSocket>
 
 /// Passes bytes on to a port of this machine and back, and can fall silent without closing anything: a link that is
-/// half open. Lives on the thread of its maker, whose events it needs.
+/// half open. It can also cut the clients off alone. Lives on the thread of its maker, whose events it needs.
 class QuietRelay : public QObject {
 public:
     explicit QuietRelay(int port)
@@ -14,6 +14,7 @@ public:
             qFatal("the relay cannot listen");
         connect(&m_server, &QTcpServer::newConnection, this, [this, port] {
             QTcpSocket* client = m_server.nextPendingConnection();
+            m_clients.append(client);
             auto* server = new QTcpSocket(client);
             server->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
             pass(client, server);
@@ -23,16 +24,26 @@ public:
 
     quint16 port() const { return m_server.serverPort(); }
 
+    /// Cuts the link for those who are connected now; the other end hears nothing of it, and who comes again gets
+    /// through.
+    void hangUp()
+    {
+        for (QTcpSocket* client : qAsConst(m_clients))
+            client->abort();
+        m_clients.clear();
+    }
+
     bool silent = false;
 
 private:
     void pass(QTcpSocket* from, QTcpSocket* to)
     {
         connect(from, &QTcpSocket::readyRead, to, [this, from, to] {
-            if (!silent)
+            if (!silent && to->isOpen())
                 to->write(from->readAll());
         });
     }
 
     QTcpServer m_server;
+    QList<QTcpSocket*> m_clients;
 };

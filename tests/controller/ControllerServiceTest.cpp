@@ -15,14 +15,39 @@ class Rig {
 public:
     explicit Rig(const std::string& token) : controller({}), service(&controller, &faults, token) { }
 
-    proto::LoginReply login(const std::string& token, std::uint32_t version = protocolVersion)
+    proto::LoginReply login(
+        const std::string& token, std::uint32_t version = protocolVersion, const std::string& client = {})
     {
         grpc::ServerContext context;
         proto::LoginRequest request;
         proto::LoginReply reply;
         request.set_version(version);
         request.set_token(token);
+        request.set_client(client);
         service.Login(&context, &request, &reply);
+        return reply;
+    }
+
+    int enterDebugMode(const std::string& session, int axis)
+    {
+        grpc::ServerContext context;
+        proto::EnterDebugModeRequest request;
+        proto::Result reply;
+        request.set_session(session);
+        request.set_axis(axis);
+        request.set_enter(1);
+        request.set_timeout(30000);
+        service.EnterDebugMode(&context, &request, &reply);
+        return reply.result();
+    }
+
+    proto::DownloadReply download(const std::string& session)
+    {
+        grpc::ServerContext context;
+        proto::DownloadRequest request;
+        proto::DownloadReply reply;
+        request.set_session(session);
+        service.DownloadAxes(&context, &request, &reply);
         return reply;
     }
 
@@ -58,6 +83,8 @@ class ControllerServiceTest : public QObject {
 private slots:
     void theLoginWantsTheToken_data();
     void theLoginWantsTheToken();
+    void aNewSessionEndsTheFormerOneOfItsClient_data();
+    void aNewSessionEndsTheFormerOneOfItsClient();
     void theHandshakeTellsWhatIsNeeded();
     void refusalsOnPurposeSayThatTheyAre();
     void curvesNeedASession();
@@ -87,6 +114,46 @@ void ControllerServiceTest::theLoginWantsTheToken()
     QCOMPARE(reply.session().size(), std::size_t(fine ? protocolSessionLength : 0));
     QCOMPARE(reply.reason(), std::string(fine ? "" : "The token is wrong."));
     QCOMPARE(rig.login(shown.toStdString(), protocolVersion + 1).result(), int(Diagnosis::versionDiffers));
+}
+
+void ControllerServiceTest::aNewSessionEndsTheFormerOneOfItsClient_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("token");
+    QTest::addColumn<QByteArray>("now");
+    QTest::addColumn<bool>("ends");
+    const QByteArray mine(protocolSessionLength, 'm');
+    const QByteArray other(protocolSessionLength, 'o');
+    QTest::newRow("the same client") << mine << QByteArray("right") << mine << true;
+    QTest::newRow("another client") << mine << QByteArray("right") << other << false;
+    QTest::newRow("the same client with a wrong token") << mine << QByteArray("wrong") << mine << false;
+    QTest::newRow("a client that is not told") << mine << QByteArray("right") << QByteArray() << false;
+    QTest::newRow("two that are not told") << QByteArray() << QByteArray("right") << QByteArray() << false;
+    QTest::newRow("bytes that are too few") << mine.mid(1) << QByteArray("right") << mine.mid(1) << false;
+    QTest::newRow("bytes that are too many") << mine + 'm' << QByteArray("right") << mine + 'm' << false;
+}
+
+void ControllerServiceTest::aNewSessionEndsTheFormerOneOfItsClient()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, token);
+    QFETCH(QByteArray, now);
+    QFETCH(bool, ends);
+    Rig rig("right");
+    QCOMPARE(rig.controller.download({ makeAxisText(3) }).code, Diagnosis::ok);
+    const std::string former = rig.login("right", protocolVersion, before.toStdString()).session();
+    const std::string bystander = rig.login("right").session();
+    QCOMPARE(rig.enterDebugMode(former, 3), 0);
+    const std::string next = rig.login(token.toStdString(), protocolVersion, now.toStdString()).session();
+    QCOMPARE(rig.curves(former, {}).result(), ends ? int(Diagnosis::refused) : 0);
+    QCOMPARE(rig.curves(bystander, {}).result(), 0);
+    rig.controller.step();
+    AxisRef ref{};
+    QVERIFY(rig.controller.peek(3, &ref, nullptr));
+    QCOMPARE(ref.debugMode, std::uint8_t(!ends));
+    // What has been in its own way is so no more; what is another's stays so.
+    if (!next.empty())
+        QCOMPARE(rig.download(next).result(), ends ? 0 : int(Diagnosis::ownedByOther));
 }
 
 void ControllerServiceTest::theHandshakeTellsWhatIsNeeded()

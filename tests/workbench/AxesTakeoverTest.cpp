@@ -1,4 +1,6 @@
 #include "workbench/online/AxesTakeover.h"
+#include "protocol/DiagnosisCodes.h"
+#include "tests/communication/QuietRelay.h"
 #include "tests/workbench/OnlineProgram.h"
 #include "workbench/MessageBar.h"
 
@@ -27,6 +29,9 @@ private slots:
     void aComparisonThatFailsLeavesTheWorkOn();
     void whatIsEditedOnTheWayIsComparedAgain();
     void aControllerThatComesBackEmptyIsOfferedThemAgain();
+    void aLinkThatComesBackIsNotInItsOwnWay_data();
+    void aLinkThatComesBackIsNotInItsOwnWay();
+    void whoStillWorksThereIsNotOvercome();
     void whileOnlineTheAxesStayAsTheyAre();
 
 private:
@@ -220,6 +225,66 @@ void AxesTakeoverTest::aControllerThatComesBackEmptyIsOfferedThemAgain()
     press("takeOver");
     QVERIFY(isOnlineSoon());
     QCOMPARE(inController().size(), 2);
+}
+
+void AxesTakeoverTest::aLinkThatComesBackIsNotInItsOwnWay_data()
+{
+    QTest::addColumn<bool>("jogging");
+    QTest::addColumn<bool>("othersGo");
+    QTest::newRow("with an axis in debug mode") << false << false;
+    QTest::newRow("with an axis that brakes for a second") << true << false;
+    QTest::newRow("and another's session that ends meanwhile") << false << true;
+}
+
+void AxesTakeoverTest::aLinkThatComesBackIsNotInItsOwnWay()
+{
+    QFETCH(bool, jogging);
+    QFETCH(bool, othersGo);
+    MotionController& controller = m_program->host.controller;
+    m_program->axis(QStringLiteral("Alpha"))->setProperty(QStringLiteral("AxisErrorDec"), QStringLiteral("10"));
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode());
+    if (jogging) {
+        QVERIFY(m_program->enable());
+        m_program->press("posJogPushButton");
+        QTRY_COMPARE(m_program->host.peek(0).setVelocity, 10.0);
+    }
+    const SessionId other = 4711;
+    if (othersGo)
+        QCOMPARE(controller.enterDebugMode(other, 1, 1, 1500), Diagnosis::ok);
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    relay.hangUp();
+    QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 3000);
+    QVERIFY(m_program->isMoving() == jogging);
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
+    QVERIFY2(!m_program->session().isDirectLogin(), qPrintable(m_program->outputText()));
+    QCOMPARE(inController().value(QStringLiteral("Beta")).at("MaxVel"), std::string("77"));
+    QVERIFY(!m_program->outputText().contains(QStringLiteral("has not taken")));
+    QVERIFY(!m_program->isMoving());
+    QTest::mouseRelease(m_program->window(), Qt::LeftButton, {}, QPoint(2, 2));
+}
+
+void AxesTakeoverTest::whoStillWorksThereIsNotOvercome()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->session().disconnectNow();
+    const SessionId other = 4711;
+    MotionController& controller = m_program->host.controller;
+    QCOMPARE(controller.enterDebugMode(other, 0, 1, 30000), Diagnosis::ok);
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    connectAndWaitForTheOffer();
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
+    const QString lines = m_program->outputText();
+    QVERIFY2(lines.contains(QStringLiteral("has not taken the axes over: axis Alpha: Another client has the axis")),
+        qPrintable(lines));
+    QCOMPARE(controller.keepAlive(other, 0), Diagnosis::ok);
+    QVERIFY(inController().value(QStringLiteral("Beta")).at("MaxVel") != "77");
 }
 
 void AxesTakeoverTest::whileOnlineTheAxesStayAsTheyAre()

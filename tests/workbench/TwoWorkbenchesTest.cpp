@@ -1,10 +1,12 @@
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
+#include "tests/communication/QuietRelay.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QSignalSpy>
 
 #include <csignal>
 #include <cstdio>
@@ -73,6 +75,9 @@ private slots:
     void theirAxesDoNotDisturbEachOther();
     void stopStopsTheAxesOfBoth();
     void theAxesOfAWorkingWorkbenchAreNotReplaced();
+    void theAxesOfAWorkbenchThatIsGoneAreReplacedAtOnce_data();
+    void theAxesOfAWorkbenchThatIsGoneAreReplacedAtOnce();
+    void aWorkbenchThatComesBackLeavesTheOtherAlone();
 
 private:
     std::unique_ptr<OnlineProgram> m_program;
@@ -154,6 +159,41 @@ void TwoWorkbenchesTest::theAxesOfAWorkingWorkbenchAreNotReplaced()
     const QString lines = m_program->outputText();
     QVERIFY2(lines.contains(QStringLiteral("has not taken the axes over")), qPrintable(lines));
     QVERIFY(m_program->isMoving());
+}
+
+void TwoWorkbenchesTest::theAxesOfAWorkbenchThatIsGoneAreReplacedAtOnce_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("killed") << SIGKILL;
+    QTest::newRow("stopped") << SIGSTOP;
+}
+
+void TwoWorkbenchesTest::theAxesOfAWorkbenchThatIsGoneAreReplacedAtOnce()
+{
+    QFETCH(int, signal);
+    m_program->session().disconnectNow();
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    m_other->signal(signal);
+    // The controller may not have noticed yet; nobody has to click twice for that.
+    QVERIFY(m_program->connectHere());
+    QVERIFY2(!m_program->outputText().contains(QStringLiteral("has not taken")), qPrintable(m_program->outputText()));
+    QVERIFY(!m_program->isMoving());
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode());
+}
+
+void TwoWorkbenchesTest::aWorkbenchThatComesBackLeavesTheOtherAlone()
+{
+    m_program->session().disconnectNow();
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    QSignalSpy lost(&m_program->session(), &OnlineSession::lost);
+    relay.hangUp();
+    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, 3000);
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(!QTest::qWaitFor([this] { return !m_program->isMoving(); }, 500));
 }
 
 int main(int argc, char* argv[])

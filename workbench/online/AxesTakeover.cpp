@@ -8,12 +8,23 @@
 #include "workbench/online/OnlineSession.h"
 #include "workbench/online/ProjectAxes.h"
 
+namespace {
+
+/// How long a session without a client may stand in the way, and its axes brake.
+constexpr int patienceMs = 3000;
+constexpr int retryPauseMs = 200;
+
+} // namespace
+
 AxesTakeover::AxesTakeover(OnlineSession& session, Workspace& workspace, QWidget& window, LogManager& log,
     std::function<QString(short)> errorText, QObject* parent)
     : QObject(parent), m_session(session), m_workspace(workspace), m_window(window), m_log(log),
       m_errorText(std::move(errorText))
 {
-    connect(&session, &OnlineSession::loggedIn, this, &AxesTakeover::begin);
+    m_nextTry.setSingleShot(true);
+    m_nextTry.setInterval(retryPauseMs);
+    connect(&m_nextTry, &QTimer::timeout, this, &AxesTakeover::takeOver);
+    connect(&session, &OnlineSession::loggedIn, this, &AxesTakeover::onLoggedIn);
     connect(&session, &OnlineSession::stateChanged, this, [this] {
         if (!m_session.isLoggedIn())
             closeOffer();
@@ -33,6 +44,12 @@ AxesDifferenceDialog* AxesTakeover::offer() const
     return m_offer;
 }
 
+void AxesTakeover::onLoggedIn()
+{
+    m_sinceLogin.start();
+    begin();
+}
+
 void AxesTakeover::begin()
 {
     m_askedByUser = false;
@@ -46,7 +63,8 @@ void AxesTakeover::begin()
 
 void AxesTakeover::compareNow()
 {
-    if (!m_session.isLoggedIn() || m_session.wantsDirectLogin() || !m_workspace.project() || m_reading || m_offer)
+    if (!m_session.isLoggedIn() || m_session.wantsDirectLogin() || !m_workspace.project() || m_reading || m_offer
+        || m_nextTry.isActive())
         return;
     m_askedByUser = true;
     m_reading = true;
@@ -121,6 +139,10 @@ void AxesTakeover::onDownloaded(const DownloadOutcome& outcome)
             begin();
         return;
     }
+    if (mayPass(outcome.result)) {
+        m_nextTry.start();
+        return;
+    }
     leaveAsItIs();
     QString place;
     if (!outcome.axis.isEmpty())
@@ -129,6 +151,12 @@ void AxesTakeover::onDownloaded(const DownloadOutcome& outcome)
     emit failed(tr("The controller at %1 has not taken the axes over: %2%3 %4")
                     .arg(m_session.target(), place, m_errorText(outcome.result), outcome.reason)
                     .trimmed());
+}
+
+bool AxesTakeover::mayPass(short refusal) const
+{
+    return (refusal == Diagnosis::ownedByOther || refusal == Diagnosis::axisEnabled)
+        && !m_sinceLogin.hasExpired(patienceMs);
 }
 
 void AxesTakeover::leaveAsItIs()
@@ -146,6 +174,7 @@ void AxesTakeover::leaveAsItIs()
 void AxesTakeover::closeOffer()
 {
     m_reading = false;
+    m_nextTry.stop();
     if (!m_offer)
         return;
     m_offer->disconnect(this);

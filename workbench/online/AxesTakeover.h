@@ -3,8 +3,10 @@
 #include "host/communication/AxesComparison.h"
 #include "host/communication/ControllerAxis.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 
@@ -17,6 +19,11 @@ class Workspace;
 /// Sees to it that the controller runs the axes that the project says, before anything is commanded by number: reads
 /// them after each login, compares, and offers to put the project's axes into the controller. Main thread; nothing
 /// blocks.
+///
+/// For three seconds after a login a controller that refuses the axes, since one is still enabled or in debug mode of
+/// another client, is asked again: a session that went with a lost link, or with a workbench that was killed, lives for
+/// up to two seconds more, and then its axes brake. Who still works on the controller after that is somebody else, and
+/// the refusal is told.
 class AxesTakeover : public QObject {
     Q_OBJECT
 
@@ -37,11 +44,13 @@ signals:
     void failed(const QString& text);
 
 private:
+    void onLoggedIn();
     void begin();
     void onRead(short result, const QVector<ControllerAxis>& axes);
     void judge(const QVector<ControllerAxis>& axes);
     void ask(const QVector<AxisDifference>& differences);
     void takeOver();
+    bool mayPass(short refusal) const;
     void onDownloaded(const DownloadOutcome& outcome);
     void leaveAsItIs();
     void closeOffer();
@@ -55,6 +64,8 @@ private:
     QVector<ControllerAxis> m_inController;
     /// As they were sent to the controller.
     QVector<ControllerAxis> m_taken;
+    QElapsedTimer m_sinceLogin;
+    QTimer m_nextTry;
     bool m_reading = false;
     bool m_askedByUser = false;
 };
