@@ -56,9 +56,6 @@ private slots:
     void aHeldJogButtonSendsStartAndEnd();
     void aTapSendsTheEndAlone();
     void jogTakesCommittedTextsOnly();
-    void jogFailuresShowOnce_data();
-    void jogFailuresShowOnce();
-    void goingOffLineForgetsAShownFailure();
     void aPageClosedUnderABoxIsSurvived();
 
 private:
@@ -529,43 +526,6 @@ void OnlineDebugCommandsTest::jogTakesCommittedTextsOnly()
     m->field("posJogSpeedLineEdit")->setText(QStringLiteral("55"));
     QTest::mouseRelease(m->control("posJogPushButton"), Qt::LeftButton);
     QCOMPARE(last().as<JopPosParam>().velocity + 0, 44.0);
-}
-
-void OnlineDebugCommandsTest::jogFailuresShowOnce_data()
-{
-    QTest::addColumn<QVector<int>>("answers");
-    QTest::addColumn<int>("shown");
-    QTest::newRow("press and release succeed") << QVector<int>({ 0, 0 }) << 0;
-    QTest::newRow("both fail") << QVector<int>({ 5, 5 }) << 1;
-    QTest::newRow("the release fails") << QVector<int>({ 0, 5 }) << 1;
-    QTest::newRow("success after failure keeps silence") << QVector<int>({ 5, 0, 5 }) << 1;
-    QTest::newRow("three successes wrap round") << QVector<int>({ 0, 0, 0, 5 }) << 1;
-}
-
-void OnlineDebugCommandsTest::jogFailuresShowOnce()
-{
-    QFETCH(QVector<int>, answers);
-    QFETCH(int, shown);
-    for (int press = 1; press <= 2; ++press) {
-        // A box takes the activation from the page's window.
-        m->show();
-        QTest::mousePress(m->control("posJogPushButton"), Qt::LeftButton);
-        QTRY_COMPARE(m->debug.requests.size(), 2 * press - 1);
-        QTest::mouseRelease(m->control("posJogPushButton"), Qt::LeftButton);
-        for (const int answer : answers)
-            m->page->axisDebugJopPos(static_cast<qint16>(answer));
-        QCOMPARE(m->boxes.count(), shown * press);
-    }
-}
-
-void OnlineDebugCommandsTest::goingOffLineForgetsAShownFailure()
-{
-    m->page->axisDebugJopPos(5);
-    m->page->axisDebugJopNeg(5);
-    m->page->onlineStatechanged(false);
-    m->page->axisDebugJopPos(5);
-    m->page->axisDebugJopNeg(5);
-    QCOMPARE(m->boxes.count(), 4);
 }
 
 void OnlineDebugCommandsTest::aPageClosedUnderABoxIsSurvived()

@@ -27,6 +27,9 @@ private slots:
     void aHeldAxisThatIsDeletedGetsNoRequest();
     void answersDuringTheBoxStaySilent_data();
     void answersDuringTheBoxStaySilent();
+    void everyPressShowsItsFailureOnce_data();
+    void everyPressShowsItsFailureOnce();
+    void goingOffLineForgetsAShownFailure();
 
 private:
     struct Direction {
@@ -202,6 +205,46 @@ void OnlineDebugJogTest::answersDuringTheBoxStaySilent()
     answer(way, 5);
     QVERIFY(released);
     QCOMPARE(m->boxes.count(), 1);
+}
+
+void OnlineDebugJogTest::everyPressShowsItsFailureOnce_data()
+{
+    QTest::addColumn<QVector<int>>("answers");
+    QTest::addColumn<int>("shown");
+    QTest::newRow("press and release succeed") << QVector<int>({ 0, 0 }) << 0;
+    QTest::newRow("both fail") << QVector<int>({ 5, 5 }) << 1;
+    QTest::newRow("the release fails") << QVector<int>({ 0, 5 }) << 1;
+    QTest::newRow("success after failure keeps silence") << QVector<int>({ 5, 0, 5 }) << 1;
+    QTest::newRow("three successes wrap round") << QVector<int>({ 0, 0, 0, 5 }) << 1;
+}
+
+void OnlineDebugJogTest::everyPressShowsItsFailureOnce()
+{
+    QFETCH(QVector<int>, answers);
+    QFETCH(int, shown);
+    for (const bool positive : { true, false }) {
+        const Direction way = direction(positive);
+        m->boxes.boxes.clear();
+        for (int press = 1; press <= 2; ++press) {
+            hold(way);
+            release(way);
+            for (const int result : answers)
+                answer(way, static_cast<qint16>(result));
+            QCOMPARE(m->boxes.count(), shown * press);
+        }
+    }
+}
+
+void OnlineDebugJogTest::goingOffLineForgetsAShownFailure()
+{
+    const Direction forward = direction(true);
+    const Direction backward = direction(false);
+    answer(forward, 5);
+    answer(backward, 5);
+    m->page->onlineStatechanged(false);
+    answer(forward, 5);
+    answer(backward, 5);
+    QCOMPARE(m->boxes.count(), 4);
 }
 
 QTEST_MAIN(OnlineDebugJogTest)
