@@ -1,6 +1,7 @@
 #include "sdk/AxisDebugParams.h"
 #include "tests/online/OnlinePageFixture.h"
 #include "tests/support/ModalDialogDriver.h"
+#include "tests/support/NumberTyping.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -59,7 +60,7 @@ private slots:
     void aPageClosedUnderABoxIsSurvived();
 
 private:
-    void type(const char* name, const QString& text);
+    void type(const char* name, const QString& text) { NumberTyping::replace(m->field(name), text); }
     void leave(const char* name);
     void enter(const char* name, const QString& text);
     const RecordingDebug::Request& last() const { return m->debug.requests.last(); }
@@ -73,16 +74,6 @@ void OnlineDebugCommandsTest::init()
     m->makePage();
     m->receive(OnlinePageFixture::status(3, true));
     m->show();
-}
-
-void OnlineDebugCommandsTest::type(const char* name, const QString& text)
-{
-    QLineEdit* field = m->field(name);
-    field->setFocus();
-    QTRY_VERIFY(field->hasFocus());
-    field->selectAll();
-    QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
 }
 
 void OnlineDebugCommandsTest::leave(const char* name)
