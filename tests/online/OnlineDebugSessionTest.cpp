@@ -53,6 +53,11 @@ private slots:
     void theMonitoredNumberIsTheOneOfGoingOnLine();
     void anEncoderPageGoesWithoutTouchingTheMonitor();
     void aVanishedAxisOnlySkipsAKeepAlive();
+    void withoutARecordThePageStaysAsItIs_data();
+    void withoutARecordThePageStaysAsItIs();
+    void withoutARecordNoPollStarts_data();
+    void withoutARecordNoPollStarts();
+    void withoutARecordTheWaitForAReplyStaysAsItIs();
     void aHiddenPageWithAnOpenRequestKeepsQuiet();
     void anotherPeriodCountsFromTheNextConnection();
     void theTimeoutIsReadAtEachClick();
@@ -80,6 +85,20 @@ private:
     {
         m->host.settings.setValue(key, value);
         m->page->onlineStatechanged(true);
+    }
+
+    /// Takes the record from under the page: the axis alone, or the whole project.
+    void loseRecord(bool withProject)
+    {
+        if (withProject)
+            m->project.close();
+        else
+            QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
+    }
+    QStringList monitorCalls() const
+    {
+        return m->host.calls.entriesOf(
+            { QStringLiteral("varMonitor.addAxis"), QStringLiteral("varMonitor.releaseAxis") });
     }
 
     std::optional<OnlinePageFixture> m;
@@ -285,6 +304,86 @@ void OnlineDebugSessionTest::aVanishedAxisOnlySkipsAKeepAlive()
     for (int i = 0; i < 12; ++i)
         tick();
     QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugKeepAlive }));
+}
+
+void OnlineDebugSessionTest::withoutARecordThePageStaysAsItIs_data()
+{
+    QTest::addColumn<bool>("withProject");
+    QTest::addColumn<bool>("state");
+    QTest::newRow("without the axis, going on line") << false << true;
+    QTest::newRow("without the axis, going off line") << false << false;
+    QTest::newRow("without the project, going on line") << true << true;
+    QTest::newRow("without the project, going off line") << true << false;
+}
+
+void OnlineDebugSessionTest::withoutARecordThePageStaysAsItIs()
+{
+    QFETCH(bool, withProject);
+    QFETCH(bool, state);
+    const QString key = QStringLiteral("Communication/monitortime");
+    m->makePage();
+    goOnLine(key, 30000);
+    AxisRef status = OnlinePageFixture::status(4, true);
+    status.axisError = 9;
+    status.homeSwitch = 1;
+    status.actualPosition = 12.5;
+    m->receive(status);
+    // A failure that has been shown: a page that forgets it shows the next one too.
+    m->page->axisDebugJopPos(5);
+    m->page->axisDebugJopNeg(5);
+    QCOMPARE(m->boxes.count(), 2);
+    const QImage before = m->page->grab().toImage();
+    loseRecord(withProject);
+    m->host.settings.setValue(key, 20000);
+    m->host.calls.clear();
+    m->page->onlineStatechanged(state);
+    QVERIFY(timer()->isActive());
+    QCOMPARE(timer()->interval(), 30000);
+    QCOMPARE(monitorCalls(), QStringList());
+    QVERIFY(m->control("basicTabWidget")->isEnabled());
+    QVERIFY(m->control("stopPushButton")->isEnabled());
+    QCOMPARE(m->page->grab().toImage(), before);
+    m->page->axisDebugJopPos(5);
+    m->page->axisDebugJopNeg(5);
+    QCOMPARE(m->boxes.count(), 2);
+}
+
+void OnlineDebugSessionTest::withoutARecordNoPollStarts_data()
+{
+    QTest::addColumn<bool>("withProject");
+    QTest::newRow("without the axis") << false;
+    QTest::newRow("without the project") << true;
+}
+
+void OnlineDebugSessionTest::withoutARecordNoPollStarts()
+{
+    QFETCH(bool, withProject);
+    m->makePage();
+    loseRecord(withProject);
+    m->host.calls.clear();
+    m->page->onlineStatechanged(true);
+    QVERIFY(!timer()->isActive());
+    QCOMPARE(monitorCalls(), QStringList());
+}
+
+void OnlineDebugSessionTest::withoutARecordTheWaitForAReplyStaysAsItIs()
+{
+    m->makePage();
+    m->show();
+    m->page->onlineStatechanged(true);
+    timer()->stop();
+    loseRecord(false);
+    m->page->onlineStatechanged(false);
+    QVERIFY(m->project.axisModel()->putObjectBack(m->axis));
+    // Nothing was under way, and the page may still ask.
+    tick();
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugGetAxisRef }));
+    loseRecord(false);
+    m->page->onlineStatechanged(true);
+    QVERIFY(m->project.axisModel()->putObjectBack(m->axis));
+    // A request is under way, and the page still waits for its reply.
+    tick();
+    QCOMPARE(m->debug.requests.size(), 1);
 }
 
 void OnlineDebugSessionTest::aHiddenPageWithAnOpenRequestKeepsQuiet()
