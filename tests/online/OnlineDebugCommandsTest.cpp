@@ -30,6 +30,8 @@ private slots:
 
     void continuousMotionHidesThePosition();
     void leavingTheJerkCurveLosesTheJerk();
+    void unknownTypesCountAsAbsoluteAndWithoutJerk_data();
+    void unknownTypesCountAsAbsoluteAndWithoutJerk();
 
     void enableSendsTheOtherState_data();
     void enableSendsTheOtherState();
@@ -40,6 +42,7 @@ private slots:
     void motionSendsItsType_data();
     void motionSendsItsType();
     void stopSendsDecelerationAndJerk();
+    void offsetAndMultiplierGoToTheNumberOfTheAxis();
     void resetSendsTheAxis();
     void commandsEndWithoutTheAxis();
     void failuresAreShown_data();
@@ -207,6 +210,38 @@ void OnlineDebugCommandsTest::leavingTheJerkCurveLosesTheJerk()
     QCOMPARE(m->field("jerkLineEdit")->text(), QStringLiteral("0.000000"));
 }
 
+void OnlineDebugCommandsTest::unknownTypesCountAsAbsoluteAndWithoutJerk_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("a text that stands for no type") << "Somewhere else";
+    QTest::newRow("nothing chosen") << "";
+}
+
+void OnlineDebugCommandsTest::unknownTypesCountAsAbsoluteAndWithoutJerk()
+{
+    QFETCH(QString, text);
+    auto* motionType = m->control<QComboBox>("motionTypeComboBox");
+    auto* curveType = m->control<QComboBox>("curveTypeComboBox");
+    motionType->setCurrentText(QStringLiteral("Continuous motion"));
+    curveType->setCurrentText(QStringLiteral("S_type"));
+    enter("jerkLineEdit", QStringLiteral("40"));
+    for (QComboBox* box : { motionType, curveType }) {
+        if (!text.isEmpty())
+            box->addItem(text);
+        box->setCurrentIndex(box->findText(text));
+        QCOMPARE(box->currentText(), text);
+    }
+    QVERIFY(!m->field("positionLineEdit")->isHidden());
+    QVERIFY(!m->control("label_13")->isHidden());
+    QVERIFY(m->field("jerkLineEdit")->isHidden());
+    QVERIFY(m->control("label_18")->isHidden());
+    enter("positionLineEdit", QStringLiteral("12"));
+    QTest::mouseClick(m->control("motionPushButton"), Qt::LeftButton);
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugMoveAbs }));
+    QCOMPARE(last().as<MoveAbsParam>().position + 0, 12.0);
+    QCOMPARE(last().as<MoveAbsParam>().jerk + 0, 0.0);
+}
+
 void OnlineDebugCommandsTest::enableSendsTheOtherState_data()
 {
     QTest::addColumn<int>("state");
@@ -300,11 +335,34 @@ void OnlineDebugCommandsTest::motionSendsItsType()
 
 void OnlineDebugCommandsTest::stopSendsDecelerationAndJerk()
 {
+    m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
     enter("decLineEdit", QStringLiteral("60"));
+    enter("jerkLineEdit", QStringLiteral("70"));
     QTest::mouseClick(m->control("stopPushButton"), Qt::LeftButton);
     QCOMPARE(last().code, int(AxisDebugSetStop));
     QCOMPARE(last().as<SetStopParam>().axisNo, short(3));
     QCOMPARE(last().as<SetStopParam>().deceleration + 0, 60.0);
+    QCOMPARE(last().as<SetStopParam>().jerk + 0, 70.0);
+}
+
+void OnlineDebugCommandsTest::offsetAndMultiplierGoToTheNumberOfTheAxis()
+{
+    // Neither the number that the page was made with nor the axis's id.
+    m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("6"));
+    QVERIFY(m->axis->id() != 6);
+    QTest::mouseClick(m->control("homePushButton"), Qt::LeftButton);
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetHomeOffset }));
+    QCOMPARE(last().as<SetHomeOffsetParam>().axisNo, short(6));
+    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
+    dialogs.next([](QDialog* dialog) { dialog->accept(); });
+    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
+    for (const bool checked : { true, false }) {
+        m->debug.requests.clear();
+        QTest::mouseClick(box, Qt::LeftButton);
+        QCOMPARE(box->isChecked(), checked);
+        QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetVelRatio }));
+        QCOMPARE(last().as<SetVelRatioParam>().axisNo, short(6));
+    }
 }
 
 void OnlineDebugCommandsTest::resetSendsTheAxis()
