@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QStandardItemModel>
@@ -30,8 +31,21 @@ private slots:
     void sizesAreFixed();
     void everyPushButtonIsStyled();
     void comboBoxesListTheirTextsInSortOrder();
+    void bothTablesShowTheirHeadersAndNames_data();
+    void bothTablesShowTheirHeadersAndNames();
+    void bothTablesAreForReadingOnly_data();
+    void bothTablesAreForReadingOnly();
+    void aClickSelectsARowOfTheVariablesAndNoSignal();
 
 private:
+    static void bothTables();
+    /// Clicks the middle of a cell, as a user does.
+    static void click(const QTableView& view, int row, int column)
+    {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
+            view.visualRect(view.model()->index(row, column)).center());
+    }
+
     std::optional<OnlinePageFixture> m;
 };
 
@@ -195,6 +209,95 @@ void OnlineDebugWidgetFormTest::comboBoxesListTheirTextsInSortOrder()
     QCOMPARE(m->control<QComboBox>("motionTypeComboBox")->currentText(), QStringLiteral("Absolute positioning"));
     QCOMPARE(texts("curveTypeComboBox"), QStringList({ QStringLiteral("S_type"), QStringLiteral("trapezoid") }));
     QCOMPARE(m->control<QComboBox>("curveTypeComboBox")->currentText(), QStringLiteral("trapezoid"));
+}
+
+void OnlineDebugWidgetFormTest::bothTables()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QStringList>("headers");
+    QTest::addColumn<QStringList>("rows");
+    QTest::newRow("set and actual values")
+        << QByteArray("varTableView")
+        << QStringList({ QStringLiteral("Variable"), QStringLiteral("Set value"), QStringLiteral("Actual value") })
+        << QStringList({ QStringLiteral("Location"), QStringLiteral("Speed"), QStringLiteral("Accelerated speed"),
+               QStringLiteral("Torque force") });
+    QTest::newRow("signals of the axis") << QByteArray("runStatusView")
+                                         << QStringList({ QStringLiteral("/"), QStringLiteral("Motion"),
+                                                QStringLiteral("Hard Limit Pos"), QStringLiteral("Hard Limit Neg"),
+                                                QStringLiteral("Home Switch"), QStringLiteral("Soft Limit Pos"),
+                                                QStringLiteral("Soft Limit Neg") })
+                                         << QStringList({ QStringLiteral("Status") });
+}
+
+void OnlineDebugWidgetFormTest::bothTablesShowTheirHeadersAndNames_data()
+{
+    bothTables();
+}
+
+void OnlineDebugWidgetFormTest::bothTablesShowTheirHeadersAndNames()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QStringList, headers);
+    QFETCH(QStringList, rows);
+    m->makePage();
+    const auto* view = m->control<QTableView>(name.constData());
+    const auto* model = qobject_cast<QStandardItemModel*>(view->model());
+    QVERIFY(model);
+    QCOMPARE(model->parent(), m->page.get());
+    QVERIFY(!view->horizontalHeader()->isHidden());
+    QCOMPARE(view->horizontalHeader()->count(), headers.size());
+    for (int column = 0; column < headers.size(); ++column) {
+        QCOMPARE(model->headerData(column, Qt::Horizontal).toString(), headers.at(column));
+        QCOMPARE(view->horizontalHeader()->sectionResizeMode(column), QHeaderView::Stretch);
+    }
+    QCOMPARE(view->verticalHeader()->count(), rows.size());
+    for (int row = 0; row < rows.size(); ++row) {
+        QCOMPARE(model->index(row, 0).data(Qt::EditRole).toString(), rows.at(row));
+        QCOMPARE(view->verticalHeader()->sectionResizeMode(row), QHeaderView::Stretch);
+        for (int column = 1; column < headers.size(); ++column)
+            QCOMPARE(model->index(row, column).data(Qt::EditRole).toString(), QString());
+    }
+    QCOMPARE(view->property("styleType").toString(), QStringLiteral("commonTable"));
+}
+
+void OnlineDebugWidgetFormTest::bothTablesAreForReadingOnly_data()
+{
+    bothTables();
+}
+
+void OnlineDebugWidgetFormTest::bothTablesAreForReadingOnly()
+{
+    QFETCH(QByteArray, name);
+    m->makePage();
+    m->show();
+    auto* view = m->control<QTableView>(name.constData());
+    QCOMPARE(view->editTriggers(), QAbstractItemView::EditTriggers(QAbstractItemView::NoEditTriggers));
+    const QModelIndex cell = view->model()->index(0, 1);
+    click(*view, cell.row(), cell.column());
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->visualRect(cell).center());
+    view->setFocus();
+    view->setCurrentIndex(cell);
+    QTest::keyClick(view, Qt::Key_F2);
+    QTest::keyClicks(view, QStringLiteral("7"));
+    QVERIFY(view->viewport()->findChildren<QWidget*>().isEmpty());
+    QCOMPARE(cell.data(Qt::EditRole).toString(), QString());
+}
+
+void OnlineDebugWidgetFormTest::aClickSelectsARowOfTheVariablesAndNoSignal()
+{
+    m->makePage();
+    m->show();
+    const auto& variables = *m->control<QTableView>("varTableView");
+    QCOMPARE(variables.selectionBehavior(), QAbstractItemView::SelectRows);
+    click(variables, 2, 1);
+    const QModelIndexList chosen = variables.selectionModel()->selectedRows();
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.first().row(), 2);
+    QCOMPARE(variables.selectionModel()->selectedIndexes().size(), 3);
+    const auto& states = *m->control<QTableView>("runStatusView");
+    QCOMPARE(states.selectionMode(), QAbstractItemView::NoSelection);
+    click(states, 0, 1);
+    QVERIFY(!states.selectionModel()->hasSelection());
 }
 
 QTEST_MAIN(OnlineDebugWidgetFormTest)
