@@ -14,20 +14,28 @@ namespace {
 
 constexpr int lifetimeInMs = 6000;
 constexpr int gap = 4;
+constexpr int longestNumber = 40;
+
+QString shortened(const QString& number)
+{
+    if (number.size() <= longestNumber)
+        return number;
+    return number.left(longestNumber / 2) + QChar(0x2026) + number.right(longestNumber / 4);
+}
 
 } // namespace
 
-RefusalBubble::RefusalBubble(QWidget* window) : QFrame(window), m_text(new QLabel(this)), m_lifetime(new QTimer(this))
+RefusalBubble::RefusalBubble(QWidget* window)
+    : QFrame(window), m_symbol(new QLabel(this)), m_text(new QLabel(this)), m_lifetime(new QTimer(this))
 {
     setObjectName(QStringLiteral("refusalBubble"));
     setFocusPolicy(Qt::NoFocus);
+    m_symbol->setObjectName(QStringLiteral("refusalSymbol"));
     m_text->setTextFormat(Qt::PlainText);
-    auto* symbol = new QLabel(this);
-    symbol->setPixmap(QIcon::fromTheme(QStringLiteral("dialog-warning")).pixmap(16, 16));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 4, 8, 4);
     layout->setSpacing(8);
-    layout->addWidget(symbol);
+    layout->addWidget(m_symbol);
     layout->addWidget(m_text);
     m_lifetime->setSingleShot(true);
     m_lifetime->setInterval(lifetimeInMs);
@@ -64,7 +72,7 @@ void RefusalBubble::enter(QLineEdit* field)
 
 QString RefusalBubble::textOf(const NumberRefusal& refusal)
 {
-    return tr("\u201c%1\u201d was not taken. Allowed: %2.").arg(refusal.text, refusal.range());
+    return tr("\u201c%1\u201d was not taken. Allowed: %2.").arg(shortened(refusal.text), refusal.range());
 }
 
 void RefusalBubble::onRefused(const NumberRefusal& refusal)
@@ -78,11 +86,22 @@ void RefusalBubble::onRefused(const NumberRefusal& refusal)
     emit refused(text);
 }
 
+void RefusalBubble::fitInto(const QWidget& window)
+{
+    m_text->setWordWrap(false);
+    const QSize whole = layout()->totalSizeHint();
+    const int width = qMin(whole.width(), window.width() - 2 * gap);
+    m_text->setWordWrap(width < whole.width());
+    resize(width, m_text->wordWrap() ? layout()->totalHeightForWidth(width) : whole.height());
+}
+
 void RefusalBubble::showAt(const QLineEdit& field, const QString& text)
 {
-    m_text->setText(text);
-    adjustSize();
     const QWidget& window = *parentWidget();
+    // The theme, and with it the symbol, may have changed since the last time.
+    m_symbol->setPixmap(QIcon::fromTheme(QStringLiteral("dialog-warning")).pixmap(16, 16));
+    m_text->setText(text);
+    fitInto(window);
     if (!window.isAncestorOf(&field))
         return;
     QPoint place = field.mapTo(parentWidget(), QPoint(0, field.height() + gap));

@@ -19,7 +19,8 @@ public:
     explicit RefusalBubble(QWidget* window);
     ~RefusalBubble() override;
 
-    /// What the bubble says of a refusal.
+    /// What the bubble says of a refusal. Of a number of hundreds of digits only the ends are named, so that the range
+    /// stays in sight.
     static QString textOf(const NumberRefusal& refusal);
 
 signals:
@@ -33,7 +34,9 @@ private:
     void enter(QLineEdit* field);
     void onRefused(const NumberRefusal& refusal);
     void showAt(const QLineEdit& field, const QString& text);
+    void fitInto(const QWidget& window);
 
+    QLabel* m_symbol;
     QLabel* m_text;
     QTimer* m_lifetime;
     QPointer<QLineEdit> m_field;

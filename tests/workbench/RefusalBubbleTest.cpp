@@ -1,6 +1,10 @@
 #include "workbench/RefusalBubble.h"
-#include "host/components/DataVerification.h"
 
+#include "host/components/DataVerification.h"
+#include "sdk/ServiceKeys.h"
+#include "workbench/Theme.h"
+
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -25,6 +29,9 @@ private slots:
     void typingTakesTheBubbleAway();
     void aRefusalOutsideAnyFieldTellsNothing();
     void markupInANumberIsShownAsText();
+    void aLongNumberLeavesTheRangeInSight_data();
+    void aLongNumberLeavesTheRangeInSight();
+    void theSymbolIsThatOfTheThemeInUse();
 
 private:
     void leave() { QTest::keyClick(first, Qt::Key_Tab); }
@@ -163,6 +170,53 @@ void RefusalBubbleTest::markupInANumberIsShownAsText()
     for (const QLabel* label : bubble->findChildren<QLabel*>()) {
         if (!label->text().isEmpty())
             QCOMPARE(label->textFormat(), Qt::PlainText);
+    }
+}
+
+void RefusalBubbleTest::aLongNumberLeavesTheRangeInSight_data()
+{
+    QTest::addColumn<int>("digits");
+    QTest::addColumn<int>("windowWidth");
+    QTest::newRow("400 digits") << 400 << 400;
+    QTest::newRow("a small window") << 20 << 300;
+}
+
+void RefusalBubbleTest::aLongNumberLeavesTheRangeInSight()
+{
+    QFETCH(int, digits);
+    QFETCH(int, windowWidth);
+    window->resize(windowWidth, 300);
+    QString text(digits, QLatin1Char('9'));
+    first->selectAll();
+    QTest::keyClicks(first, text);
+    leave();
+    QCOMPARE(refusals->count(), 1);
+    const QString told = refusals->first().first().toString();
+    QVERIFY2(told.size() < 120 && told.contains(QStringLiteral("100")), qPrintable(told));
+    QVERIFY2(window->rect().contains(bubble->geometry()), QTest::toString(bubble->geometry()));
+    for (const QLabel* label : bubble->findChildren<QLabel*>()) {
+        const QRect needed = label->fontMetrics().boundingRect(label->contentsRect(), Qt::TextWordWrap, label->text());
+        QVERIFY(bubble->rect().contains(label->geometry()));
+        QVERIFY2(label->contentsRect().contains(needed), qPrintable(label->text()));
+    }
+}
+
+void RefusalBubbleTest::theSymbolIsThatOfTheThemeInUse()
+{
+    Theme::prepare();
+    // The window was there before the first theme.
+    for (const QString& theme : { Solution::ThemeName::light(), Solution::ThemeName::dark() }) {
+        Theme::apply(theme);
+        first->setFocus();
+        first->selectAll();
+        QTest::keyClicks(first, QStringLiteral("150"));
+        leave();
+        QVERIFY(bubble->isVisible());
+        const auto* symbol = bubble->findChild<QLabel*>(QStringLiteral("refusalSymbol"));
+        QVERIFY(symbol->pixmap());
+        const QImage wanted = QIcon::fromTheme(QStringLiteral("dialog-warning")).pixmap(16, 16).toImage();
+        QVERIFY(!wanted.isNull());
+        QCOMPARE(symbol->pixmap()->toImage(), wanted);
     }
 }
 
