@@ -1,8 +1,7 @@
 #include "workbench/ProjectFind.h"
 
 #include "host/projectmodel/AxisTable.h"
-#include "host/projectmodel/ModelObject.h"
-#include "sdk/IConfiguration.h"
+#include "host/projectmodel/AxisTrial.h"
 #include "sdk/IEditor.h"
 #include "sdk/IEditorFactory.h"
 #include "sdk/IEditorFinder.h"
@@ -12,9 +11,6 @@
 #include "workbench/EditorManager.h"
 #include "workbench/ProjectObjects.h"
 #include "workbench/ProjectTree.h"
-
-#include <QMap>
-#include <QPointer>
 
 #include <algorithm>
 
@@ -43,39 +39,11 @@ void add(FindOutcome* outcome, const FoundPlace& place)
     outcome->places.append(place);
 }
 
-/// While online or comparing, editors show the project and change nothing in it.
-bool isLookedAtOnly()
+bool isOnline()
 {
     auto* transfer = Solution::serviceAs<Transfer>(Solution::ServiceKey::transfer());
-    const auto* cookies = Solution::serviceAs<IConfiguration>(Solution::ServiceKey::cookies());
-    return (transfer && transfer->isOnline())
-        || (cookies && cookies->value(Solution::ConfigKey::projectComparison(), false).toBool());
+    return transfer && transfer->isOnline();
 }
-
-/// Puts an axis's properties back at its end and stores them. An editor corrects what it shows while it is built, which
-/// is for the user to see and not for a search to do.
-class KeptProperties {
-public:
-    explicit KeptProperties(ModelObject& object)
-        : m_axis(qobject_cast<AxisTable*>(&object)),
-          m_properties(m_axis ? m_axis->allProperties() : QMap<QString, QString>())
-    {
-    }
-    ~KeptProperties()
-    {
-        if (!m_axis || m_axis->allProperties() == m_properties)
-            return;
-        for (auto each = m_properties.begin(); each != m_properties.end(); ++each)
-            m_axis->setProperty(each.key(), each.value());
-        m_axis->save();
-    }
-    KeptProperties(const KeptProperties&) = delete;
-    KeptProperties& operator=(const KeptProperties&) = delete;
-
-private:
-    const QPointer<AxisTable> m_axis;
-    const QMap<QString, QString> m_properties;
-};
 
 } // namespace
 
@@ -133,10 +101,10 @@ bool ProjectFind::prepare(const QString& nodePath) const
 
 bool ProjectFind::buildUnseen(const QString& nodePath) const
 {
-    ModelObject* object = objectOfNode(m_tree, nodePath);
-    if (!object || object->modified || isLookedAtOnly())
+    auto* axis = qobject_cast<AxisTable*>(objectOfNode(m_tree, nodePath));
+    if (!axis || isOnline())
         return false;
-    const KeptProperties kept(*object);
+    const AxisTrial trial(*axis);
     const QString file = m_tree.nodeProperty(nodePath, QStringLiteral("FileName"), QString()).toString();
     const QString type = m_tree.nodeProperty(nodePath, QStringLiteral("MimeType"), QString()).toString();
     IEditorFactory* factory = m_editors.factory(type);
@@ -212,6 +180,7 @@ FindOutcome ProjectFind::findReferences(const QString& path, const QStringList& 
         for (const QString& variable : variablePaths)
             addReferences(*finder, variable, &outcome);
     }
+    outcome.problems.removeDuplicates();
     return outcome;
 }
 

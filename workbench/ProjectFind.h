@@ -58,8 +58,8 @@ public:
 
     /// Looks through all objects below a node, in the order of the tree or against it. Finders know places only where
     /// an editor was built once; for an object that never had one it is built here and goes at once, unseen. That
-    /// stores the object's view information and nothing else. It is left out while the object holds unsaved changes, a
-    /// controller is connected or a comparison is on.
+    /// leaves view information in memory and changes and stores nothing else. While a controller is connected it is
+    /// left out, since an editor might turn to the controller.
     FindOutcome findBelow(const QString& path, const FindRequest& request) const;
     /// Looks through one object, from the place on where the user is in it, and around to that place.
     FindOutcome findIn(const QString& nodePath, const FindRequest& request) const;

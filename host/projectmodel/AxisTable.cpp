@@ -14,7 +14,7 @@ quint32 AxisTable::objectId() const
 
 bool AxisTable::save()
 {
-    return m_model->save(*this);
+    return m_onTrial || m_model->save(*this);
 }
 
 bool AxisTable::load()
@@ -73,6 +73,8 @@ QMap<QString, QString> AxisTable::getCompareData() const
 
 void AxisTable::changed(const QString& type, const QString& param)
 {
+    if (m_onTrial)
+        return;
     const bool first = !modified && !pageBuild;
     if (first)
         modified = true;

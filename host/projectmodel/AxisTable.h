@@ -47,6 +47,7 @@ public:
 
 private:
     friend class AxisModel;
+    friend class AxisTrial;
     AxisTable(const AxisRecordData& data, AxisModel* model);
     void changed(const QString& type, const QString& param);
     void markStored();
@@ -58,6 +59,7 @@ private:
     bool m_isStored = false;
     /// Changed by the model, not by the user: a new name or number, a return after removal.
     bool m_touched = false;
+    bool m_onTrial = false;
     /// Place among the records: by rows at opening, by creation after it.
     int m_sequence = 0;
 };

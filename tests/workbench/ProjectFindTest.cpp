@@ -45,8 +45,10 @@ private slots:
     void init();
     void cleanup();
     void axesThatWereNeverOpenedAreSearched();
-    void onesWithUnsavedChangesAreToldOf();
+    void theyAreSearchedWhateverTheirState_data();
+    void theyAreSearchedWhateverTheirState();
     void onesAreToldOfWhileOnline();
+    void theyOpenForTheSearchWhileOnline();
     void aReferenceLeadsIntoAnAxisThatWasNeverOpened();
     void theEditorIsSearchedFromTheClickedPin_data();
     void theEditorIsSearchedFromTheClickedPin();
@@ -61,6 +63,10 @@ private:
     }
     AxisTable* addAxis(const char* name, const char* pin) const;
     void save() const;
+    /// Brings a stored axis into one of the states that theyAreSearchedWhateverTheirState names.
+    void bring(AxisTable* axis, const QString& state);
+    /// The project's file with its log.
+    QByteArray fileContents() const;
     void search(const QString& what) const;
     QStringList results() const;
     QString status() const { return child<QLabel>("status")->text(); }
@@ -103,6 +109,35 @@ void ProjectFindTest::save() const
     QVERIFY2(program->project()->save(&error), qPrintable(error));
 }
 
+void ProjectFindTest::bring(AxisTable* axis, const QString& state)
+{
+    AxisModel* axes = program->project()->axisModel();
+    if (state == text("changed")) {
+        axis->setProperty(text("MaxVel"), text("55"));
+    } else if (state == text("renamed")) {
+        QVERIFY(axes->renameAxisTable(axis->id(), text("Saw")));
+    } else if (state == text("removed and put back")) {
+        QVERIFY(axes->removeAxisTable(axis));
+        save();
+        QVERIFY(axes->putObjectBack(axis));
+    } else if (state == text("in a comparison")) {
+        QVERIFY(program->workbench->comparisonFlows().compare(
+            program->write(program->file(text("Other")), { text("Cut") })));
+    }
+    program->workbench->workspace().showAnew();
+}
+
+QByteArray ProjectFindTest::fileContents() const
+{
+    QByteArray contents;
+    for (const char* end : { "", "-wal" }) {
+        QFile file(QString(program->file(text("Line")) + text(end)));
+        if (file.open(QIODevice::ReadOnly))
+            contents += file.readAll();
+    }
+    return contents;
+}
+
 void ProjectFindTest::search(const QString& what) const
 {
     child<QLineEdit>("text")->setText(what);
@@ -139,21 +174,37 @@ void ProjectFindTest::axesThatWereNeverOpenedAreSearched()
     QTRY_COMPARE(focus(), text("lineEditPos"));
 }
 
-void ProjectFindTest::onesWithUnsavedChangesAreToldOf()
+void ProjectFindTest::theyAreSearchedWhateverTheirState_data()
 {
-    const AxisTable* axis = addAxis("Cut", "Main.stop");
-    addAxis("Turn", "Main.stop");
+    QTest::addColumn<QString>("state");
+    for (const char* state : { "as stored", "changed", "renamed", "removed and put back", "in a comparison" })
+        QTest::newRow(state) << text(state);
+}
+
+/// A search changes nothing, in memory or in the file, and says nothing but what it has found.
+void ProjectFindTest::theyAreSearchedWhateverTheirState()
+{
+    QFETCH(QString, state);
+    AxisTable* axis = addAxis("Cut", "Main.stop");
+    // The pages correct what they find.
+    axis->setProperty(text("AxisType"), text("Axis_Pulse"));
+    axis->setProperty(text("OutputDevice"), text("99"));
+    save();
+    bring(axis, state);
+    const QMap<QString, QString> before = axis->allProperties();
+    const bool wasModified = axis->modified;
+    const bool projectWasModified = program->project()->isModified();
+    const QByteArray file = fileContents();
+    const QSignalSpy failures(program->project(), &AbstractProjectModel::storeFailed);
     search(text("stop"));
-    QVERIFY(results().isEmpty());
-    QCOMPARE(status(), text("Places found: 0. Never opened, so not searched: 2."));
-    QVERIFY(axis->modified);
-    auto* button = child<QPushButton>("openUnsearched");
-    QVERIFY(button->isVisibleTo(&program->workbench->window().find()));
-    QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(results(), (QStringList{ text("Cut Positive limit:Main.stop"), text("Turn Positive limit:Main.stop") }));
-    QCOMPARE(status(), text("Places found: 2."));
-    QVERIFY(!button->isVisibleTo(&program->workbench->window().find()));
-    QCOMPARE(editors().editors().size(), 2);
+    QCOMPARE(results(), QStringList{ QString(axis->name() + text(" Positive limit:Main.stop")) });
+    QCOMPARE(status(), text("Places found: 1."));
+    QCOMPARE(axis->allProperties(), before);
+    QCOMPARE(axis->modified, wasModified);
+    QCOMPARE(axis->pageBuild, false);
+    QCOMPARE(program->project()->isModified(), projectWasModified);
+    QCOMPARE(fileContents(), file);
+    QVERIFY(failures.isEmpty());
 }
 
 void ProjectFindTest::onesAreToldOfWhileOnline()
@@ -167,6 +218,23 @@ void ProjectFindTest::onesAreToldOfWhileOnline()
     program->workbench->connection().setOnline(false, false);
     search(text("stop"));
     QCOMPARE(status(), text("Places found: 1."));
+}
+
+void ProjectFindTest::theyOpenForTheSearchWhileOnline()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    save();
+    program->workbench->connection().setOnline(true, false);
+    search(text("stop"));
+    auto* button = child<QPushButton>("openUnsearched");
+    QVERIFY(button->isVisibleTo(&program->workbench->window().find()));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(results(), (QStringList{ text("Cut Positive limit:Main.stop"), text("Turn Positive limit:Main.stop") }));
+    QCOMPARE(status(), text("Places found: 2."));
+    QVERIFY(!button->isVisibleTo(&program->workbench->window().find()));
+    QCOMPARE(editors().editors().size(), 2);
+    program->workbench->connection().setOnline(false, false);
 }
 
 void ProjectFindTest::aReferenceLeadsIntoAnAxisThatWasNeverOpened()
