@@ -55,8 +55,8 @@ struct PinUse {
     QString control;
 };
 
-/// The controls of the first two rows stand crossed over: the view information of each names the other's
-/// line edit, and the two are followed as they are stored.
+/// The controls of the first two rows stand crossed over, which is kept: a use at one limit leads to the line edit of
+/// the other.
 const PinUse pinUses[] = {
     { QStringLiteral("NegsLimitEnable"), QStringLiteral("NegLimitPin"),
         QT_TRANSLATE_NOOP("MotionControlAxisEditor", "Negative limit:"), QStringLiteral("lineEditPos") },

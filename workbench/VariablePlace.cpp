@@ -15,9 +15,10 @@ bool isSame(const QString& a, const QString& b)
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-bool endsWithPath(const QString& path, const QString& written)
+/// "axes" of "axes[3].speed".
+QString firstName(const QString& written)
 {
-    return path.endsWith(QString(QLatin1Char('.') + written), Qt::CaseInsensitive) || isSame(path, written);
+    return written.section(QLatin1Char('.'), 0, 0).section(QLatin1Char('['), 0, 0);
 }
 
 QString joined(const QString& unit, const QString& rest)
@@ -39,8 +40,7 @@ QStringList unitsOf(const ac::ACCore& core, ac::SymbolKind kind)
 QString withoutMembers(const QString& path)
 {
     const QString unit = path.section(QLatin1Char('.'), 0, 0);
-    const QString variable = path.section(QLatin1Char('.'), 1, 1).section(QLatin1Char('['), 0, 0);
-    return joined(unit, variable);
+    return joined(unit, firstName(path.section(QLatin1Char('.'), 1)));
 }
 
 /// The path in the letters of its declaration. Empty unless the variable is declared there: an external one is not.
@@ -70,8 +70,8 @@ QString globalPath(const ac::ACCore& core, const QString& written)
     return {};
 }
 
-/// The path of what is not listed where it is written: an external variable, a temporary one, a global without its
-/// list.
+/// The path of what is not listed where it is written: an external variable, a temporary one as it is written, a
+/// global without its list.
 QString undeclaredPath(const ac::ACCore& core, const QString& written)
 {
     switch (core.ownerOf(written.toStdString())) {
@@ -95,17 +95,26 @@ QString projectPath(const ac::ACCore& core, const QString& written)
     return path.isEmpty() ? written : path;
 }
 
-QString nearestPath(const ac::ACCore& core, const VariablePlace& place)
+/// The variable at a place of a declaration, wherever the project first has one of it.
+QString variableAt(const ac::ACCore& core, const ac::LocalName& place)
 {
-    QString nearest;
     for (const ac::VariableInfo& variable : core.variables()) {
-        if (QString::fromStdString(variable.source) != place.source || variable.line > place.line)
-            continue;
-        const QString path = QString::fromStdString(variable.path);
-        if (endsWithPath(path, place.written))
-            nearest = path;
+        if (variable.line == place.line && variable.column == place.column && variable.source == place.source)
+            return QString::fromStdString(variable.path);
     }
-    return nearest;
+    return {};
+}
+
+/// The path of a name that the program, list, block or type around it declares. Temporary variables, those of
+/// functions, and blocks that nothing is made of have none but their own.
+QString ownPath(const ac::ACCore& core, const ac::LocalName& local, const QString& unit, const QString& written)
+{
+    const QString own = joined(unit, written);
+    if (core.ownerOf(own.toStdString()) != ac::ACCore::Owner::NoUnit)
+        return projectPath(core, own);
+    const QString variable = variableAt(core, local);
+    const QString path = variable + written.mid(firstName(written).size());
+    return variable.isEmpty() || !core.type(path.toStdString()) ? own : path;
 }
 
 } // namespace
@@ -115,16 +124,17 @@ QString variablePathAt(const VariablePlace& place)
     const SafeAccore core(place.project.toStdString(), false);
     if (!core || place.written.isEmpty())
         return {};
-    const QString unit = QString::fromStdString(core->unitAt(place.source.toStdString(), place.line));
-    const QStringList units
-        = unitsOf(*core.core(), ac::ProgramSymbols) + unitsOf(*core.core(), ac::GlobalVariableListSymbols);
-    if (!units.contains(unit, Qt::CaseInsensitive)) {
-        const QString path = nearestPath(*core.core(), place);
-        return path.isEmpty() ? projectPath(*core.core(), place.written) : path;
+    const std::string source = place.source.toStdString();
+    const ac::LocalName local = core->localName(source, place.line, firstName(place.written).toStdString());
+    switch (local.kind) {
+    case ac::LocalName::Kind::Own:
+        return ownPath(*core.core(), local, QString::fromStdString(core->unitAt(source, place.line)), place.written);
+    case ac::LocalName::Kind::External:
+        return globalPath(*core.core(), place.written);
+    case ac::LocalName::Kind::None:
+        break;
     }
-    const QString own = joined(unit, place.written);
-    const bool isOwn = core->ownerOf(own.toStdString()) != ac::ACCore::Owner::NoUnit;
-    return projectPath(*core.core(), isOwn ? own : place.written);
+    return projectPath(*core.core(), place.written);
 }
 
 QString variablePath(const QString& project, const QString& written)
@@ -140,6 +150,8 @@ QStringList pathSpellings(const QString& project, const QString& path)
     if (!core)
         return spellings;
     const QString inList = path.section(QLatin1Char('.'), 1);
+    if (isSame(projectPath(*core.core(), inList), path))
+        spellings.append(inList);
     const QStringList programs = unitsOf(*core.core(), ac::ProgramSymbols);
     for (const QString& program : programs) {
         const QString spelling = joined(program, inList);

@@ -70,6 +70,13 @@ bool isAxisGroup(const VariableDecl& variable)
     return variable.type && sameName(variable.type->name, "AXES_GROUP_REF");
 }
 
+LocalName localName(const Declaration& declaration, const VariableDecl& variable)
+{
+    const bool external = variable.section == VarSection::External;
+    return { external ? LocalName::Kind::External : LocalName::Kind::Own, declaration.source, variable.position.line,
+        variable.position.column };
+}
+
 } // namespace
 
 struct ACCore::Private {
@@ -78,6 +85,8 @@ struct ACCore::Private {
     void makeSymbols();
     void makeVariableSymbols(const Declaration& unit);
     SymbolDataType* dataType(const ResolvedType& type);
+    /// The declaration that a line of a source lies in or behind.
+    const Declaration* declarationAt(const std::string& source, int line) const;
     void classify(const ExpressionSymbol& symbol, std::map<int, std::map<int, Language::LogicSymInfo>>& symbols,
         std::map<std::string, std::string>& types, ParseDetails& details) const;
 
@@ -226,15 +235,40 @@ const std::vector<VariableInfo>& ACCore::variables() const
     return *d->variables;
 }
 
+const Declaration* ACCore::Private::declarationAt(const std::string& source, int line) const
+{
+    const Declaration* found = nullptr;
+    for (const Declaration& declaration : declarations) {
+        if (declaration.source == source && declaration.position.line <= line
+            && (found == nullptr || declaration.position.line >= found->position.line))
+            found = &declaration;
+    }
+    return found;
+}
+
 std::string ACCore::unitAt(const std::string& source, int line) const
 {
-    const Declaration* unit = nullptr;
-    for (const Declaration& declaration : d->declarations) {
-        if (declaration.source == source && declaration.position.line <= line
-            && (unit == nullptr || declaration.position.line >= unit->position.line))
-            unit = &declaration;
-    }
+    const Declaration* unit = d->declarationAt(source, line);
     return unit == nullptr ? std::string() : unit->name;
+}
+
+LocalName ACCore::localName(const std::string& source, int line, const std::string& name) const
+{
+    const Declaration* unit = d->declarationAt(source, line);
+    if (unit == nullptr)
+        return {};
+    const auto written = std::find_if(unit->variables.begin(), unit->variables.end(),
+        [&name](const VariableDecl& variable) { return sameName(variable.name, name); });
+    if (written != unit->variables.end())
+        return ac::localName(*unit, *written);
+    const VariableDecl* inherited = d->table->member(*unit, name);
+    for (const Declaration& declaration : d->declarations) {
+        for (const VariableDecl& variable : declaration.variables) {
+            if (&variable == inherited)
+                return ac::localName(declaration, variable);
+        }
+    }
+    return {};
 }
 
 ACCore::Owner ACCore::ownerOf(const std::string& path) const

@@ -37,6 +37,23 @@ struct VariableInfo {
     int column = 0;
 };
 
+/// What a name stands for inside a declaration, such as a program or a function block.
+struct LocalName {
+    enum class Kind {
+        /// Not declared there.
+        None,
+        /// A variable or member of the declaration.
+        Own,
+        /// Declared there as external: it lives in a global list.
+        External
+    };
+    Kind kind = Kind::None;
+    /// Where it is declared; line and column from 1.
+    std::string source;
+    int line = 0;
+    int column = 0;
+};
+
 /// Further results of ACCore::parserVariables, each list in the order of the text.
 struct ParseDetails {
     /// All names with their members and indices, known or not.
@@ -91,6 +108,8 @@ public:
     /// Name of the declaration (program, function, block, list, type) that a line of a source, from 1, lies in or
     /// behind; empty before the first one. A list without a name of its own begins with its source.
     std::string unitAt(const std::string& source, int line) const;
+    /// What a name (without members and indices) stands for in the declaration of unitAt, inherited members included.
+    LocalName localName(const std::string& source, int line, const std::string& name) const;
     /// Whether the first two names of a path are a unit and a variable in it. What a unit declares as external lives in
     /// a global list.
     enum class Owner { NoUnit, Unit, Elsewhere };

@@ -15,6 +15,8 @@ private slots:
     void comments();
     void unitsAtLines_data();
     void unitsAtLines();
+    void namesInsideDeclarations_data();
+    void namesInsideDeclarations();
 };
 
 void ACCorePlacesTest::comments_data()
@@ -89,6 +91,43 @@ void ACCorePlacesTest::unitsAtLines()
             "Second\nEND_FUNCTION_BLOCK\n"
             "TYPE Guard :\nSTRUCT open : BOOL; END_STRUCT\nEND_TYPE\n" } });
     QCOMPARE(QString::fromStdString(core.unitAt(source.toStdString(), line)), unit);
+}
+
+void ACCorePlacesTest::namesInsideDeclarations_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("declared");
+    const auto row = [](const char* tag, int line, const char* name, LocalName::Kind kind, int declared) {
+        QTest::newRow(tag) << line << QString::fromLatin1(name) << int(kind) << declared;
+    };
+    row("before the first declaration", 0, "x", LocalName::Kind::None, 0);
+    row("a variable in other letters", 3, "X", LocalName::Kind::Own, 2);
+    row("an external one", 3, "ready", LocalName::Kind::External, 2);
+    row("one of another declaration", 3, "limit", LocalName::Kind::None, 0);
+    row("a temporary one", 5, "t", LocalName::Kind::Own, 4);
+    row("an inherited one", 6, "limit", LocalName::Kind::Own, 4);
+    row("a temporary one of the base is not inherited", 6, "t", LocalName::Kind::None, 0);
+}
+
+void ACCorePlacesTest::namesInsideDeclarations()
+{
+    QFETCH(int, line);
+    QFETCH(QString, name);
+    ACCore core;
+    core.setSources({ { "Main",
+        "PROGRAM First\n"
+        "VAR x : INT; END_VAR VAR_EXTERNAL ready : BOOL; END_VAR\n"
+        "END_PROGRAM\n"
+        "FUNCTION_BLOCK Base VAR limit : REAL; END_VAR VAR_TEMP t : INT; END_VAR\n"
+        "END_FUNCTION_BLOCK\n"
+        "FUNCTION_BLOCK Next EXTENDS Base END_FUNCTION_BLOCK\n" } });
+    const LocalName found = core.localName("Main", line, name.toStdString());
+    QTEST(int(found.kind), "kind");
+    QTEST(found.line, "declared");
+    QCOMPARE(QString::fromStdString(found.source), found.line > 0 ? QStringLiteral("Main") : QString());
+    QCOMPARE(core.localName("Elsewhere", line, name.toStdString()).line, 0);
 }
 
 QTEST_GUILESS_MAIN(ACCorePlacesTest)

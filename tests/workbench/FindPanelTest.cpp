@@ -150,6 +150,7 @@ private slots:
     void anObjectThatCannotBeReadIsNamed();
     void referencesOfAnEnteredVariable();
     void referencesOfABareName();
+    void usesOfAGlobalWithoutItsListAreFound();
     void referencesFromTheSource_data();
     void referencesFromTheSource();
     void usesByWayOfAnExternalAreFound();
@@ -458,6 +459,10 @@ void FindPanelTest::anObjectThatCannotBeReadIsNamed()
     child<QLineEdit>("variable")->setText(text("Main.front"));
     child<QPushButton>("references")->click();
     QVERIFY2(status().contains(text("The object could not be read.")), qPrintable(status()));
+    // Once, however many paths the variable has.
+    child<QLineEdit>("variable")->setText(text("LineIO.infeedHome"));
+    child<QPushButton>("references")->click();
+    QCOMPARE(status().count(text("The object could not be read.")), 1);
 }
 
 void FindPanelTest::referencesOfAnEnteredVariable()
@@ -479,6 +484,19 @@ void FindPanelTest::referencesOfABareName()
     child<QPushButton>("references")->click();
     QCOMPARE(results(), QStringList{ text("Feed Origin signal:LineIO.infeedHome") });
     QCOMPARE(status(), text("Uses of LineIO.infeedHome: 1."));
+}
+
+void FindPanelTest::usesOfAGlobalWithoutItsListAreFound()
+{
+    program->project()->sourceModel()->setSource(text("Guards"),
+        text("TYPE Guard : STRUCT\n  open : BOOL;\nEND_STRUCT\nEND_TYPE\nVAR_GLOBAL\n  cover : Guard;\nEND_VAR\n"));
+    program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("cover.open"));
+    for (const char* name : { "cover.open", "Guards.cover.open" }) {
+        child<QLineEdit>("variable")->setText(text(name));
+        child<QPushButton>("references")->click();
+        QCOMPARE(results(), QStringList{ text("Feed Origin signal:cover.open") });
+        QCOMPARE(status(), text("Uses of Guards.cover.open: 1."));
+    }
 }
 
 void FindPanelTest::referencesFromTheSource_data()

@@ -93,6 +93,8 @@ void ProjectComparisonTest::namesPairInAnyCase()
     QVERIFY(!states().contains(QStringLiteral("FEED")));
     QCOMPARE(comparison().axes().first().name, QStringLiteral("Feed"));
     QCOMPARE(comparison().axes().first().thereName, QStringLiteral("FEED"));
+    QCOMPARE(cell(0, 0).data().toString(), QStringLiteral("Feed"));
+    QCOMPARE(cell(0, 2).data().toString(), QStringLiteral("FEED"));
 }
 
 void ProjectComparisonTest::valuesStandSideBySide()

@@ -28,7 +28,38 @@ const char* const program = "PROGRAM First\n"
                             "  ready : BOOL;\n"
                             "END_VAR\n"
                             "ready := TRUE;\n"
-                            "END_PROGRAM\n";
+                            "END_PROGRAM\n"
+                            "FUNCTION_BLOCK Watch\n"
+                            "VAR\n"
+                            "  guard : Guard;\n"
+                            "  limit : REAL;\n"
+                            "END_VAR\n"
+                            "VAR_TEMP\n"
+                            "  ready : BOOL;\n"
+                            "END_VAR\n"
+                            "VAR_EXTERNAL\n"
+                            "  speed : REAL;\n"
+                            "END_VAR\n"
+                            "ready := guard.open;\n"
+                            "END_FUNCTION_BLOCK\n"
+                            "FUNCTION Half : REAL\n"
+                            "VAR_INPUT\n"
+                            "  speed : REAL;\n"
+                            "END_VAR\n"
+                            "END_FUNCTION\n"
+                            "FUNCTION_BLOCK Closer EXTENDS Watch\n"
+                            "END_FUNCTION_BLOCK\n"
+                            "PROGRAM Fourth\n"
+                            "VAR\n"
+                            "  watch : Watch;\n"
+                            "  latch : Latch;\n"
+                            "  shut : BOOL;\n"
+                            "END_VAR\n"
+                            "END_PROGRAM\n"
+                            "TYPE Latch : STRUCT\n"
+                            "  shut : BOOL;\n"
+                            "END_STRUCT\n"
+                            "END_TYPE\n";
 
 const char* const globals = "VAR_GLOBAL\n"
                             "  ready : BOOL;\n"
@@ -76,6 +107,22 @@ void VariablePlaceTest::namesAtAPlace_data()
                                                            << "IO.cover.open";
     QTest::newRow("a temporary one hides the global one") << 22 << "ready"
                                                           << "Third.ready";
+    QTest::newRow("a member of a type that is also the name of a variable before it") << 52 << "shut"
+                                                                                      << "Fourth.latch.shut";
+    QTest::newRow("a variable of a block") << 35 << "Limit"
+                                           << "Fourth.watch.limit";
+    QTest::newRow("a member of a block's variable") << 35 << "guard.open"
+                                                    << "Fourth.watch.guard.open";
+    QTest::newRow("an unknown member of a block's variable") << 35 << "guard.shut"
+                                                             << "Watch.guard.shut";
+    QTest::newRow("a variable of the block's base") << 43 << "limit"
+                                                    << "Fourth.watch.limit";
+    QTest::newRow("a temporary one of a block hides the global one") << 35 << "ready"
+                                                                     << "Watch.ready";
+    QTest::newRow("an external one of a block") << 35 << "speed"
+                                                << "IO.speed";
+    QTest::newRow("one of a function hides the global one") << 39 << "speed"
+                                                            << "Half.speed";
     QTest::newRow("an unknown name") << 6 << "unheard" << QString();
     QTest::newRow("no name") << 6 << "" << QString();
 }
@@ -128,8 +175,9 @@ void VariablePlaceTest::aGlobalOneIsUsedByWayOfExternals()
     project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
     project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
     QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.speed")),
-        QStringList({ QStringLiteral("IO.speed"), QStringLiteral("Second.speed") }));
-    QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.ready")), QStringList({ QStringLiteral("IO.ready") }));
+        QStringList({ QStringLiteral("IO.speed"), QStringLiteral("speed"), QStringLiteral("Second.speed") }));
+    QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.cover.open")),
+        QStringList({ QStringLiteral("IO.cover.open"), QStringLiteral("cover.open") }));
     QCOMPARE(
         pathSpellings(project.name(), QStringLiteral("First.speed")), QStringList({ QStringLiteral("First.speed") }));
 }
