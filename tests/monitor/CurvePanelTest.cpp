@@ -6,9 +6,26 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTemporaryDir>
 
 #include <cmath>
+
+namespace {
+
+/// Counts how often the size of a cell is asked for.
+class SizeCounter : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        ++count;
+        return QStyledItemDelegate::sizeHint(option, index);
+    }
+    mutable int count = 0;
+};
+
+} // namespace
 
 /// What the panel of the curves shows and does, with real mouse and key events.
 class CurvePanelTest : public QObject {
@@ -25,6 +42,7 @@ private slots:
     void theLegendIsWorkedByKeys();
     void hiddenCurvesStayHiddenWhenAxesCome();
     void theLegendShowsTheNewestValues();
+    void manyAxesInTheLegendCostNoMoreThanTheirShare();
     void pauseHoldsThePicture();
     void aGapIsNotDrawn();
     void valuesThatAreNoneAreNotDrawn();
@@ -130,6 +148,25 @@ void CurvePanelTest::theLegendShowsTheNewestValues()
     QCOMPARE(m->curve(0, SetPosition)->text(2), QStringLiteral("Unit"));
     QCOMPARE(m->curve(0, ActualVelocity)->text(2), QStringLiteral("Unit/s"));
     QCOMPARE(m->curve(1, SetPosition)->text(1), QStringLiteral("\u2013"));
+}
+
+void CurvePanelTest::manyAxesInTheLegendCostNoMoreThanTheirShare()
+{
+    auto* counter = new SizeCounter(m->panel.operator->());
+    m->panel->legend().setItemDelegate(counter);
+    // The last axis that comes has all rows made anew.
+    const auto costOf = [this, counter](int axes) {
+        for (int axisNo = 0; axisNo < axes; ++axisNo) {
+            counter->count = 0;
+            m->monitor->addAxis(axisNo);
+            m->monitor->releaseAxis(axisNo, false);
+        }
+        return counter->count;
+    };
+    const int few = costOf(16);
+    const int many = costOf(64);
+    QVERIFY(few > 0);
+    QVERIFY2(many < 8 * few, qPrintable(QStringLiteral("%1, %2").arg(few).arg(many)));
 }
 
 void CurvePanelTest::pauseHoldsThePicture()

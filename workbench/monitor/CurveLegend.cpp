@@ -29,6 +29,8 @@ CurveLegend::CurveLegend(QWidget* parent) : QTreeWidget(parent), m_stop(new QAct
     setIndentation(16);
     setMinimumSize(240, 48);
     header()->setStretchLastSection(false);
+    // Each new value asks for the width of its column; over all rows, that took seconds with many axes.
+    header()->setResizeContentsPrecision(0);
     header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     header()->setSectionResizeMode(ValueColumn, QHeaderView::ResizeToContents);
     header()->setSectionResizeMode(UnitColumn, QHeaderView::ResizeToContents);
