@@ -35,6 +35,14 @@ public:
 
     bool silent = false;
 
+    /// Closes all that goes through it, on both sides.
+    void cut() const
+    {
+        const auto sockets = m_server.findChildren<QTcpSocket*>();
+        for (QTcpSocket* socket : sockets)
+            socket->abort();
+    }
+
 private:
     void pass(QTcpSocket* from, QTcpSocket* to)
     {
