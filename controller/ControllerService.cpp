@@ -32,6 +32,17 @@ Status refusedOnPurpose(const Faults::Effect& effect)
 {
     return Status(grpc::StatusCode::FAILED_PRECONDITION, "refused on purpose with " + std::to_string(effect.refusal));
 }
+
+/// Brings the event up to date; false when it was.
+bool tell(const MotionController& controller, proto::SessionEvent* event)
+{
+    const bool held = controller.isStopHeld();
+    const std::uint64_t revision = controller.axesRevision();
+    const bool isNew = event->stop_held() != held || event->axes_revision() != revision;
+    event->set_stop_held(held);
+    event->set_axes_revision(revision);
+    return isNew;
+}
 } // namespace
 
 ControllerService::ControllerService(MotionController* controller, Faults* faults, std::string token)
@@ -120,14 +131,12 @@ Status ControllerService::Attend(
         return Status(grpc::StatusCode::UNAUTHENTICATED, "no such session, or it is attended already");
     waitFor(context, effect);
     proto::SessionEvent event;
-    event.set_stop_held(m_controller->isStopHeld());
+    tell(*m_controller, &event);
     bool written = writer->Write(event);
     while (written && !m_ending && !context->IsCancelled() && m_sessions.find(request->session()) != 0) {
         std::this_thread::sleep_for(streamTick);
-        if (event.stop_held() != m_controller->isStopHeld()) {
-            event.set_stop_held(m_controller->isStopHeld());
+        if (tell(*m_controller, &event))
             written = writer->Write(event);
-        }
     }
     const SessionId session = m_sessions.close(request->session());
     if (session != 0)
@@ -161,6 +170,7 @@ Status ControllerService::DownloadAxes(
     reply->set_axis(result.axis);
     reply->set_key(result.key);
     reply->set_reason(result.reason);
+    reply->set_axes_revision(result.revision);
     return finish(context, effect);
 }
 
@@ -171,7 +181,10 @@ Status ControllerService::ReadAxes(Context* context, const proto::SessionRequest
         reply->set_result(effect.refusal != 0 ? effect.refusal : Diagnosis::refused);
         return finish(context, effect);
     }
-    for (const AxisText& axis : m_controller->axes()) {
+    std::uint64_t revision = 0;
+    const std::vector<AxisText> axes = m_controller->axes(&revision);
+    reply->set_axes_revision(revision);
+    for (const AxisText& axis : axes) {
         proto::AxisRecord* record = reply->add_axes();
         record->set_name(axis.name);
         record->mutable_values()->insert(axis.values.begin(), axis.values.end());

@@ -230,15 +230,18 @@ DownloadResult MotionController::download(const std::vector<AxisText>& axes, Ses
         applyMachineFaults();
         for (auto& owner : m_owners)
             owner = 0;
+        result.revision = ++m_axesRevision;
         return Diagnosis::ok;
     });
     return result;
 }
 
-std::vector<AxisText> MotionController::axes()
+std::vector<AxisText> MotionController::axes(std::uint64_t* revision)
 {
     std::vector<AxisText> list;
     run([&]() -> std::int16_t {
+        if (revision)
+            *revision = m_axesRevision;
         for (const auto& entry : m_entries) {
             if (entry)
                 list.push_back(entry->text);

@@ -28,6 +28,8 @@ struct DownloadResult {
     std::string axis;
     std::string key;
     std::string reason;
+    /// What axesRevision() has become with these axes.
+    std::uint64_t revision = 0;
 };
 
 /// How punctual the cycle has been.
@@ -66,7 +68,10 @@ public:
     /// Puts the axes into the controller, all or none. Refused while an axis is enabled or moves, or is in debug mode
     /// of another session than this one, whose client would go on with other axes under the same numbers.
     DownloadResult download(const std::vector<AxisText>& axes, SessionId session = 0);
-    std::vector<AxisText> axes();
+    /// The axes as they were put in, and the revision that they are, if that is asked for.
+    std::vector<AxisText> axes(std::uint64_t* revision = nullptr);
+    /// Grows from 1 with each download that is taken.
+    std::uint64_t axesRevision() const { return m_axesRevision.load(); }
 
     /// Kinds of command, which differ in what stands in their way.
     enum class Kind {
@@ -178,6 +183,7 @@ private:
     std::array<std::atomic<std::int64_t>, axisNumbers> m_heardUs{};
     std::atomic<std::int64_t> m_clockUs{ 0 };
     std::atomic<bool> m_stopHeld{ false };
+    std::atomic<std::uint64_t> m_axesRevision{ 1 };
     std::atomic<std::uint64_t> m_cycleCount{ 0 };
     std::atomic<std::uint64_t> m_lateCount{ 0 };
     std::atomic<std::int64_t> m_lastStopTime{ 0 };

@@ -306,6 +306,7 @@ private:
             proto::SessionEvent event;
             while (stream->Read(&event)) {
                 m_stopHeld = event.stop_held();
+                m_axesRevision = event.axes_revision();
                 ++m_events;
             }
             stream->Finish();
@@ -372,6 +373,9 @@ private:
         say(fine && list.axes(0).name() == "ProtocolCheck"
                 && list.axes(0).values_size() == request.axes(0).values_size(),
             "the axis comes back as it was");
+        say(reply.axes_revision() > 0 && list.axes_revision() == reply.axes_revision()
+                && waitFor([this, &reply] { return m_axesRevision == reply.axes_revision(); }),
+            "the session's stream tells the revision of the axes");
     }
 
     void checkStatus()
@@ -511,6 +515,7 @@ private:
     std::thread m_reader;
     std::atomic<int> m_events{ 0 };
     std::atomic<bool> m_stopHeld{ false };
+    std::atomic<std::uint64_t> m_axesRevision{ 0 };
     bool m_tokenNeeded = false;
     int m_failed = 0;
 };

@@ -17,6 +17,8 @@ struct DownloadOutcome {
     QString axis;
     QString key;
     QString reason;
+    /// The controller's count of its downloads with this one; 0 when it was refused or the controller keeps none.
+    quint64 revision = 0;
 };
 
 Q_DECLARE_METATYPE(ControllerAxis)

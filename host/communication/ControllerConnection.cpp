@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -40,7 +41,7 @@ struct SessionEvents {
     std::function<void(const std::shared_ptr<GrpcLink>&, QString)> opened;
     std::function<void(short, QString)> failed;
     std::function<void(QString)> lost;
-    std::function<void(bool)> stopHeld;
+    std::function<void(GrpcLink::News)> news;
 };
 
 /// Logs in, stays while the session is there, and logs in again after a loss, until it is told to end.
@@ -138,7 +139,7 @@ private:
     {
         ControllerLink::setActive(link);
         m_events.opened(link, name);
-        const QString reason = link->attend(m_events.stopHeld);
+        const QString reason = link->attend(m_events.news);
         link->shutDown();
         if (ControllerLink::active() == link)
             ControllerLink::setActive(nullptr);
@@ -174,7 +175,10 @@ struct ControllerConnection::Private {
     void opened(const std::shared_ptr<GrpcLink>& link, const QString& name);
     void failed(short code, const QString& reason);
     void lost(const QString& reason);
+    void hear(const GrpcLink::News& news);
     void tellStopHeld(bool held);
+    void seeAxes(quint64 revision);
+    void compareRevisions();
 
     ControllerConnection* q;
     Mailbox mailbox;
@@ -186,6 +190,11 @@ struct ControllerConnection::Private {
     std::shared_ptr<const Credentials> credentials;
     std::shared_ptr<Session> session;
     bool stopHeld = false;
+    /// Of the controller's axes: what it has told, and what has been seen of them; 0 for nothing yet.
+    quint64 toldRevision = 0;
+    quint64 seenRevision = 0;
+    /// Requests under way that will tell more.
+    int axesRequests = 0;
     /// Number of the present session: what an earlier one still has to tell concerns nobody.
     int generation = 0;
     // The last member: its end waits for tasks that use the others.
@@ -245,6 +254,7 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     address = newAddress;
     state = Connecting;
     stopHeld = false;
+    axesRequests = 0;
     SessionEvents events;
     events.opened = [this, number](const std::shared_ptr<GrpcLink>& link, const QString& who) {
         post(number, [this, link, who] { opened(link, who); });
@@ -253,7 +263,7 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
         post(number, [this, code, reason] { failed(code, reason); });
     };
     events.lost = [this, number](const QString& reason) { post(number, [this, reason] { lost(reason); }); };
-    events.stopHeld = [this, number](bool held) { post(number, [this, held] { tellStopHeld(held); }); };
+    events.news = [this, number](const GrpcLink::News& news) { post(number, [this, news] { hear(news); }); };
     session = std::make_shared<Session>(address, client, std::move(events));
 }
 
@@ -282,6 +292,8 @@ void ControllerConnection::Private::opened(const std::shared_ptr<GrpcLink>& link
     fresh->session = link->session();
     credentials = fresh;
     state = Open;
+    // It may be another controller, which counts anew.
+    toldRevision = seenRevision = 0;
     emit q->opened();
 }
 
@@ -298,6 +310,30 @@ void ControllerConnection::Private::lost(const QString& reason)
     // Whether STOP still holds is told anew with the next session.
     stopHeld = false;
     emit q->lost(reason.isEmpty() ? say("The controller has ended the connection.") : reason);
+}
+
+void ControllerConnection::Private::hear(const GrpcLink::News& news)
+{
+    tellStopHeld(news.stopHeld);
+    toldRevision = news.axesRevision;
+    compareRevisions();
+}
+
+void ControllerConnection::Private::seeAxes(quint64 revision)
+{
+    --axesRequests;
+    seenRevision = std::max(seenRevision, revision);
+    // Behind the news of this answer, on which the other rests.
+    post(generation, [this] { compareRevisions(); });
+}
+
+// The answer to a download of this client and the news of it come on different ways, in either order.
+void ControllerConnection::Private::compareRevisions()
+{
+    if (seenRevision == 0 || axesRequests > 0 || toldRevision <= seenRevision)
+        return;
+    seenRevision = toldRevision;
+    emit q->axesReplaced();
 }
 
 void ControllerConnection::Private::tellStopHeld(bool held)
@@ -329,10 +365,15 @@ void ControllerConnection::readAxes()
 {
     const int number = d->generation;
     const std::shared_ptr<GrpcLink> link = isOpen() ? d->session->currentLink() : nullptr;
+    ++d->axesRequests;
     d->tasks.post([this, number, link] {
         QVector<ControllerAxis> axes;
-        const short result = link ? link->readAxes(&axes) : Diagnosis::notConnected;
-        d->post(number, [this, result, axes] { emit axesRead(result, axes); });
+        quint64 revision = 0;
+        const short result = link ? link->readAxes(&axes, &revision) : Diagnosis::notConnected;
+        d->post(number, [this, result, axes, revision] {
+            d->seeAxes(revision);
+            emit axesRead(result, axes);
+        });
     });
 }
 
@@ -340,9 +381,13 @@ void ControllerConnection::downloadAxes(const QVector<ControllerAxis>& axes)
 {
     const int number = d->generation;
     const std::shared_ptr<GrpcLink> link = isOpen() ? d->session->currentLink() : nullptr;
+    ++d->axesRequests;
     d->tasks.post([this, number, link, axes] {
         const DownloadOutcome outcome
             = link ? link->download(axes) : DownloadOutcome{ Diagnosis::notConnected, {}, {}, {} };
-        d->post(number, [this, outcome] { emit axesDownloaded(outcome); });
+        d->post(number, [this, outcome] {
+            d->seeAxes(outcome.revision);
+            emit axesDownloaded(outcome);
+        });
     });
 }

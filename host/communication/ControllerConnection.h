@@ -67,6 +67,9 @@ signals:
     void stopHeldChanged(bool held);
     void axesRead(short result, const QVector<ControllerAxis>& axes);
     void axesDownloaded(const DownloadOutcome& outcome);
+    /// The controller has other axes than those that were last read, or put there, over this connection since
+    /// opened(): what is known of them is stale. Once for each time that is known; never before the first reading.
+    void axesReplaced();
 
 private:
     struct Private;

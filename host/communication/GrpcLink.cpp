@@ -224,7 +224,7 @@ std::string GrpcLink::session() const
     return m_session;
 }
 
-QString GrpcLink::attend(const std::function<void(bool)>& stopHeld)
+QString GrpcLink::attend(const std::function<void(News)>& tell)
 {
     proto::SessionRequest request;
     request.set_session(session());
@@ -239,7 +239,7 @@ QString GrpcLink::attend(const std::function<void(bool)>& stopHeld)
     const auto reader = m_stub->Attend(context, request);
     proto::SessionEvent event;
     while (reader->Read(&event))
-        stopHeld(event.stop_held());
+        tell({ event.stop_held(), event.axes_revision() });
     const grpc::Status status = reader->Finish();
     m_up = false;
     return QString::fromStdString(status.error_message());
@@ -285,10 +285,10 @@ DownloadOutcome GrpcLink::download(const QVector<ControllerAxis>& axes)
     if (!status.ok())
         return { resultOfStatus(status), QString(), QString(), QString::fromStdString(status.error_message()) };
     return { resultOfNumber(reply.result()), QString::fromStdString(reply.axis()), QString::fromStdString(reply.key()),
-        QString::fromStdString(reply.reason()) };
+        QString::fromStdString(reply.reason()), reply.axes_revision() };
 }
 
-short GrpcLink::readAxes(QVector<ControllerAxis>* axes)
+short GrpcLink::readAxes(QVector<ControllerAxis>* axes, quint64* revision)
 {
     proto::SessionRequest request;
     proto::AxisList reply;
@@ -302,6 +302,8 @@ short GrpcLink::readAxes(QVector<ControllerAxis>* axes)
             axis.values.insert(QString::fromStdString(value.first), QString::fromStdString(value.second));
         axes->append(axis);
     }
+    if (reply.result() == 0)
+        *revision = reply.axes_revision();
     return resultOfNumber(reply.result());
 }
 

@@ -40,8 +40,13 @@ public:
 
     /// Handshake and login. Waits for a controller that is still starting, until the deadline.
     LoginOutcome login(std::chrono::milliseconds deadline);
-    /// Blocks while the session is there; tells every change of the emergency stop. Gives what ended it.
-    QString attend(const std::function<void(bool)>& stopHeld);
+    /// What the controller tells all its clients by itself.
+    struct News {
+        bool stopHeld = false;
+        quint64 axesRevision = 0;
+    };
+    /// Blocks while the session is there; tells the news. Gives what ended it.
+    QString attend(const std::function<void(News)>& tell);
     /// Ends the session at the controller.
     void logout(std::chrono::milliseconds deadline);
 
@@ -51,7 +56,8 @@ public:
     void shutDown();
 
     DownloadOutcome download(const QVector<ControllerAxis>& axes);
-    short readAxes(QVector<ControllerAxis>* axes);
+    /// The revision stays as it is when the axes cannot be read.
+    short readAxes(QVector<ControllerAxis>* axes, quint64* revision);
 
     std::string session() const;
 

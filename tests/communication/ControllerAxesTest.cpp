@@ -34,6 +34,10 @@ private slots:
     void twoClientsDoNotDisturbEachOther();
     void axesStopWhenTheirClientLeaves();
     void aClientThatIsBackIsNotInItsOwnWay();
+    void axesThatAnotherReplacesAreTold();
+    void whatOneDoesOneselfIsNoNews_data();
+    void whatOneDoesOneselfIsNoNews();
+    void aReplacementOnTheWayIsToldAtItsEnd();
 };
 
 void ControllerAxesTest::axesGoThereAndComeBack()
@@ -184,6 +188,84 @@ void ControllerAxesTest::aClientThatIsBackIsNotInItsOwnWay()
     host.controller.endSession(other);
     QTRY_COMPARE(host.peek(1).debugMode, std::uint8_t(0));
     QCOMPARE(outcome().result, Diagnosis::ok);
+}
+
+void ControllerAxesTest::axesThatAnotherReplacesAreTold()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection first;
+    ControllerConnection second;
+    QVERIFY(connectTo(first, host.address()));
+    QVERIFY(connectTo(second, host.address()));
+    QSignalSpy replaced(&first, &ControllerConnection::axesReplaced);
+    QSignalSpy read(&first, &ControllerConnection::axesRead);
+    QSignalSpy downloaded(&second, &ControllerConnection::axesDownloaded);
+    const auto replace = [&second, &downloaded](const char* velocity) {
+        downloaded.clear();
+        second.downloadAxes({ makeControllerAxis(0, { { "MaxVel", velocity } }) });
+        return downloaded.wait(5000) && downloaded.at(0).at(0).value<DownloadOutcome>().result == Diagnosis::ok;
+    };
+    // Who has not looked yet knows nothing that could become stale.
+    QVERIFY(replace("70"));
+    QVERIFY(!replaced.wait(150));
+    first.readAxes();
+    QVERIFY(read.wait(5000));
+    QVERIFY(!replaced.wait(150));
+    QVERIFY(replace("71"));
+    QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 1000);
+    QVERIFY(!replace("fast"));
+    QVERIFY(!replaced.wait(150));
+    QVERIFY(replace("72"));
+    QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 2, 1000);
+    // A controller that has been started anew counts anew.
+    QSignalSpy opened(&first, &ControllerConnection::opened);
+    host.fault("drop-link");
+    QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 1, 5000);
+    QVERIFY(!replaced.wait(150));
+    QCOMPARE(replaced.count(), 2);
+}
+
+void ControllerAxesTest::whatOneDoesOneselfIsNoNews_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("the answer at once") << QStringLiteral("none");
+    QTest::newRow("the news before the answer") << QStringLiteral("late-replies 300 DownloadAxes");
+}
+
+void ControllerAxesTest::whatOneDoesOneselfIsNoNews()
+{
+    QFETCH(QString, fault);
+    ControllerHost host;
+    host.fault(fault.toLatin1().constData());
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QSignalSpy replaced(&connection, &ControllerConnection::axesReplaced);
+    QSignalSpy read(&connection, &ControllerConnection::axesRead);
+    QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
+    connection.readAxes();
+    QVERIFY(read.wait(5000));
+    connection.downloadAxes({ makeControllerAxis(0) });
+    QVERIFY(downloaded.wait(5000));
+    QCOMPARE(downloaded.at(0).at(0).value<DownloadOutcome>().revision, quint64(host.controller.axesRevision()));
+    QVERIFY(!replaced.wait(200));
+    QCOMPARE(replaced.count(), 0);
+}
+
+void ControllerAxesTest::aReplacementOnTheWayIsToldAtItsEnd()
+{
+    ControllerHost host;
+    host.fault("late-replies 300 DownloadAxes");
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QSignalSpy replaced(&connection, &ControllerConnection::axesReplaced);
+    QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
+    connection.downloadAxes({ makeControllerAxis(0) });
+    QTRY_COMPARE(host.controller.axes().size(), std::size_t(1));
+    // Somebody else is a moment later, while the answer is on its way.
+    QCOMPARE(host.controller.download({ makeAxisText(0), makeAxisText(1) }).code, Diagnosis::ok);
+    QVERIFY(downloaded.wait(5000));
+    QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 1000);
 }
 
 QTEST_GUILESS_MAIN(ControllerAxesTest)

@@ -94,6 +94,7 @@ private slots:
     void downloadsAreCheckedWhole_data();
     void downloadsAreCheckedWhole();
     void downloadReplacesTheAxes();
+    void eachDownloadThatIsTakenCounts();
     void downloadIsRefusedWhileAnAxisIsEnabledOrMoves();
     void downloadIsRefusedWhileAnotherClientHasAnAxis();
     void unsoundMachinesAreRefused();
@@ -447,6 +448,24 @@ void MotionControllerTest::downloadReplacesTheAxes()
     QCOMPARE(rig.controller.download(many).code, Diagnosis::tooManyAxes);
     many.pop_back();
     QCOMPARE(rig.controller.download(many).code, Diagnosis::ok);
+}
+
+void MotionControllerTest::eachDownloadThatIsTakenCounts()
+{
+    Rig rig;
+    const std::uint64_t before = rig.controller.axesRevision();
+    QVERIFY(before > 0);
+    QCOMPARE(rig.controller.download({ makeAxisText(0) }).revision, before + 1);
+    QCOMPARE(rig.controller.axesRevision(), before + 1);
+    // The same once more counts too: its axes begin anew.
+    QCOMPARE(rig.controller.download({ makeAxisText(0) }).revision, before + 2);
+    QCOMPARE(rig.controller.download({ makeAxisText(0, { { "MaxVel", "fast" } }) }).revision, std::uint64_t(0));
+    rig.enter(alice, 0, 30000);
+    QCOMPARE(rig.controller.download({ makeAxisText(0) }, bob).revision, std::uint64_t(0));
+    std::uint64_t read = 0;
+    rig.controller.axes(&read);
+    QCOMPARE(read, before + 2);
+    QCOMPARE(rig.controller.axesRevision(), before + 2);
 }
 
 void MotionControllerTest::downloadIsRefusedWhileAnAxisIsEnabledOrMoves()

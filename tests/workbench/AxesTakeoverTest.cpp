@@ -32,6 +32,11 @@ private slots:
     void aLinkThatComesBackIsNotInItsOwnWay_data();
     void aLinkThatComesBackIsNotInItsOwnWay();
     void whoStillWorksThereIsNotOvercome();
+    void axesThatAnotherReplacesAreComparedAgain_data();
+    void axesThatAnotherReplacesAreComparedAgain();
+    void anOpenOfferFollowsTheController();
+    void anAnswerToAnOldOfferIsNotCarriedOutAfterAll();
+    void axesThatComeToAgreeBringDebuggingBack();
     void whileOnlineTheAxesStayAsTheyAre();
 
 private:
@@ -57,6 +62,17 @@ private:
         for (const AxisText& axis : m_program->host.controller.axes())
             axes.insert(QString::fromStdString(axis.name), axis.values);
         return axes;
+    }
+
+    /// Another client puts the controller's axes in once more, Beta with another value, unless there is no key.
+    void replaceOne(const QByteArray& key, const QByteArray& value, SessionId client = 4711) const
+    {
+        std::vector<AxisText> axes = m_program->host.controller.axes();
+        for (AxisText& axis : axes) {
+            if (axis.name == "Beta" && !key.isEmpty())
+                axis.values[key.toStdString()] = value.toStdString();
+        }
+        QCOMPARE(m_program->host.controller.download(axes, client).code, Diagnosis::ok);
     }
 
     std::unique_ptr<OnlineProgram> m_program;
@@ -285,6 +301,100 @@ void AxesTakeoverTest::whoStillWorksThereIsNotOvercome()
         qPrintable(lines));
     QCOMPARE(controller.keepAlive(other, 0), Diagnosis::ok);
     QVERIFY(inController().value(QStringLiteral("Beta")).at("MaxVel") != "77");
+}
+
+void AxesTakeoverTest::axesThatAnotherReplacesAreComparedAgain_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<bool>("asks");
+    QTest::addColumn<bool>("debugging");
+    QTest::newRow("by the same once more") << QByteArray() << QByteArray() << false << true;
+    QTest::newRow("by one that is faster") << QByteArray("MaxVel") << QByteArray("77") << true << true;
+    QTest::newRow("by one with another number") << QByteArray("AxisNo") << QByteArray("9") << true << false;
+}
+
+void AxesTakeoverTest::axesThatAnotherReplacesAreComparedAgain()
+{
+    QFETCH(QByteArray, key);
+    QFETCH(QByteArray, value);
+    QFETCH(bool, asks);
+    QFETCH(bool, debugging);
+    // The pages settle what an axis that was never open leaves open, so the axes go to the controller after that.
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->connectHere());
+    QTRY_VERIFY(m_program->find("enterDebugButton")->isEnabled());
+    QSignalSpy online(&m_program->workbench->connection(), &Transfer::onlineState);
+    replaceOne(key, value);
+    QTRY_VERIFY_WITH_TIMEOUT(!online.isEmpty(), 1000);
+    // Nothing may be commanded by number until it is known whose number it is.
+    QCOMPARE(online.at(0).at(0).toBool(), false);
+    QVERIFY(m_program->outputText().contains(QStringLiteral("have been replaced")));
+    if (asks) {
+        QTRY_VERIFY(takeover().offer());
+        QVERIFY(!m_program->workbench->connection().isOnline());
+        QVERIFY(!m_program->find("enterDebugButton")->isEnabled());
+        QCOMPARE(m_program->session().state(), OnlineSession::Checking);
+        press("notNow");
+    }
+    QVERIFY(isOnlineSoon());
+    QTRY_VERIFY(!takeover().offer());
+    QCOMPARE(m_program->session().isDirectLogin(), !debugging);
+    QCOMPARE(online.count(), 2);
+    QTRY_VERIFY(m_program->find("enterDebugButton")->isEnabled());
+}
+
+void AxesTakeoverTest::anOpenOfferFollowsTheController()
+{
+    connectAndWaitForTheOffer();
+    press("takeOver");
+    QVERIFY(isOnlineSoon());
+    replaceOne("MaxVel", "77");
+    QTRY_VERIFY(takeover().offer());
+    const QPointer<AxesDifferenceDialog> former = takeover().offer();
+    replaceOne("MaxVel", "78");
+    QTRY_VERIFY(!former);
+    QTRY_VERIFY(takeover().offer());
+    auto* table = takeover().offer()->findChild<QTableWidget*>();
+    QCOMPARE(table->rowCount(), 1);
+    QCOMPARE(table->item(0, 3)->text(), QStringLiteral("78"));
+    press("notNow");
+    QVERIFY(isOnlineSoon());
+}
+
+void AxesTakeoverTest::anAnswerToAnOldOfferIsNotCarriedOutAfterAll()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->session().disconnectNow();
+    const SessionId other = 4711;
+    MotionController& controller = m_program->host.controller;
+    QCOMPARE(controller.enterDebugMode(other, 0, 1, 30000), Diagnosis::ok);
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    connectAndWaitForTheOffer();
+    // The answer is refused and kept for another try, when the other client puts in what it wants and goes.
+    QSignalSpy answered(&m_program->session().connection(), &ControllerConnection::axesDownloaded);
+    press("takeOver");
+    QTRY_COMPARE(answered.count(), 1);
+    replaceOne("MaxVel", "78", other);
+    QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 1000);
+    QCOMPARE(m_program->session().state(), OnlineSession::Checking);
+    QVERIFY(
+        !QTest::qWaitFor([this] { return inController().value(QStringLiteral("Beta")).at("MaxVel") != "78"; }, 500));
+    press("notNow");
+    QVERIFY(isOnlineSoon());
+}
+
+void AxesTakeoverTest::axesThatComeToAgreeBringDebuggingBack()
+{
+    QVERIFY(m_program->connectHere());
+    replaceOne("AxisNo", "9");
+    QTRY_VERIFY(takeover().offer());
+    press("notNow");
+    QVERIFY(isOnlineSoon());
+    QVERIFY(m_program->session().isDirectLogin());
+    replaceOne("AxisNo", "1");
+    QTRY_VERIFY_WITH_TIMEOUT(!m_program->session().isDirectLogin(), 2000);
+    QVERIFY(isOnlineSoon());
+    QVERIFY(!takeover().offer());
 }
 
 void AxesTakeoverTest::whileOnlineTheAxesStayAsTheyAre()

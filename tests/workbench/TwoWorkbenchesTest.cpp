@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
+#include <QTableWidget>
 
 #include <csignal>
 #include <cstdio>
@@ -16,11 +17,11 @@ namespace {
 /// The other workbench: this program once more, with its own axis held on JOG+.
 class OtherWorkbench {
 public:
-    explicit OtherWorkbench(const ControllerAddress& address)
+    explicit OtherWorkbench(const ControllerAddress& address, const char* what = "--work")
     {
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.start(QCoreApplication::applicationFilePath(),
-            { QStringLiteral("--work"), address.text(), QString::fromLatin1(address.token) });
+            { QString::fromLatin1(what), address.text(), QString::fromLatin1(address.token) });
     }
     ~OtherWorkbench()
     {
@@ -28,7 +29,8 @@ public:
         m_process.waitForFinished(3000);
     }
 
-    bool isJogging() { return m_process.waitForReadyRead(20000) && m_process.readLine().trimmed() == "jogging"; }
+    bool isJogging() { return says("jogging"); }
+    bool hasReplaced() { return says("replaced"); }
     void signal(int number) const
     {
         if (m_process.processId() > 0)
@@ -36,27 +38,55 @@ public:
     }
 
 private:
+    bool says(const char* word)
+    {
+        return QTest::qWaitFor([this] { return m_process.canReadLine(); }, 20000)
+            && m_process.readLine().trimmed() == word;
+    }
+
     QProcess m_process;
 };
 
-/// What the other workbench does.
-int work(const QString& address, const QByteArray& token)
+void say(const char* word)
 {
-    OnlineProgram program;
+    std::puts(word);
+    std::fflush(stdout);
+}
+
+/// The other workbench connects and has the controller take its axes over.
+void connectTo(const OnlineProgram& program, const QString& address, const QByteArray& token)
+{
     ControllerAddress controller;
     QString error;
     controller.token = token;
     if (!controller.setHostAndPort(address, &error))
         qFatal("%s", qPrintable(error));
     program.session().connectTo(controller, false);
-    if (!program.waitUntilOnline() || !program.openPage(QStringLiteral("Alpha")) || !program.enterDebugMode()
-        || !program.enable())
+    if (!program.waitUntilOnline())
+        qFatal("the other workbench does not come on line");
+}
+
+/// It has an axis in debug mode and holds a jog.
+int work(const QString& address, const QByteArray& token)
+{
+    OnlineProgram program;
+    connectTo(program, address, token);
+    if (!program.openPage(QStringLiteral("Alpha")) || !program.enterDebugMode() || !program.enable())
         qFatal("the other workbench cannot work");
     program.press("posJogPushButton");
     if (!QTest::qWaitFor([&program] { return program.workbench->online().jogs().count() > 0; }, 3000))
         qFatal("the other workbench cannot jog");
-    std::puts("jogging");
-    std::fflush(stdout);
+    say("jogging");
+    return QApplication::exec();
+}
+
+/// Its project says something else of an axis.
+int replace(const QString& address, const QByteArray& token)
+{
+    OnlineProgram program;
+    program.axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("55"));
+    connectTo(program, address, token);
+    say("replaced");
     return QApplication::exec();
 }
 
@@ -78,6 +108,7 @@ private slots:
     void theAxesOfAWorkbenchThatIsGoneAreReplacedAtOnce_data();
     void theAxesOfAWorkbenchThatIsGoneAreReplacedAtOnce();
     void aWorkbenchThatComesBackLeavesTheOtherAlone();
+    void axesThatTheOtherReplacesAreComparedAgain();
 
 private:
     std::unique_ptr<OnlineProgram> m_program;
@@ -196,11 +227,29 @@ void TwoWorkbenchesTest::aWorkbenchThatComesBackLeavesTheOtherAlone()
     QVERIFY(!QTest::qWaitFor([this] { return !m_program->isMoving(); }, 500));
 }
 
+void TwoWorkbenchesTest::axesThatTheOtherReplacesAreComparedAgain()
+{
+    m_other = std::make_unique<OtherWorkbench>(m_program->host.address(), "--replace");
+    QVERIFY(m_other->hasReplaced());
+    AxesTakeover& takeover = m_program->workbench->online().takeover();
+    QTRY_VERIFY_WITH_TIMEOUT(takeover.offer(), 1000);
+    QVERIFY(!m_program->workbench->connection().isOnline());
+    const auto* table = takeover.offer()->findChild<QTableWidget*>();
+    QCOMPARE(table->rowCount(), 1);
+    QCOMPARE(table->item(0, 3)->text(), QStringLiteral("55"));
+    // This one wants its own back; then it is the other's turn to be asked.
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(!m_program->session().isDirectLogin());
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode());
+}
+
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     if (argc == 4 && qstrcmp(argv[1], "--work") == 0)
         return work(QString::fromLatin1(argv[2]), argv[3]);
+    if (argc == 4 && qstrcmp(argv[1], "--replace") == 0)
+        return replace(QString::fromLatin1(argv[2]), argv[3]);
     TwoWorkbenchesTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -32,6 +32,7 @@ AxesTakeover::AxesTakeover(OnlineSession& session, Workspace& workspace, QWidget
     const ControllerConnection& connection = session.connection();
     connect(&connection, &ControllerConnection::axesRead, this, &AxesTakeover::onRead);
     connect(&connection, &ControllerConnection::axesDownloaded, this, &AxesTakeover::onDownloaded);
+    connect(&connection, &ControllerConnection::axesReplaced, this, &AxesTakeover::onReplaced);
 }
 
 AxesTakeover::~AxesTakeover()
@@ -47,6 +48,19 @@ AxesDifferenceDialog* AxesTakeover::offer() const
 void AxesTakeover::onLoggedIn()
 {
     m_sinceLogin.start();
+    begin();
+}
+
+void AxesTakeover::onReplaced()
+{
+    if (!m_session.isLoggedIn())
+        return;
+    // An offer that is open, and an answer to it that is still to be carried out, were about other axes.
+    closeOffer();
+    m_log.report(LogInfo,
+        tr("The axes in the controller at %1 have been replaced; they are compared with the project again.")
+            .arg(m_session.target()));
+    m_session.checkAgain();
     begin();
 }
 

@@ -17,8 +17,8 @@ class QWidget;
 class Workspace;
 
 /// Sees to it that the controller runs the axes that the project says, before anything is commanded by number: reads
-/// them after each login, compares, and offers to put the project's axes into the controller. Main thread; nothing
-/// blocks.
+/// them after each login and whenever another client has replaced them, compares, and offers to put the project's axes
+/// into the controller. Main thread; nothing blocks.
 ///
 /// For three seconds after a login a controller that refuses the axes, since one is still enabled or in debug mode of
 /// another client, is asked again: a session that went with a lost link, or with a workbench that was killed, lives for
@@ -45,6 +45,7 @@ signals:
 
 private:
     void onLoggedIn();
+    void onReplaced();
     void begin();
     void onRead(short result, const QVector<ControllerAxis>& axes);
     void judge(const QVector<ControllerAxis>& axes);

@@ -66,6 +66,14 @@ void OnlineSession::beginWork(bool onlineDebugging)
     emit stateChanged();
 }
 
+void OnlineSession::checkAgain()
+{
+    if (m_state != Online)
+        return;
+    setState(Checking);
+    m_transfer.setOnline(false, false);
+}
+
 void OnlineSession::onLost(const QString& reason)
 {
     setState(Lost);

@@ -41,6 +41,9 @@ public:
 
     /// Ends Checking: work may begin. Without online debugging the login counts as a direct one.
     void beginWork(bool onlineDebugging);
+    /// From Online back to Checking: what the controller holds is no longer what was compared, so nothing may be
+    /// commanded until beginWork(). Without effect in any other state.
+    void checkAgain();
 
     State state() const { return m_state; }
     /// True from the wish to connect to the disconnection.

@@ -98,6 +98,10 @@
         <translation>控制器中的轴与工程一致。</translation>
     </message>
     <message>
+        <source>The axes in the controller at %1 have been replaced; they are compared with the project again.</source>
+        <translation>控制器 %1 中的轴已被更换，将重新与工程比较。</translation>
+    </message>
+    <message>
         <source>The controller at %1 has taken the axes over.</source>
         <translation>轴已下载到控制器 %1。</translation>
     </message>
