@@ -194,9 +194,8 @@ Status ControllerService::ReadAxes(Context* context, const proto::SessionRequest
 
 Status ControllerService::StopAll(Context* context, const proto::StopAllRequest* request, proto::Result* reply)
 {
-    return answer(context, "StopAll", *request, reply, [&](SessionId) {
-        m_controller->stopAll(request->hold());
-        return Diagnosis::ok;
+    return answer(context, "StopAll", *request, reply, [&](SessionId session) {
+        return m_controller->stopAll(request->hold(), { session, request->number() });
     });
 }
 

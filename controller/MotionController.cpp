@@ -403,13 +403,19 @@ void MotionController::endSession(SessionId session)
             if (entry && entry->owner == session)
                 leave(*entry);
         }
+        m_stopNumbers.erase(session);
         return Diagnosis::ok;
     });
 }
 
-void MotionController::stopAll(bool hold)
+std::int16_t MotionController::stopAll(bool hold, const StopOrder& order)
 {
-    run([&]() -> std::int16_t {
+    return run([&]() -> std::int16_t {
+        std::uint64_t& latest = m_stopNumbers[order.session];
+        if (!hold && order.number != 0 && order.number < latest)
+            return Diagnosis::emergencyStop;
+        if (hold)
+            latest = std::max(latest, order.number);
         m_stopHeld = hold;
         if (!hold)
             return Diagnosis::ok;

@@ -39,6 +39,12 @@ struct CycleStatistics {
     std::uint64_t late = 0;
 };
 
+/// What a client numbers its stops and releases with; see StopAllRequest.
+struct StopOrder {
+    SessionId session = 0;
+    std::uint64_t number = 0;
+};
+
 /// All axes of the controller, their debug sessions and the emergency stop.
 ///
 /// One thread runs the cycle, or the owner runs it by step() on a simulated clock. Every other operation may be called
@@ -92,8 +98,9 @@ public:
     std::int16_t keepAlive(SessionId session, int axisNo);
     /// Ends all debug sessions of a client that has left or is lost; its axes stop at the emergency rate.
     void endSession(SessionId session);
-    /// Stops every axis in debug mode and holds, or releases.
-    void stopAll(bool hold);
+    /// Stops every axis in debug mode and holds, or releases. Answers with emergencyStop when the release is older
+    /// than a stop of its session.
+    std::int16_t stopAll(bool hold, const StopOrder& order = {});
     bool isStopHeld() const { return m_stopHeld.load(); }
 
     /// The axis's status as of the last cycle; false for an unknown axis. A request of the axis's own session keeps it
@@ -184,6 +191,8 @@ private:
     std::atomic<std::int64_t> m_clockUs{ 0 };
     std::atomic<bool> m_stopHeld{ false };
     std::atomic<std::uint64_t> m_axesRevision{ 1 };
+    /// Number of each session's latest stop.
+    std::map<SessionId, std::uint64_t> m_stopNumbers;
     std::atomic<std::uint64_t> m_cycleCount{ 0 };
     std::atomic<std::uint64_t> m_lateCount{ 0 };
     std::atomic<std::int64_t> m_lastStopTime{ 0 };

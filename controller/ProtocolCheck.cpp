@@ -464,12 +464,17 @@ private:
         jog(1);
         proto::StopAllRequest request;
         request.set_hold(true);
+        request.set_number(8);
         say(result(&Stub::StopAll, request) == 0
                 && becomes([](const AxisRef& ref) { return ref.setVelocity == 0; }, 1000),
             "the emergency stop stops a jog");
         say(jog(1) == Diagnosis::emergencyStop, "while it holds motion is refused with 26");
         say(waitFor([this] { return m_stopHeld.load(); }), "the session's stream tells it");
         request.set_hold(false);
+        request.set_number(7);
+        say(result(&Stub::StopAll, request) == Diagnosis::emergencyStop && jog(1) == Diagnosis::emergencyStop,
+            "a release that is older than the stop is refused with 26");
+        request.set_number(9);
         say(result(&Stub::StopAll, request) == 0 && jog(1) == 0, "after the release motion is taken again");
         jog(0);
     }

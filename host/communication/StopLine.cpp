@@ -9,6 +9,7 @@
 
 #include <QPointer>
 
+#include <cstdint>
 #include <mutex>
 
 namespace proto = kestrun::protocol;
@@ -17,7 +18,7 @@ namespace {
 using CredentialsPtr = std::shared_ptr<const ControllerConnection::Credentials>;
 constexpr auto deadline = std::chrono::milliseconds(1000);
 
-/// The channel of the emergency stop; used by its thread only, but for giveUpRelease.
+/// The channel of the emergency stop; used by its thread only, but for giveUpReleases.
 class StopChannel {
 public:
     /// Connects ahead of the need, so that the stop itself is one round trip.
@@ -30,7 +31,7 @@ public:
         m_session = credentials->session;
     }
 
-    short send(const CredentialsPtr& credentials, bool hold)
+    short send(const CredentialsPtr& credentials, bool hold, std::uint64_t number)
     {
         if (!m_channel || m_session != credentials->session)
             prepare(credentials);
@@ -40,45 +41,63 @@ public:
         proto::Result reply;
         request.set_session(credentials->session);
         request.set_hold(hold);
+        request.set_number(number);
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         context.set_wait_for_ready(true);
-        noteRelease(hold ? nullptr : &context);
+        if (!hold && !beginRelease(context, number))
+            return Diagnosis::emergencyStop;
         const grpc::Status status = proto::AxisController::NewStub(m_channel)->StopAll(&context, request, &reply);
-        noteRelease(nullptr);
+        endRelease();
         return status.ok() ? resultOfNumber(reply.result()) : resultOfStatus(status);
     }
 
-    /// Ends the wait for the answer to a release, so that it holds up no stop. Both go over one connection, so the stop
-    /// arrives behind the release all the same. From any thread.
-    void giveUpRelease()
+    /// Ends the wait for the answer to a release and drops those that wait, so that none holds up the stop of that
+    /// number. Should the controller take a release behind the stop, it knows by the numbers which came last. From any
+    /// thread.
+    void giveUpReleases(std::uint64_t stop)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
+        m_stop = stop;
         if (m_release)
             m_release->TryCancel();
     }
 
 private:
-    void noteRelease(grpc::ClientContext* context)
+    /// False when a stop has been pressed since.
+    bool beginRelease(grpc::ClientContext& context, std::uint64_t number)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_release = context;
+        if (number < m_stop)
+            return false;
+        m_release = &context;
+        return true;
+    }
+
+    void endRelease()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_release = nullptr;
     }
 
     std::shared_ptr<grpc::Channel> m_channel;
     std::string m_session;
     std::mutex m_mutex;
+    /// Number of the latest stop.
+    std::uint64_t m_stop = 0;
     grpc::ClientContext* m_release = nullptr;
 };
 } // namespace
 
 struct StopLine::Private {
-    void send(StopLine* line, bool hold);
+    void send(StopLine* line, bool hold, std::uint64_t number);
 
     QPointer<ControllerConnection> connection;
     QPointer<BackgroundTransactionService> service;
     Mailbox mailbox;
     StopChannel channel;
+    /// Of the call that was made last.
+    std::uint64_t number = 0;
     // The last member: its end waits for tasks that use the others.
     TaskThread tasks;
 };
@@ -98,15 +117,15 @@ StopLine::StopLine(ControllerConnection* connection, BackgroundTransactionServic
 
 StopLine::~StopLine() = default;
 
-void StopLine::Private::send(StopLine* line, bool hold)
+void StopLine::Private::send(StopLine* line, bool hold, std::uint64_t number)
 {
     const CredentialsPtr credentials = connection ? connection->credentials() : nullptr;
     if (!credentials) {
         mailbox.post([line, hold] { emit line->answered(hold, Diagnosis::notConnected); });
         return;
     }
-    tasks.post([this, line, credentials, hold] {
-        const short result = channel.send(credentials, hold);
+    tasks.post([this, line, credentials, hold, number] {
+        const short result = channel.send(credentials, hold, number);
         mailbox.post([line, hold, result] { emit line->answered(hold, result); });
     });
 }
@@ -115,11 +134,12 @@ void StopLine::stop()
 {
     if (d->service)
         d->service->refuseQueued(Diagnosis::emergencyStop);
-    d->channel.giveUpRelease();
-    d->send(this, true);
+    const std::uint64_t number = ++d->number;
+    d->channel.giveUpReleases(number);
+    d->send(this, true, number);
 }
 
 void StopLine::release()
 {
-    d->send(this, false);
+    d->send(this, false, ++d->number);
 }

@@ -21,7 +21,8 @@ public:
 
     /// Has queued commands refused, then stops every axis in debug mode and holds. May be pressed again at any time.
     void stop();
-    /// Allows motion again.
+    /// Allows motion again. A release that a later stop finds still under way is given up, with emergencyStop or
+    /// noAnswer for its result.
     void release();
 
 signals:

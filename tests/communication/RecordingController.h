@@ -30,6 +30,7 @@ struct WireCall {
     double acceleration = 0;
     double deceleration = 0;
     double jerk = 0;
+    std::uint64_t number = 0;
 };
 
 /// A controller without axes, on a free port of loopback: notes what arrives on the wire, and answers what it is told.
@@ -198,6 +199,7 @@ private:
         call.method = "StopAll";
         call.session = request->session();
         call.value = request->hold() ? 1 : 0;
+        call.number = request->number();
         return note(call, reply);
     }
 

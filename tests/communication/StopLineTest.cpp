@@ -114,6 +114,7 @@ private slots:
     void whatWaitsEndsWithAResult();
     void stopWorksAfterAReconnection();
     void aLineMadeOnAnOpenConnectionWorks();
+    void releasesThatWaitHoldUpNoStop();
 };
 
 void StopLineTest::stopAndReleaseGoOverTheWire()
@@ -138,6 +139,8 @@ void StopLineTest::stopAndReleaseGoOverTheWire()
     }
     QCOMPARE(calls.at(0).value, 1);
     QCOMPARE(calls.at(1).value, 0);
+    QVERIFY(calls.at(0).number > 0);
+    QVERIFY2(calls.at(1).number > calls.at(0).number, "the controller can tell which came last");
     controller.answerWith(4711);
     line.stop();
     QTRY_COMPARE(answered.count(), 3);
@@ -324,6 +327,35 @@ void StopLineTest::aLineMadeOnAnOpenConnectionWorks()
     QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 2000);
     for (const auto& answer : answered)
         QCOMPARE(answer.at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(host.controller.isStopHeld());
+}
+
+void StopLineTest::releasesThatWaitHoldUpNoStop()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    StopLine line(&connection, nullptr);
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
+    answered.clear();
+    host.fault("late-replies 900 StopAll");
+    for (int i = 0; i < 3; ++i)
+        line.release();
+    QTRY_VERIFY(!host.controller.isStopHeld());
+    QElapsedTimer timer;
+    timer.start();
+    line.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(host.controller.isStopHeld(), 800);
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 4, 2000);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(answered.at(i).at(0).toBool(), false);
+        QVERIFY(answered.at(i).at(1).value<short>() != Diagnosis::ok);
+    }
+    QCOMPARE(answered.at(2).at(1).value<short>(), Diagnosis::emergencyStop);
+    QCOMPARE(answered.at(3).at(1).value<short>(), Diagnosis::ok);
     QVERIFY(host.controller.isStopHeld());
 }
 

@@ -90,6 +90,7 @@ private slots:
     void aLostClientsAxesStop();
     void onlyItsOwnAxesAreLeft();
     void stopStopsEveryAxisInDebugModeAndHolds();
+    void aReleaseThatAStopHasOvertakenIsRefused();
     void theEndOfAJogPassesTheStop();
     void downloadsAreCheckedWhole_data();
     void downloadsAreCheckedWhole();
@@ -365,6 +366,32 @@ void MotionControllerTest::stopStopsEveryAxisInDebugModeAndHolds()
     QCOMPARE(rig.controller.keepAlive(alice, 0), Diagnosis::ok);
     rig.controller.stopAll(false);
     QCOMPARE(rig.jog(alice, 0), Diagnosis::ok);
+}
+
+void MotionControllerTest::aReleaseThatAStopHasOvertakenIsRefused()
+{
+    Rig rig;
+    rig.bringToJog(alice, 0, 30000);
+    QCOMPARE(rig.controller.stopAll(true, { alice, 5 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 4 }), Diagnosis::emergencyStop);
+    QVERIFY(rig.controller.isStopHeld());
+    // Another client's stop in between changes nothing of it.
+    QCOMPARE(rig.controller.stopAll(true, { bob, 1 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 4 }), Diagnosis::emergencyStop);
+    // Numbers of different clients say nothing of their order, nor does none.
+    QCOMPARE(rig.controller.stopAll(false, { bob, 2 }), Diagnosis::ok);
+    QVERIFY(!rig.controller.isStopHeld());
+    QCOMPARE(rig.controller.stopAll(true, { alice, 6 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 0 }), Diagnosis::ok);
+    // A stop that comes late stops all the same and does not count as the latest.
+    QCOMPARE(rig.controller.stopAll(true, { alice, 3 }), Diagnosis::ok);
+    QVERIFY(rig.controller.isStopHeld());
+    QCOMPARE(rig.controller.stopAll(false, { alice, 5 }), Diagnosis::emergencyStop);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 7 }), Diagnosis::ok);
+    // With its session a client's numbers are forgotten.
+    QCOMPARE(rig.controller.stopAll(true, { alice, 8 }), Diagnosis::ok);
+    rig.controller.endSession(alice);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 1 }), Diagnosis::ok);
 }
 
 void MotionControllerTest::theEndOfAJogPassesTheStop()

@@ -63,6 +63,9 @@ void StopControl::onAnswered(bool hold, short result)
     if (hold)
         m_underWay = m_again = false;
     emit answered(hold, result, m_pressed.nsecsElapsed() / 1000);
+    // Whoever has pressed STOP again has no use for what became of the release before it.
+    if (!hold && m_underWay)
+        return;
     // The session tells of a hold too, so the answer may be missing and the stop done.
     if (result != Diagnosis::ok && m_held != hold) {
         tellFailure(hold, result);
