@@ -79,6 +79,7 @@ double share(const CycleStatistics& statistics)
 bool bringAxesToMove(MotionController& controller)
 {
     std::vector<AxisText> texts;
+    texts.reserve(axes);
     for (int i = 0; i < axes; ++i)
         texts.push_back(makeAxisText(i, { { "ModeSet", "TRUE" } }));
     if (controller.download(texts).code != 0)

@@ -44,7 +44,7 @@ QString firstAxis(Solution::View& tree, const QString& path)
         return property("FileName");
     const QStringList children = tree.childNodes(path);
     for (const QString& child : children) {
-        const QString file = firstAxis(tree, child);
+        QString file = firstAxis(tree, child);
         if (!file.isEmpty())
             return file;
     }

@@ -14,9 +14,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPointer>
 #include <QTimer>
 
+#include <atomic>
 #include <cstdlib>
 #include <random>
 #include <thread>
@@ -54,6 +54,7 @@ double bareRoundTrip(const ControllerAddress& address)
     const auto stub = kestrun::protocol::AxisController::NewStub(
         grpc::CreateChannel(address.text().toStdString(), grpc::InsecureChannelCredentials()));
     std::vector<double> times;
+    times.reserve(1000);
     for (int i = 0; i < 1000; ++i) {
         times.push_back(Measure::once([&stub] {
             grpc::ClientContext context;
@@ -64,16 +65,20 @@ double bareRoundTrip(const ControllerAddress& address)
     return Measure::median(times);
 }
 
-/// A call of a page whose reply does not come.
+std::atomic<bool> callUnderWay{ false };
+
+/// A call whose reply does not come.
 class HangingCall : public Transaction {
     Q_OBJECT
 
 public:
     void execute() override
     {
+        callUnderWay = true;
         RpcCmdSend rpc;
         rpc.deadline = 2;
         rpc.rpc_AxisDebug_Reset(axisNo);
+        callUnderWay = false;
     }
 };
 
@@ -101,8 +106,10 @@ public:
     /// Microseconds from the press to the braking cycle; negative when the axis was not stopped and released.
     double press(By by)
     {
-        if (!move() || !hang())
-            return -1;
+        if (!move())
+            return fail("the axis does not move");
+        if (!hang())
+            return fail("no call hangs");
         const int answers = m_answers;
         m_watch.arm(speed);
         Clock::time_point pressed;
@@ -115,12 +122,20 @@ public:
         const bool stopped = turnUntil([&] { return m_answers > answers && m_stop.isHeld() && m_watch.braked(); });
         hand.join();
         send(by, false);
-        if (!stopped || !release() || m_failed != 0)
-            return -1;
+        if (!stopped)
+            return fail("the axis does not stop");
+        if (!release() || m_failed != 0)
+            return fail("the stop is not released");
         return std::chrono::duration<double, std::micro>(*m_watch.braked() - pressed).count();
     }
 
 private:
+    static double fail(const char* reason)
+    {
+        std::puts(reason);
+        return -1;
+    }
+
     double speedNow() const { return std::abs(m_program.host.peek(axisNo).setVelocity); }
 
     bool move() const
@@ -131,12 +146,10 @@ private:
 
     bool hang()
     {
-        BackgroundTransactionService& background = m_program.workbench->online().background();
-        if (!m_hanging)
+        if (!m_hanging || callUnderWay)
             return true;
-        if (!m_call)
-            background.submitTransaction(m_call = new HangingCall, false);
-        return background.pending() > 0;
+        m_program.workbench->online().background().submitTransaction(new HangingCall, false);
+        return turnUntil([] { return callUnderWay.load(); });
     }
 
     bool release()
@@ -170,7 +183,6 @@ private:
     std::mt19937 m_random{ 1 };
     std::uniform_int_distribution<int> m_moment{ 0, 10000 };
     bool m_hanging = false;
-    QPointer<HangingCall> m_call;
     int m_answers = 0;
     int m_failed = 0;
 };
