@@ -1,6 +1,7 @@
 #include "host/communication/ControllerConnection.h"
 
 #include "host/communication/ControllerCredentials.h"
+#include "host/communication/ControllerSession.h"
 #include "host/communication/GrpcLink.h"
 #include "host/communication/Mailbox.h"
 #include "host/communication/TaskThread.h"
@@ -12,18 +13,8 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 
 namespace {
-constexpr auto firstLogin = std::chrono::milliseconds(3000);
-constexpr auto laterLogin = std::chrono::milliseconds(1000);
-constexpr auto logoutTime = std::chrono::milliseconds(300);
-constexpr auto retryPause = std::chrono::milliseconds(100);
-
 QString say(const char* text)
 {
     return QCoreApplication::translate("ControllerConnection", text);
@@ -36,134 +27,15 @@ std::string randomClient()
     return std::string(reinterpret_cast<const char*>(numbers.data()), sizeof numbers);
 }
 
-/// What a session tells, on its own thread.
-struct SessionEvents {
-    std::function<void(const std::shared_ptr<GrpcLink>&, QString)> opened;
-    std::function<void(short, QString)> failed;
-    std::function<void(QString)> lost;
-    std::function<void(GrpcLink::News)> news;
-};
-
-/// Logs in, stays while the session is there, and logs in again after a loss, until it is told to end.
-class Session {
-public:
-    Session(const ControllerAddress& address, std::string client, SessionEvents events)
-        : m_address(address), m_client(std::move(client)), m_events(std::move(events)), m_thread([this] { run(); })
-    {
-    }
-
-    ~Session()
-    {
-        cut();
-        m_thread.join();
-    }
-
-    /// Asks the controller to end the session, then ends it here. Blocks for a short time.
-    void end()
-    {
-        m_ending = true;
-        if (const std::shared_ptr<GrpcLink> link = currentLink())
-            link->logout(logoutTime);
-        cut();
-    }
-
-    /// Ends everything that is under way without asking anybody.
-    void cut()
-    {
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_ending = true;
-        }
-        m_wake.notify_all();
-        if (const std::shared_ptr<GrpcLink> link = currentLink())
-            link->shutDown();
-    }
-
-    /// From now on the link is not to be used for anything but the farewell.
-    void retire()
-    {
-        m_ending = true;
-        const std::shared_ptr<GrpcLink> link = currentLink();
-        if (!link)
-            return;
-        if (ControllerLink::active() == link)
-            ControllerLink::setActive(nullptr);
-        link->cancelInFlight();
-    }
-
-    std::shared_ptr<GrpcLink> currentLink() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_link;
-    }
-
-private:
-    void run()
-    {
-        QString error;
-        const std::shared_ptr<grpc::Channel> channel = makeControllerChannel(m_address, &error);
-        if (!channel) {
-            m_events.failed(Diagnosis::notConnected, error);
-            return;
-        }
-        bool first = true;
-        while (!m_ending && logInAndStay(channel, first))
-            first = false;
-    }
-
-    /// False when there is no point in trying again.
-    bool logInAndStay(const std::shared_ptr<grpc::Channel>& channel, bool first)
-    {
-        const auto link = std::make_shared<GrpcLink>(channel, m_address, m_client);
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_link = link;
-        }
-        const GrpcLink::LoginOutcome outcome = link->login(first ? firstLogin : laterLogin);
-        if (m_ending)
-            return false;
-        if (outcome.result != Diagnosis::ok) {
-            const bool unreachable = outcome.result == Diagnosis::notConnected || outcome.result == Diagnosis::noAnswer;
-            if (first || !unreachable) {
-                m_events.failed(outcome.result, outcome.reason);
-                return false;
-            }
-            pause();
-            return true;
-        }
-        stay(link, outcome.name);
-        return true;
-    }
-
-    void stay(const std::shared_ptr<GrpcLink>& link, const QString& name)
-    {
-        ControllerLink::setActive(link);
-        m_events.opened(link, name);
-        const QString reason = link->attend(m_events.news);
-        link->shutDown();
-        if (ControllerLink::active() == link)
-            ControllerLink::setActive(nullptr);
-        if (!m_ending)
-            m_events.lost(reason);
-        // A controller that lets everybody in and nobody stay must not be asked without a rest.
-        pause();
-    }
-
-    void pause()
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        m_wake.wait_for(lock, retryPause, [this] { return m_ending.load(); });
-    }
-
-    ControllerAddress m_address;
-    std::string m_client;
-    SessionEvents m_events;
-    mutable std::mutex m_mutex;
-    std::condition_variable m_wake;
-    std::atomic<bool> m_ending{ false };
-    std::shared_ptr<GrpcLink> m_link;
-    std::thread m_thread;
-};
+/// All links of a connection share a channel, which is made when the first is needed, on the session's thread.
+ControllerSession::MakeLink linkMaker(const ControllerAddress& address, const std::string& client)
+{
+    return [address, client, channel = std::shared_ptr<grpc::Channel>()](QString* error) mutable {
+        if (!channel)
+            channel = makeControllerChannel(address, error);
+        return channel ? std::make_shared<GrpcLink>(channel, address, client) : nullptr;
+    };
+}
 } // namespace
 
 struct ControllerConnection::Private {
@@ -188,7 +60,7 @@ struct ControllerConnection::Private {
     std::string client;
     QString name;
     std::shared_ptr<const Credentials> credentials;
-    std::shared_ptr<Session> session;
+    std::shared_ptr<ControllerSession> session;
     bool stopHeld = false;
     /// Of the controller's axes: what it has told, and what has been seen of them; 0 for nothing yet.
     quint64 toldRevision = 0;
@@ -255,7 +127,7 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     state = Connecting;
     stopHeld = false;
     axesRequests = 0;
-    SessionEvents events;
+    ControllerSession::Events events;
     events.opened = [this, number](const std::shared_ptr<GrpcLink>& link, const QString& who) {
         post(number, [this, link, who] { opened(link, who); });
     };
@@ -264,7 +136,7 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     };
     events.lost = [this, number](const QString& reason) { post(number, [this, reason] { lost(reason); }); };
     events.news = [this, number](const GrpcLink::News& news) { post(number, [this, news] { hear(news); }); };
-    session = std::make_shared<Session>(address, client, std::move(events));
+    session = std::make_shared<ControllerSession>(linkMaker(address, client), std::move(events));
 }
 
 // The farewell may take a while when nobody answers any more, so it is said in the background.
@@ -272,7 +144,7 @@ void ControllerConnection::Private::retire(bool tell)
 {
     const int number = ++generation;
     credentials.reset();
-    const std::shared_ptr<Session> old = std::move(session);
+    const std::shared_ptr<ControllerSession> old = std::move(session);
     session.reset();
     const bool wasClosed = state == Closed;
     state = Closed;

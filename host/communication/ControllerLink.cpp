@@ -45,6 +45,15 @@ void ControllerLink::setActive(std::shared_ptr<ControllerLink> link)
     // The former link goes here, outside the lock: its end may wait for threads that ask for the active one.
 }
 
+void ControllerLink::endUse(const std::shared_ptr<ControllerLink>& link)
+{
+    ActiveLink& slot = activeLink();
+    const std::lock_guard<std::mutex> lock(slot.mutex);
+    // The caller's own hold on it keeps its end out of the lock.
+    if (slot.link == link)
+        slot.link.reset();
+}
+
 void ControllerLink::setObserver(Observer observer)
 {
     std::shared_ptr<const Observer> next = shared(std::move(observer));

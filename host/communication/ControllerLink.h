@@ -27,6 +27,8 @@ public:
     static std::shared_ptr<ControllerLink> active();
     /// Puts a link in use, or none. Requests that are under way keep the one that they started with.
     static void setActive(std::shared_ptr<ControllerLink> link);
+    /// Takes this link out of use; without effect when another one has taken its place.
+    static void endUse(const std::shared_ptr<ControllerLink>& link);
 
     /// Is told of every request of RpcCmdSend and its answer, on the thread that made the call, after it. An empty
     /// function ends that.
