@@ -135,6 +135,9 @@ AxisSampler::AxisSampler(ControllerConnection* connection, QObject* parent)
     connect(connection, &ControllerConnection::lost, this, follow);
     connect(connection, &ControllerConnection::closed, this, follow);
     connect(connection, &ControllerConnection::failed, this, follow);
+    // It tells no end of its session then.
+    connect(
+        connection, &QObject::destroyed, this, [this] { d->change([](Order& order) { order.credentials.reset(); }); });
     d->thread = std::thread([this] { d->run(); });
 }
 

@@ -29,7 +29,7 @@ class KESTRUN_COMMUNICATION_EXPORT AxisSampler : public QObject {
     Q_OBJECT
 
 public:
-    /// The connection is not owned and must outlive this object.
+    /// The connection is not owned. It may go first, which ends the reading.
     explicit AxisSampler(ControllerConnection* connection, QObject* parent = nullptr);
     ~AxisSampler() override;
 

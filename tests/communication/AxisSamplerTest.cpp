@@ -26,6 +26,7 @@ private slots:
     void samplerReadsCurves();
     void samplingKeepsNoSessionAlive();
     void faultsOfEveryRequestConcernItToo();
+    void theEndOfTheConnectionEndsTheReading();
     void anyPeriodIsSurvived_data();
     void anyPeriodIsSurvived();
 };
@@ -155,6 +156,22 @@ void AxisSamplerTest::faultsOfEveryRequestConcernItToo()
     QTest::qWait(100);
     before = sampled.count();
     QTRY_VERIFY_WITH_TIMEOUT(sampled.count() > before + 5, 5000);
+}
+
+void AxisSamplerTest::theEndOfTheConnectionEndsTheReading()
+{
+    RecordingController controller;
+    auto connection = std::make_unique<ControllerConnection>();
+    AxisSampler sampler(connection.get());
+    sampler.setAxes({ 7 }, 1);
+    connection->open(controller.address());
+    QTRY_VERIFY(controller.calls().size() > 3);
+    connection.reset();
+    // One reading may have been under way.
+    const std::size_t before = controller.calls().size() + 1;
+    QVERIFY(!QTest::qWaitFor([&] { return controller.calls().size() > before; }, 300));
+    sampler.setAxes({ 7, 8 }, 1);
+    QVERIFY(!QTest::qWaitFor([&] { return controller.calls().size() > before; }, 300));
 }
 
 void AxisSamplerTest::anyPeriodIsSurvived_data()

@@ -123,8 +123,8 @@ void ControllerSessionTest::endsAtAnyMomentAreQuick()
     for (int round = 0; round < 150; ++round) {
         Ears ears;
         QElapsedTimer timer;
-        auto session = std::make_unique<ControllerSession>(
-            [&address](QString*) { return linkTo(address); }, ears.events());
+        auto session
+            = std::make_unique<ControllerSession>([&address](QString*) { return linkTo(address); }, ears.events());
         std::this_thread::sleep_for(std::chrono::microseconds(round * 20));
         timer.start();
         session->cut();

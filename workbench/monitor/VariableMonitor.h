@@ -29,8 +29,8 @@ public:
     /// Without effect for an axis that is not known. A released axis is forgotten; its curves stay.
     void releaseAxis(int axisNo, bool released) override;
 
-    /// Reads the axes from this connection from now on while it is open. The connection is not owned and must outlive
-    /// this object.
+    /// Reads the axes from this connection from now on while it is open. The connection is not owned; it may go before
+    /// this object, as the workbench's does, which ends the reading.
     void readFrom(ControllerConnection* connection);
     /// Tells what an axis is called; without that, or for an empty answer, its number stands for it.
     void setAxisNames(std::function<QString(int axisNo)> names);
