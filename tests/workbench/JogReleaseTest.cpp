@@ -2,6 +2,7 @@
 #include "protocol/DiagnosisCodes.h"
 #include "sdk/AxisDebugParams.h"
 #include "tests/communication/QuietRelay.h"
+#include "tests/communication/WireClient.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
 
@@ -38,13 +39,20 @@ private slots:
     void theEndOfTheSessionEndsItWhileTheButtonIsHeld_data();
     void theEndOfTheSessionEndsItWhileTheButtonIsHeld();
     void aHalfOpenLinkEndsItWithinTwoSeconds();
+    void aLinkCutOnThisSideAloneEndsItWithinTwoSeconds_data();
+    void aLinkCutOnThisSideAloneEndsItWithinTwoSeconds();
     void aLateReplyToTheStartDoesNotHoldUpTheEnd();
     void aLostReplyToTheStartDoesNotHoldUpTheEnd();
     void aLostReplyToTheEndIsMadeUpFor();
-    void aSecondClientChangesNothing();
+    void aSecondClientDoesNotEndIt();
+    void aSecondClientDoesNotKeepItGoing();
+    void otherButtonsAndKeysDoNotHoldIt_data();
+    void otherButtonsAndKeysDoNotHoldIt();
     void theWordOfTheWatchStandsInTheOutput();
 
 private:
+    /// Makes ready over the relay.
+    bool makeReadyOver(const QuietRelay& relay);
     /// Holds the button until the axis moves.
     bool jog(const char* button = forwards);
     /// Lets go where the page does not see it, so that the end is left to the watch.
@@ -289,14 +297,19 @@ void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
     QVERIFY(!m_program->isMoving());
 }
 
-void JogReleaseTest::aHalfOpenLinkEndsItWithinTwoSeconds()
+bool JogReleaseTest::makeReadyOver(const QuietRelay& relay)
 {
-    QuietRelay relay(m_program->host.server->port());
     ControllerAddress address = m_program->host.address();
     address.port = relay.port();
     m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
-    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode() && m_program->enable());
+    return m_program->waitUntilOnline() && m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode()
+        && m_program->enable();
+}
+
+void JogReleaseTest::aHalfOpenLinkEndsItWithinTwoSeconds()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(makeReadyOver(relay));
     QVERIFY(jog());
     relay.silent = true;
     QElapsedTimer timer;
@@ -304,6 +317,37 @@ void JogReleaseTest::aHalfOpenLinkEndsItWithinTwoSeconds()
     QVERIFY(m_program->stands(4000));
     QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+}
+
+void JogReleaseTest::aLinkCutOnThisSideAloneEndsItWithinTwoSeconds_data()
+{
+    QTest::addColumn<bool>("comesBack");
+    QTest::newRow("and it does not come back") << false;
+    QTest::newRow("and it is back at once") << true;
+}
+
+void JogReleaseTest::aLinkCutOnThisSideAloneEndsItWithinTwoSeconds()
+{
+    QFETCH(bool, comesBack);
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(makeReadyOver(relay));
+    QVERIFY(jog());
+    relay.silent = !comesBack;
+    relay.hangUp();
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(m_program->stands(4000));
+    // Who is back has ended its former session; otherwise the controller has to notice by itself.
+    QVERIFY2(timer.elapsed() < (comesBack ? 700 : 2000), qPrintable(QString::number(timer.elapsed())));
+    // The button is still down. Nothing starts by itself, nor is the axis in debug mode of a session that is gone.
+    QTRY_COMPARE(int(m_program->host.peek(0).debugMode), 0);
+    QVERIFY(!QTest::qWaitFor([this] { return m_program->isMoving(); }, 500));
+    m_program->release(forwards);
+    if (!comesBack)
+        return;
+    QTRY_VERIFY(m_program->workbench->online().takeover().offer() || m_program->workbench->connection().isOnline());
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->enterDebugMode() && m_program->enable() && jog());
 }
 
 void JogReleaseTest::aLateReplyToTheStartDoesNotHoldUpTheEnd()
@@ -343,18 +387,74 @@ void JogReleaseTest::aLostReplyToTheEndIsMadeUpFor()
         endsOf("Jog forwards"), QStringList({ QStringLiteral("start"), QStringLiteral("end"), QStringLiteral("end") }));
 }
 
-void JogReleaseTest::aSecondClientChangesNothing()
+void JogReleaseTest::aSecondClientDoesNotEndIt()
 {
     QVERIFY(m_program->makeReady());
     QVERIFY(jog());
-    // The connection of a program takes the program's requests; the second client speaks to the controller itself.
-    const SessionId stranger = 4711;
-    MotionController& controller = m_program->host.controller;
-    QCOMPARE(controller.enterDebugMode(stranger, 0, 1, 5000), Diagnosis::ownedByOther);
-    QCOMPARE(controller.endJog(stranger, 0, 1, 1000, 0), Diagnosis::ok);
+    WireClient stranger(m_program->host.address());
+    QVERIFY(stranger.isLoggedIn());
+    QCOMPARE(stranger.enterDebugMode(0, 5000), int(Diagnosis::ownedByOther));
+    QCOMPARE(stranger.endJog(0, true), 0);
+    QCOMPARE(stranger.endJog(0, false), 0);
+    QCOMPARE(stranger.stop(0), int(Diagnosis::ownedByOther));
     QVERIFY(!QTest::qWaitFor([this] { return !m_program->isMoving(); }, 300));
     m_program->release(forwards);
     QVERIFY(m_program->stands(soon));
+    QTRY_COMPARE(m_program->workbench->online().jogs().count(), 0);
+    QCOMPARE(endsOf("Jog forwards"), QStringList({ QStringLiteral("start"), QStringLiteral("end") }));
+}
+
+void JogReleaseTest::aSecondClientDoesNotKeepItGoing()
+{
+    constexpr int timeout = 1000;
+    m_program->workbench->settings().setValue(Solution::ConfigKey::communicationTimeout(), timeout);
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    WireClient stranger(m_program->host.address());
+    QVERIFY(stranger.isLoggedIn());
+    // Without its page nobody asks for the axis any more, and the button is still down.
+    m_program->workbench->editors().closeEditor(m_program->workbench->editors().currentEditor());
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            stranger.endJog(0, true);
+            stranger.keepAlive(0);
+            stranger.readStatus(0);
+            return !m_program->isMoving();
+        },
+        4000));
+    QVERIFY2(timer.elapsed() < timeout + 500, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() > timeout / 2, "the jog was to be ended by the time-out");
+    QVERIFY(m_program->session().isLoggedIn());
+    QTRY_COMPARE(int(m_program->host.peek(0).debugMode), 0);
+}
+
+void JogReleaseTest::otherButtonsAndKeysDoNotHoldIt_data()
+{
+    QTest::addColumn<bool>("space");
+    QTest::newRow("the right button held too") << false;
+    QTest::newRow("the space bar held too") << true;
+}
+
+void JogReleaseTest::otherButtonsAndKeysDoNotHoldIt()
+{
+    QFETCH(bool, space);
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    if (space)
+        QTest::keyPress(m_program->window(), Qt::Key_Space);
+    else
+        m_program->press(forwards, Qt::RightButton);
+    QVERIFY(m_program->isMoving());
+    m_program->release(forwards);
+    QVERIFY(m_program->stands(soon));
+    QVERIFY(!QTest::qWaitFor([this] { return m_program->isMoving(); }, 300));
+    if (space)
+        QTest::keyRelease(m_program->window(), Qt::Key_Space);
+    else
+        m_program->release(forwards, Qt::RightButton);
+    QVERIFY(!QTest::qWaitFor([this] { return m_program->isMoving(); }, 300));
 }
 
 void JogReleaseTest::theWordOfTheWatchStandsInTheOutput()

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTimer>
 
 #include <csignal>
@@ -72,6 +73,7 @@ private slots:
     void oneClickLeadsToAMovingAxis();
     void accidentsOfTheController_data();
     void accidentsOfTheController();
+    void aRestartedControllerStandsWhileTheButtonIsHeld();
     void theConnectionSurvivesTheEditor();
     void whatIsUnderWayDoesNotHoldUpTheEnd_data();
     void whatIsUnderWayDoesNotHoldUpTheEnd();
@@ -209,6 +211,27 @@ void OnlineWorkTest::accidentsOfTheController()
     QTRY_VERIFY_WITH_TIMEOUT(!shownState().isEmpty(), 3000);
     QTRY_VERIFY_WITH_TIMEOUT(statusOf(0).debugMode == 0, 3000);
     QTRY_VERIFY_WITH_TIMEOUT(!m_program->find("basicTabWidget")->isEnabled(), 3000);
+    QVERIFY(canWork());
+}
+
+void OnlineWorkTest::aRestartedControllerStandsWhileTheButtonIsHeld()
+{
+    m_controller = std::make_unique<RealController>();
+    QVERIFY(m_controller->start());
+    m_program->session().connectTo(m_controller->address(), false);
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode() && m_program->enable());
+    m_program->press("posJogPushButton");
+    QVERIFY(QTest::qWaitFor([] { return statusOf(0).setVelocity != 0; }, 3000));
+    QSignalSpy lost(&m_program->session(), &OnlineSession::lost);
+    happen(Restarted);
+    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, 4000);
+    QCOMPARE(m_program->workbench->online().jogs().count(), 0);
+    QVERIFY(QTest::qWaitFor([this] { return m_program->waitUntilOnline(); }, 8000));
+    QVERIFY(QGuiApplication::mouseButtons() & Qt::LeftButton);
+    QCOMPARE(statusOf(0).axisState, std::uint16_t(0));
+    QVERIFY(!QTest::qWaitFor([] { return statusOf(0).setVelocity != 0 || statusOf(0).debugMode != 0; }, 500));
+    m_program->release("posJogPushButton");
     QVERIFY(canWork());
 }
 
