@@ -68,6 +68,7 @@ private slots:
     void aReplacedControllerEndsTheConnection();
     void aLossIsToldOnceAndTheLinkComesBack();
     void aDirectLoginHasNoDebugging();
+    void checkingAgainTakesTheWorkOffLine();
     void everyStateHasItsTextAndSymbol();
     void disconnectingIsPossibleInEveryState_data();
     void disconnectingIsPossibleInEveryState();
@@ -279,6 +280,29 @@ void OnlineSessionTest::aDirectLoginHasNoDebugging()
     QVERIFY(desk.transfer.isOnline() && desk.transfer.isDirectLogin());
     QVERIFY(desk.session.isDirectLogin());
     QVERIFY(desk.indicator.text().startsWith(QStringLiteral("Direct login")));
+}
+
+void OnlineSessionTest::checkingAgainTakesTheWorkOffLine()
+{
+    ControllerHost host;
+    Desk desk;
+    desk.session.checkAgain();
+    QCOMPARE(desk.session.state(), OnlineSession::Offline);
+    desk.session.connectTo(host.address(), false);
+    QVERIFY(desk.isOnlineSoon());
+    desk.online.clear();
+    desk.session.checkAgain();
+    QCOMPARE(desk.session.state(), OnlineSession::Checking);
+    QVERIFY(desk.session.isLoggedIn());
+    QVERIFY(!desk.transfer.isOnline());
+    // Once more changes nothing.
+    desk.session.checkAgain();
+    QCOMPARE(desk.online.count(), 1);
+    desk.session.beginWork(true);
+    QCOMPARE(desk.session.state(), OnlineSession::Online);
+    QVERIFY(desk.transfer.isOnline());
+    QCOMPARE(desk.online.count(), 2);
+    QCOMPARE(desk.lost.count() + desk.failed.count(), 0);
 }
 
 void OnlineSessionTest::everyStateHasItsTextAndSymbol()
