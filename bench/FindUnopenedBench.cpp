@@ -14,10 +14,11 @@
 
 #include <cstdlib>
 
-// What a user waits for who searches a project of 255 axes none of which has been opened yet: the search has each
-// editor built unseen, once, since only then do records know their controls. In the whole program, from the Return key
-// in the panel to the place in its list, with the longest time in which the window stands still. A second search shows
-// what is left of it. Printed, beside the memory that the program keeps of it; no promise hangs on it.
+// What a user waits for who searches a project of 255 axes none of which has been opened yet: the search has one editor
+// built unseen, since only then do records know their controls, and gives what it leaves to the others. In the whole
+// program, from the Return key in the panel to the place in its list, with the longest time in which the window stands
+// still. A second search shows what is left of it. Printed, beside the memory that the program keeps of it; no promise
+// hangs on it.
 
 namespace {
 

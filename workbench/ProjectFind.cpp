@@ -96,7 +96,8 @@ FindOutcome ProjectFind::findBelow(const QString& path, const FindRequest& reque
 
 bool ProjectFind::prepare(const QString& nodePath) const
 {
-    return hasLeftViewInfo(m_tree, nodePath) || (buildUnseen(nodePath) && hasLeftViewInfo(m_tree, nodePath));
+    return hasLeftViewInfo(m_tree, nodePath) || borrowViewInfo(m_tree, nodePath)
+        || (buildUnseen(nodePath) && hasLeftViewInfo(m_tree, nodePath));
 }
 
 bool ProjectFind::buildUnseen(const QString& nodePath) const

@@ -57,9 +57,10 @@ public:
     ProjectFind(ProjectTree& tree, const EditorManager& editors);
 
     /// Looks through all objects below a node, in the order of the tree or against it. Finders know places only where
-    /// an editor was built once; for an object that never had one it is built here and goes at once, unseen. That
-    /// leaves view information in memory and changes and stores nothing else. While a controller is connected it is
-    /// left out, since an editor might turn to the controller.
+    /// an editor was built once. An object that never had one takes over what the editor of another one has left; if
+    /// there is none, an editor is built here and goes at once, unseen. Either leaves view information in memory and
+    /// changes and stores nothing else. While a controller is connected no editor is built, since it might turn to the
+    /// controller.
     FindOutcome findBelow(const QString& path, const FindRequest& request) const;
     /// Looks through one object, from the place on where the user is in it, and around to that place.
     FindOutcome findIn(const QString& nodePath, const FindRequest& request) const;

@@ -3,6 +3,7 @@
 #include "host/projectmodel/AbstractProjectModel.h"
 #include "host/projectmodel/AxisModel.h"
 #include "host/projectmodel/AxisTable.h"
+#include "host/projectmodel/AxisTrial.h"
 #include "host/projectmodel/ProjectModelManager.h"
 #include "host/projectmodel/SafeProjectModel.h"
 #include "workbench/ProjectTree.h"
@@ -15,6 +16,16 @@ namespace {
 bool hasViewInfo(const AxisTable& axis)
 {
     return !axis.getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()).isNull();
+}
+
+std::vector<AxisTable*> axesOf(const QString& projectName)
+{
+    const SafeProjectModel project(projectName);
+    const auto* axes = project ? qobject_cast<AxisModel*>(project->subModel("AxisModel")) : nullptr;
+    std::vector<AxisTable*> tables;
+    if (axes)
+        axes->allAxisTables(tables);
+    return tables;
 }
 
 } // namespace
@@ -36,12 +47,23 @@ bool hasLeftViewInfo(ProjectTree& tree, const QString& path)
     return !axis || hasViewInfo(*axis);
 }
 
+bool borrowViewInfo(ProjectTree& tree, const QString& path)
+{
+    auto* axis = qobject_cast<AxisTable*>(objectOfNode(tree, path));
+    const std::vector<AxisTable*> tables = axesOf(path.section(QLatin1Char('.'), 0, 0));
+    const auto lender
+        = std::find_if(tables.begin(), tables.end(), [](const AxisTable* table) { return hasViewInfo(*table); });
+    if (!axis || lender == tables.end())
+        return false;
+    const AxisTrial trial(*axis);
+    const QMap<QString, QString> names = (*lender)->allViewInfo();
+    for (auto name = names.begin(); name != names.end(); ++name)
+        axis->setViewInfo(name.key(), name.value());
+    return true;
+}
+
 bool allHaveLeftViewInfo(const QString& projectName)
 {
-    const SafeProjectModel project(projectName);
-    const auto* axes = project ? qobject_cast<AxisModel*>(project->subModel("AxisModel")) : nullptr;
-    std::vector<AxisTable*> tables;
-    if (axes)
-        axes->allAxisTables(tables);
+    const std::vector<AxisTable*> tables = axesOf(projectName);
     return std::all_of(tables.begin(), tables.end(), [](const AxisTable* table) { return hasViewInfo(*table); });
 }

@@ -12,5 +12,9 @@ ModelObject* objectOfNode(ProjectTree& tree, const QString& path);
 /// False when the node's object waits for its editor to be built for the first time: editors leave the names of their
 /// controls with the record, and without them no search finds its way. True for nodes without a stored object.
 bool hasLeftViewInfo(ProjectTree& tree, const QString& path);
-/// True when that holds for all objects of a project; costs far less than asking node by node.
+/// Gives the node's object the view information that an editor has left with another one of its project: editors of one
+/// type name their controls alike, and what its own editor says replaces it when it is opened. In memory only. False
+/// when there is none to take.
+bool borrowViewInfo(ProjectTree& tree, const QString& path);
+/// True when hasLeftViewInfo holds for all objects of a project; costs far less than asking node by node.
 bool allHaveLeftViewInfo(const QString& projectName);

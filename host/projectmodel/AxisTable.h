@@ -31,6 +31,7 @@ public:
     /// A second map, which names controls of the editor for find. Stored with the record.
     QString getViewInfo(const QString& key, const QString& fallback) const;
     void setViewInfo(const QString& key, const QString& value);
+    QMap<QString, QString> allViewInfo() const { return m_data.viewInfo; }
 
     quint32 id() const;
     QString name() const;

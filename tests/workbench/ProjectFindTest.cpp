@@ -49,6 +49,7 @@ private slots:
     void theyAreSearchedWhateverTheirState();
     void onesAreToldOfWhileOnline();
     void theyOpenForTheSearchWhileOnline();
+    void whileOnlineTheyAreSearchedByTheNamesOfAnother();
     void aReferenceLeadsIntoAnAxisThatWasNeverOpened();
     void theEditorIsSearchedFromTheClickedPin_data();
     void theEditorIsSearchedFromTheClickedPin();
@@ -218,6 +219,25 @@ void ProjectFindTest::onesAreToldOfWhileOnline()
     program->workbench->connection().setOnline(false, false);
     search(text("stop"));
     QCOMPARE(status(), text("Places found: 1."));
+}
+
+void ProjectFindTest::whileOnlineTheyAreSearchedByTheNamesOfAnother()
+{
+    const AxisTable* cut = addAxis("Cut", "Main.near");
+    const AxisTable* turn = addAxis("Turn", "Main.stop");
+    save();
+    program->openAxis(text("Cut"));
+    program->workbench->connection().setOnline(true, false);
+    search(text("stop"));
+    QCOMPARE(results(), QStringList{ text("Turn Positive limit:Main.stop") });
+    QCOMPARE(status(), text("Places found: 1."));
+    QCOMPARE(viewInfo(*turn), viewInfo(*cut));
+    QVERIFY(!program->project()->isModified());
+    QCOMPARE(editors().editors().size(), 1);
+    program->workbench->connection().setOnline(false, false);
+    goToFirst();
+    QCOMPARE(editors().currentEditor()->displayName(), text("Turn"));
+    QTRY_COMPARE(focus(), text("lineEditPos"));
 }
 
 void ProjectFindTest::theyOpenForTheSearchWhileOnline()
