@@ -9,14 +9,15 @@ namespace {
 /// The key of a fault that concerns every request.
 const std::string everyMethod;
 
-const char* const methods[]
+const char* const methodNames[]
     = { "Handshake", "Login", "Attend", "Logout", "DownloadAxes", "ReadAxes", "StopAll", "ReadCurves", "GetAxisRef",
           "GetAxesGroupRef", "EnterDebugMode", "KeepAlive", "SetEnable", "SetPosition", "SetHomeOffset", "SetVelRatio",
           "SetHome", "SetStop", "MoveAbs", "MoveRel", "MoveVel", "JopPos", "JopNeg", "Reset" };
 
 bool isMethod(const std::string& name)
 {
-    return std::any_of(std::begin(methods), std::end(methods), [&name](const char* method) { return name == method; });
+    return std::any_of(
+        std::begin(methodNames), std::end(methodNames), [&name](const char* method) { return name == method; });
 }
 
 bool toNumber(const std::string& word, int lowest, int highest, int* number)

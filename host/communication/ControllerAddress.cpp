@@ -1,14 +1,10 @@
 #include "host/communication/ControllerAddress.h"
 
-#include <QCoreApplication>
+#include "host/communication/ConnectionTexts.h"
+
 #include <QFileInfo>
 
 namespace {
-QString say(const char* text)
-{
-    return QCoreApplication::translate("ControllerAddress", text);
-}
-
 bool isLoopbackV4(const QString& host)
 {
     const QStringList parts = host.split(QLatin1Char('.'));
@@ -43,18 +39,20 @@ QString ControllerAddress::text() const
 QString ControllerAddress::objection() const
 {
     if (host.isEmpty() || port == 0)
-        return say("No controller address is given.");
+        return ConnectionTexts::tr("No controller address is given.");
     if (!usesTls()) {
-        return isLoopback() ? QString()
-                            : say("Connecting to %1 needs mutual TLS. Make certificates with "
+        return isLoopback()
+            ? QString()
+            : ConnectionTexts::tr("Connecting to %1 needs mutual TLS. Make certificates with "
                                   "scripts/make-certificates and choose the three files in the options.")
-                                  .arg(text());
+                  .arg(text());
     }
     for (const QString& file : { authorityFile, certificateFile, keyFile }) {
         if (file.isEmpty())
-            return say("Mutual TLS needs an authority, a certificate and a key; one of them is not given.");
+            return ConnectionTexts::tr(
+                "Mutual TLS needs an authority, a certificate and a key; one of them is not given.");
         if (!QFileInfo(file).isReadable())
-            return say("The file %1 cannot be read.").arg(file);
+            return ConnectionTexts::tr("The file %1 cannot be read.").arg(file);
     }
     return QString();
 }
@@ -70,7 +68,8 @@ bool ControllerAddress::setHostAndPort(const QString& text, QString* error)
     bool fine = false;
     const uint number = colon < 0 ? 0 : trimmed.midRef(colon + 1).toUInt(&fine);
     if (!fine || number == 0 || number > 65535 || name.isEmpty() || (!bracketed && name.contains(QLatin1Char(':')))) {
-        *error = say("\"%1\" is no address; a host and a port such as 127.0.0.1:50700 are needed.").arg(trimmed);
+        *error = ConnectionTexts::tr("\"%1\" is no address; a host and a port such as 127.0.0.1:50700 are needed.")
+                     .arg(trimmed);
         return false;
     }
     host = name;

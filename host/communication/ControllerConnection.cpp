@@ -1,5 +1,6 @@
 #include "host/communication/ControllerConnection.h"
 
+#include "host/communication/ConnectionTexts.h"
 #include "host/communication/ControllerCredentials.h"
 #include "host/communication/ControllerSession.h"
 #include "host/communication/GrpcLink.h"
@@ -8,18 +9,12 @@
 #include "protocol/DiagnosisCodes.h"
 #include "protocol/ProtocolVersion.h"
 
-#include <QCoreApplication>
 #include <QRandomGenerator>
 
 #include <algorithm>
 #include <array>
 
 namespace {
-QString say(const char* text)
-{
-    return QCoreApplication::translate("ControllerConnection", text);
-}
-
 std::string randomClient()
 {
     std::array<quint32, protocolSessionLength / sizeof(quint32)> numbers{};
@@ -181,7 +176,7 @@ void ControllerConnection::Private::lost(const QString& reason)
     state = Connecting;
     // Whether STOP still holds is told anew with the next session.
     stopHeld = false;
-    emit q->lost(reason.isEmpty() ? say("The controller has ended the connection.") : reason);
+    emit q->lost(reason.isEmpty() ? ConnectionTexts::tr("The controller has ended the connection.") : reason);
 }
 
 void ControllerConnection::Private::hear(const GrpcLink::News& news)

@@ -1,12 +1,12 @@
 #include "host/communication/GrpcLink.h"
 
+#include "host/communication/ConnectionTexts.h"
 #include "protocol/DiagnosisCodes.h"
 #include "protocol/ProtocolVersion.h"
 #include "sdk/AxisDebugParams.h"
 
 #include <grpc/support/log.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QSysInfo>
 
@@ -18,22 +18,17 @@ namespace {
 constexpr auto axesDeadline = std::chrono::seconds(10);
 constexpr int largestMessage = 16 * 1024 * 1024;
 
-QString say(const char* text)
-{
-    return QCoreApplication::translate("ControllerConnection", text);
-}
-
 bool readPem(const QString& path, std::string* text, QString* error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = say("The file %1 cannot be read.").arg(path);
+        *error = ConnectionTexts::tr("The file %1 cannot be read.").arg(path);
         return false;
     }
     *text = file.readAll().toStdString();
     if (text->find("-----BEGIN ") != std::string::npos)
         return true;
-    *error = say("The file %1 is no PEM file.").arg(path);
+    *error = ConnectionTexts::tr("The file %1 is no PEM file.").arg(path);
     return false;
 }
 
@@ -174,16 +169,17 @@ GrpcLink::LoginOutcome GrpcLink::login(Deadline deadline)
     const short result = resultOfStatus(status);
     if (result == Diagnosis::versionDiffers || (status.ok() && reply.version() != protocolVersion)) {
         return { Diagnosis::versionDiffers,
-            say("The controller at %1 speaks version %2 of the protocol, this program version %3.")
+            ConnectionTexts::tr("The controller at %1 speaks version %2 of the protocol, this program version %3.")
                 .arg(m_address.text())
                 .arg(reply.version())
                 .arg(protocolVersion),
             QString() };
     }
     if (result == Diagnosis::refused)
-        return { result, say("The controller at %1 has refused the connection.").arg(m_address.text()), QString() };
+        return { result, ConnectionTexts::tr("The controller at %1 has refused the connection.").arg(m_address.text()),
+            QString() };
     if (!status.ok()) {
-        const QString reason = say("No controller answers at %1.").arg(m_address.text());
+        const QString reason = ConnectionTexts::tr("No controller answers at %1.").arg(m_address.text());
         const QString text
             = detail.empty() ? reason : QString(reason + QLatin1Char(' ') + QString::fromStdString(detail));
         return { Diagnosis::notConnected, text, QString() };
@@ -205,11 +201,11 @@ GrpcLink::LoginOutcome GrpcLink::sendLogin(Deadline deadline)
     request.set_client(m_client);
     const grpc::Status status = send(&Stub::Login, request, &reply, deadline, true);
     if (!status.ok())
-        return { resultOfStatus(status), say("The controller at %1 has not answered the login.").arg(m_address.text()),
-            QString() };
+        return { resultOfStatus(status),
+            ConnectionTexts::tr("The controller at %1 has not answered the login.").arg(m_address.text()), QString() };
     if (reply.result() != 0) {
         return { resultOfNumber(reply.result()),
-            say("The controller at %1 has refused the login. %2")
+            ConnectionTexts::tr("The controller at %1 has refused the login. %2")
                 .arg(m_address.text(), QString::fromStdString(reply.reason())),
             QString() };
     }

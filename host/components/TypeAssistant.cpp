@@ -2,6 +2,7 @@
 
 #include "host/components/PlainToolTip.h"
 #include "host/components/ProjectVariables.h"
+#include "host/components/SureButton.h"
 #include "host/languagecore/ACCore.h"
 #include "host/languagecore/Symbol.h"
 
@@ -17,14 +18,6 @@
 namespace {
 
 enum Column { PathColumn, TypeColumn, CommentColumn };
-
-QPushButton* makeButton(const QString& text, const char* objectName, QDialog* dialog)
-{
-    auto* button = new QPushButton(text, dialog);
-    button->setObjectName(QLatin1String(objectName));
-    button->setProperty("styleType", QStringLiteral("sureButton"));
-    return button;
-}
 
 QTreeWidgetItem* makeItem(const ac::VariableInfo& variable)
 {
@@ -43,7 +36,7 @@ QTreeWidgetItem* makeItem(const ac::VariableInfo& variable)
 
 TypeAssistant::TypeAssistant(const QString& projectName, char mode, const QString& preset, QWidget* parent)
     : QDialog(parent), m_projectName(projectName), m_mode(mode), m_filter(new QLineEdit(this)),
-      m_tree(new QTreeWidget(this)), m_count(new QLabel(this)), m_ok(makeButton(tr("OK"), "okButton", this))
+      m_tree(new QTreeWidget(this)), m_count(new QLabel(this)), m_ok(makeSureButton(tr("OK"), "okButton", this))
 {
     setObjectName(QStringLiteral("TypeAssistant"));
     setWindowTitle(m_mode == BooleanVariables ? tr("Choose a Boolean Variable") : tr("Choose a Variable"));
@@ -79,7 +72,7 @@ void TypeAssistant::buildForm()
     m_tree->header()->resizeSection(TypeColumn, 100);
 
     m_count->setObjectName(QStringLiteral("countLabel"));
-    auto* cancel = makeButton(tr("Cancel"), "cancelButton", this);
+    auto* cancel = makeSureButton(tr("Cancel"), "cancelButton", this);
     m_ok->setDefault(true);
     connect(cancel, &QPushButton::clicked, this, &TypeAssistant::reject);
     auto* bottom = new QHBoxLayout;

@@ -1,6 +1,7 @@
 #include "host/components/dlgNodeReName.h"
 
 #include "host/components/DataVerification.h"
+#include "host/components/SureButton.h"
 #include "host/languagecore/ACCore.h"
 #include "host/languagecore/CheckUnitHelper.h"
 #include "host/languagecore/SafeAccore.h"
@@ -19,19 +20,11 @@ bool isFreeInPrograms(const QString& name, const QString& projectName)
     return !core || core->checkUnitHelper()->checkVarName(name.toStdString());
 }
 
-QPushButton* makeButton(const QString& text, const char* objectName, QDialog* dialog)
-{
-    auto* button = new QPushButton(text, dialog);
-    button->setObjectName(QLatin1String(objectName));
-    button->setProperty("styleType", QStringLiteral("sureButton"));
-    return button;
-}
-
 } // namespace
 
 dlgNodeReName::dlgNodeReName(const QString& projectName, const QString& typeKey, QWidget* parent)
     : QDialog(parent), m_projectName(projectName), m_edit(new QLineEdit(this)), m_extensionLabel(new QLabel(this)),
-      m_reason(new QLabel(this)), m_ok(makeButton(tr("OK"), "okButton", this))
+      m_reason(new QLabel(this)), m_ok(makeSureButton(tr("OK"), "okButton", this))
 {
     setObjectName(QStringLiteral("dlgNodeReName"));
     setWindowTitle(typeKey == QLatin1String("AxisView") ? tr("Rename Axis") : tr("Rename"));
@@ -61,7 +54,7 @@ void dlgNodeReName::buildForm()
     nameRow->addWidget(m_edit);
     nameRow->addWidget(m_extensionLabel);
 
-    auto* cancel = makeButton(tr("Cancel"), "cancelButton", this);
+    auto* cancel = makeSureButton(tr("Cancel"), "cancelButton", this);
     m_ok->setDefault(true);
     connect(cancel, &QPushButton::clicked, this, &dlgNodeReName::reject);
     auto* buttonRow = new QHBoxLayout;

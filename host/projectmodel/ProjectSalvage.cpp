@@ -8,12 +8,6 @@
 
 namespace {
 
-void tell(QString* error, const QString& path, const QString& reason)
-{
-    if (error)
-        *error = path + QStringLiteral(": ") + reason;
-}
-
 /// False sets the reason: nothing at all can be read.
 bool readDamaged(const QString& path, ProjectContents* contents, QString* reason)
 {
@@ -41,7 +35,7 @@ int salvageProject(const QString& damagedPath, const QString& newPath, QString* 
     if (copy)
         StoreFile(copy->path()).prepareForRescue();
     if (!copy || !readDamaged(copy->path(), &contents, &reason)) {
-        tell(error, damagedPath, reason);
+        StoreFile::tell(error, damagedPath, reason);
         return -1;
     }
     return ProjectStore::create(newPath, contents, error) ? contents.axes.size() : -1;

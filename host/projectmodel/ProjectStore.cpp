@@ -47,12 +47,6 @@ QString partOf(const QString& path)
     return path + QStringLiteral(".part");
 }
 
-void tell(QString* error, const QString& path, const QString& reason)
-{
-    if (error)
-        *error = path + QStringLiteral(": ") + reason;
-}
-
 /// The descriptions of controllers can be used. One that is missing is none that cannot be read.
 bool areUsable(const ProjectContents& contents, QString* reason)
 {
@@ -82,7 +76,7 @@ bool ProjectStore::create(const QString& path, const ProjectContents& contents, 
     if (fillNew(partOf(path), fill, &reason) && StoreFile::moveInPlace(partOf(path), path, false, &reason))
         return true;
     part.remove();
-    tell(error, path, reason);
+    StoreFile::tell(error, path, reason);
     return false;
 }
 
@@ -92,7 +86,7 @@ std::unique_ptr<ProjectStore> ProjectStore::open(
     QString reason;
     std::unique_ptr<ProjectStore> store = openFile(path, contents, &reason, readOnly);
     if (!store)
-        tell(error, path, reason);
+        StoreFile::tell(error, path, reason);
     return store;
 }
 
@@ -173,14 +167,14 @@ bool ProjectStore::bringUpToDate(int version, ProjectContents* contents, QString
 bool ProjectStore::write(const ProjectChanges& changes, QString* error)
 {
     if (isReadOnly()) {
-        tell(error, m_path, tr("the file can only be read"));
+        StoreFile::tell(error, m_path, tr("the file can only be read"));
         return false;
     }
     StoreTransaction transaction(*m_connection);
     StoreWriter writer(*m_connection);
     if (transaction.isOpen() && writer.write(changes) && transaction.commit())
         return true;
-    tell(error, m_path, m_connection->errorText());
+    StoreFile::tell(error, m_path, m_connection->errorText());
     return false;
 }
 
@@ -209,6 +203,6 @@ std::unique_ptr<ProjectStore> ProjectStore::copyTo(
     if (copy)
         return copy;
     part.remove();
-    tell(error, path, reason);
+    StoreFile::tell(error, path, reason);
     return nullptr;
 }

@@ -84,6 +84,12 @@ std::unique_ptr<StoreSnapshot> StoreSnapshot::take(const QString& path, QString*
     return snapshot;
 }
 
+void StoreFile::tell(QString* error, const QString& path, const QString& reason)
+{
+    if (error)
+        *error = path + QStringLiteral(": ") + reason;
+}
+
 bool StoreFile::checkHeader(QString* error) const
 {
     QFile file(m_path);

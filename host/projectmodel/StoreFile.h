@@ -27,6 +27,9 @@ class StoreFile {
 public:
     explicit StoreFile(const QString& path) : m_path(path) { }
 
+    /// Puts a clause behind the name of the file that it is about. Nobody may want the error: null.
+    static void tell(QString* error, const QString& path, const QString& reason);
+
     /// Tells from its header whether this is a project file that this program can read.
     bool checkHeader(QString* error) const;
     /// Gives a damaged file the first bytes and the size without which the database does not look at the rest.
