@@ -43,7 +43,7 @@ private:
     static void note(const char* what)
     {
         QStringList calls = qApp->property("TestPluginCalls").toStringList();
-        calls.append(QString(QLatin1String(what) + QLatin1Char(' ') + QStringLiteral(TEST_NAME)));
+        calls.append(QStringLiteral("%1 %2").arg(QLatin1String(what), QStringLiteral(TEST_NAME)));
         qApp->setProperty("TestPluginCalls", calls);
     }
 };
