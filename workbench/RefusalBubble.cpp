@@ -50,7 +50,9 @@ RefusalBubble::~RefusalBubble() = default;
 bool RefusalBubble::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn) {
-        if (auto* field = qobject_cast<QLineEdit*>(watched))
+        // A dialog tells its field of the focus before it is shown; the check of the field in use is still to come.
+        auto* field = qobject_cast<QLineEdit*>(watched);
+        if (field && field == QApplication::focusWidget())
             enter(field);
     } else if (event->type() == QEvent::KeyPress || event->type() == QEvent::Wheel) {
         hide();

@@ -4,6 +4,7 @@
 #include "sdk/ServiceKeys.h"
 #include "workbench/Theme.h"
 
+#include <QDialog>
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
@@ -32,6 +33,10 @@ private slots:
     void aLongNumberLeavesTheRangeInSight_data();
     void aLongNumberLeavesTheRangeInSight();
     void theSymbolIsThatOfTheThemeInUse();
+    void comingBackFromAPopupGoesOnWithTheInput();
+    void theWheelTakesTheBubbleAway();
+    void aFieldOfAnotherWindowIsToldOfWithoutTheBubble();
+    void aDialogThatOpensOverTheFieldLetsTheRefusalBeTold();
 
 private:
     void leave() { QTest::keyClick(first, Qt::Key_Tab); }
@@ -218,6 +223,61 @@ void RefusalBubbleTest::theSymbolIsThatOfTheThemeInUse()
         QVERIFY(!wanted.isNull());
         QCOMPARE(symbol->pixmap()->toImage(), wanted);
     }
+}
+
+void RefusalBubbleTest::aDialogThatOpensOverTheFieldLetsTheRefusalBeTold()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    // As file dialogs do it.
+    QDialog dialog(window.get());
+    auto* name = new QLineEdit(&dialog);
+    name->setFocus();
+    dialog.show();
+    QTRY_VERIFY(name->hasFocus());
+    QCOMPARE(refusals->count(), 1);
+    QCOMPARE(first->text(), QStringLiteral("50"));
+}
+
+void RefusalBubbleTest::comingBackFromAPopupGoesOnWithTheInput()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    QFocusEvent back(QEvent::FocusIn, Qt::PopupFocusReason);
+    QApplication::sendEvent(first, &back);
+    leave();
+    QCOMPARE(refusals->count(), 1);
+}
+
+void RefusalBubbleTest::theWheelTakesTheBubbleAway()
+{
+    first->selectAll();
+    QTest::keyClicks(first, QStringLiteral("150"));
+    leave();
+    QVERIFY(bubble->isVisible());
+    QWheelEvent wheel(QPointF(5, 5), second->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, 120), Qt::NoButton,
+        Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(second, &wheel);
+    QVERIFY(!bubble->isVisible());
+}
+
+void RefusalBubbleTest::aFieldOfAnotherWindowIsToldOfWithoutTheBubble()
+{
+    QWidget dialog;
+    auto* field = new QLineEdit(&dialog);
+    connect(field, &QLineEdit::editingFinished, field, [field] {
+        QString text = field->text();
+        DataVerification::getInstance().isValidNumber(text, text.toDouble(), 1, 100, false, false);
+    });
+    dialog.show();
+    dialog.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    field->setFocus();
+    QTRY_VERIFY(field->hasFocus());
+    QTest::keyClicks(field, QStringLiteral("150"));
+    field->clearFocus();
+    QCOMPARE(refusals->count(), 1);
+    QVERIFY(!bubble->isVisible());
 }
 
 QTEST_MAIN(RefusalBubbleTest)
