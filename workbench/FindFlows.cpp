@@ -39,11 +39,20 @@ FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& edi
         if (auto* source = qobject_cast<SourceView*>(editor->widget()))
             source->addAction(&m_referencesAction);
     });
-    // Places of a project that has gone lead nowhere.
-    connect(&workspace, &Workspace::closed, &m_panel, &FindPanel::clear);
+    connect(&workspace, &Workspace::closed, this, &FindFlows::forgetFormerProject);
+    connect(&workspace, &Workspace::opened, this, &FindFlows::forgetFormerProject);
 }
 
 FindFlows::~FindFlows() = default;
+
+void FindFlows::forgetFormerProject()
+{
+    const ProjectModel* project = m_workspace.project();
+    if (project && project->name() == m_searchedProject)
+        return;
+    m_unsearched.clear();
+    m_panel.clear();
+}
 
 void FindFlows::raisePanel()
 {
@@ -63,11 +72,14 @@ void FindFlows::find()
         return;
     IEditor* editor = m_editors.currentEditor();
     FindOutcome outcome;
+    m_searchedProject = project->name();
+    m_searchedNode.clear();
     if (m_panel.wholeProject()) {
         const WaitCursor cursor;
         outcome = m_find.findBelow(project->name(), m_panel.request());
     } else if (editor) {
-        outcome = m_find.findIn(editor->nodePath(), m_panel.request());
+        m_searchedNode = editor->nodePath();
+        outcome = m_find.findIn(m_searchedNode, m_panel.request());
     }
     m_unsearched = outcome.unsearched;
     m_panel.show(outcome.places, textStatus(outcome));
@@ -85,10 +97,13 @@ QString FindFlows::textStatus(const FindOutcome& outcome) const
 
 void FindFlows::openUnsearched()
 {
+    // What stood in the way may be over.
+    find();
     const QStringList nodes = m_unsearched;
     for (const QString& node : nodes)
         openNode(node);
-    find();
+    if (!nodes.isEmpty())
+        find();
 }
 
 void FindFlows::findReferences()
@@ -97,6 +112,8 @@ void FindFlows::findReferences()
     const QString variable = m_panel.variable();
     if (!project || variable.isEmpty())
         return;
+    m_searchedProject = project->name();
+    m_searchedNode.clear();
     const QString path = variablePath(project->name(), variable);
     const QStringList paths = path.isEmpty() ? QStringList(variable) : pathSpellings(project->name(), path);
     const FindOutcome outcome = m_find.findReferences(project->name(), paths);
@@ -127,9 +144,15 @@ void FindFlows::findReferencesAtCursor()
     findReferences();
 }
 
+bool FindFlows::isOfAnotherEditor() const
+{
+    IEditor* editor = m_editors.currentEditor();
+    return !m_searchedNode.isEmpty() && editor && editor->nodePath() != m_searchedNode;
+}
+
 void FindFlows::step(int direction)
 {
-    if (!m_panel.isUpToDate())
+    if (!m_panel.isUpToDate() || isOfAnotherEditor())
         find();
     if (m_panel.places().isEmpty())
         raisePanel();

@@ -34,6 +34,10 @@ public:
 
 private:
     void goTo(const FoundPlace& place);
+    /// Places of a project that has gone, or has another name now, lead nowhere.
+    void forgetFormerProject();
+    /// The list is of another editor than the one that is to be searched.
+    bool isOfAnotherEditor() const;
     IEditor* openNode(const QString& nodePath);
     /// Opens what the last search had to leave out, and searches again.
     void openUnsearched();
@@ -50,4 +54,7 @@ private:
     ProjectFind m_find;
     /// Nodes that the last search had to leave out.
     QStringList m_unsearched;
+    /// Name of the project that was searched last, and node of the editor when it was that alone.
+    QString m_searchedProject;
+    QString m_searchedNode;
 };

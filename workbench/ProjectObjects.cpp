@@ -15,7 +15,8 @@ namespace {
 
 bool hasViewInfo(const AxisTable& axis)
 {
-    return !axis.getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()).isNull();
+    const QStringList names = axis.allViewInfo().values();
+    return !names.isEmpty() && !names.contains(QString());
 }
 
 std::vector<AxisTable*> axesOf(const QString& projectName)

@@ -18,9 +18,30 @@ bool isNamePart(QChar character)
     return character.isLetterOrNumber() || character == QLatin1Char('_');
 }
 
-bool isPathPart(QChar character)
+/// Where the "[" of a "]" stands that ends there; that place itself when it has none.
+int indexBegin(const QString& line, int end)
 {
-    return isNamePart(character) || QStringLiteral(".[]").contains(character);
+    int depth = 0;
+    for (int at = end - 1; at >= 0; --at) {
+        depth += line.at(at) == QLatin1Char(']');
+        depth -= line.at(at) == QLatin1Char('[');
+        if (depth == 0)
+            return at;
+    }
+    return end;
+}
+
+/// Begin of the path, indices included, that ends there.
+int pathBegin(const QString& line, int end)
+{
+    while (end > 0) {
+        const QChar last = line.at(end - 1);
+        const int begin = last == QLatin1Char(']') ? indexBegin(line, end) : end - 1;
+        if (begin == end || !(isNamePart(last) || last == QLatin1Char('.') || last == QLatin1Char(']')))
+            break;
+        end = begin;
+    }
+    return end;
 }
 
 } // namespace
@@ -71,12 +92,10 @@ QString SourceView::nameAtCursor() const
     if (cursor.hasSelection())
         return cursor.selectedText().trimmed();
     const QString line = cursor.block().text();
-    int begin = cursor.positionInBlock();
-    int end = begin;
+    int end = cursor.positionInBlock();
     while (end < line.size() && isNamePart(line.at(end)))
         ++end;
-    while (begin > 0 && isPathPart(line.at(begin - 1)))
-        --begin;
+    const int begin = pathBegin(line, end);
     return line.mid(begin, end - begin);
 }
 

@@ -106,12 +106,13 @@ QString variableAt(const ac::ACCore& core, const ac::LocalName& place)
 }
 
 /// The path of a name that the program, list, block or type around it declares. Temporary variables, those of
-/// functions, and blocks that nothing is made of have none but their own.
+/// functions, blocks that nothing is made of, and what does not fit a variable's type have none but their own: it must
+/// not be taken for that of a global one.
 QString ownPath(const ac::ACCore& core, const ac::LocalName& local, const QString& unit, const QString& written)
 {
     const QString own = joined(unit, written);
     if (core.ownerOf(own.toStdString()) != ac::ACCore::Owner::NoUnit)
-        return projectPath(core, own);
+        return core.type(own.toStdString()) ? projectPath(core, own) : own;
     const QString variable = variableAt(core, local);
     const QString path = variable + written.mid(firstName(written).size());
     return variable.isEmpty() || !core.type(path.toStdString()) ? own : path;

@@ -15,7 +15,8 @@ struct VariablePlace {
 
 /// The full path of the variable that is meant by a name at a place: one of the program or list around it, else one of
 /// the whole project (see variablePath). What a type or block declares is the first variable of the project that it
-/// makes. Empty when the project knows none.
+/// makes. Empty when the
+/// project knows no such name there.
 QString variablePathAt(const VariablePlace& place);
 
 /// The full path of the variable that a name means anywhere in a project: a path, the bare name of

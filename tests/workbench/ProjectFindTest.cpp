@@ -54,6 +54,9 @@ private slots:
     void theEditorIsSearchedFromTheClickedPin_data();
     void theEditorIsSearchedFromTheClickedPin();
     void withoutAnEditorThereIsNothingToSearch();
+    void underAnotherNameTheProjectIsSearchedAnew();
+    void anotherEditorIsSearchedByTheKeyToo();
+    void theOfferOutlivesTheConnectionWithoutOpeningAnything();
     void theSampleIsSearchedAsItComes();
 
 private:
@@ -318,6 +321,59 @@ void ProjectFindTest::withoutAnEditorThereIsNothingToSearch()
     search(text("stop"));
     QVERIFY(results().isEmpty());
     QCOMPARE(status(), text("There is nothing here that can be searched."));
+}
+
+void ProjectFindTest::underAnotherNameTheProjectIsSearchedAnew()
+{
+    addAxis("Cut", "Main.stop");
+    save();
+    search(text("stop"));
+    QCOMPARE(results().size(), 1);
+    QString error;
+    QVERIFY2(program->workbench->workspace().saveAs(program->file(text("Copy")), &error), qPrintable(error));
+    QVERIFY(results().isEmpty());
+    goToFirst();
+    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QVERIFY(editors().currentEditor());
+    QTRY_COMPARE(focus(), text("lineEditPos"));
+    // What only takes its nodes down and shows them again keeps the list.
+    program->workbench->workspace().showAnew();
+    QCOMPARE(results().size(), 1);
+}
+
+void ProjectFindTest::anotherEditorIsSearchedByTheKeyToo()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    save();
+    program->openAxis(text("Cut"));
+    child<QComboBox>("scope")->setCurrentIndex(1);
+    search(text("stop"));
+    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    program->openAxis(text("Turn"));
+    goToFirst();
+    QCOMPARE(results(), QStringList{ text("Turn Positive limit:Main.stop") });
+    QCOMPARE(editors().currentEditor()->displayName(), text("Turn"));
+    // A list of the whole project leads from editor to editor.
+    child<QComboBox>("scope")->setCurrentIndex(0);
+    goToFirst();
+    QCOMPARE(results().size(), 2);
+    QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
+    goToFirst();
+    QCOMPARE(editors().currentEditor()->displayName(), text("Turn"));
+    QCOMPARE(results().size(), 2);
+}
+
+void ProjectFindTest::theOfferOutlivesTheConnectionWithoutOpeningAnything()
+{
+    addAxis("Cut", "Main.stop");
+    save();
+    program->workbench->connection().setOnline(true, false);
+    search(text("stop"));
+    program->workbench->connection().setOnline(false, false);
+    QTest::mouseClick(child<QPushButton>("openUnsearched"), Qt::LeftButton);
+    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QVERIFY(editors().editors().isEmpty());
 }
 
 void ProjectFindTest::theSampleIsSearchedAsItComes()

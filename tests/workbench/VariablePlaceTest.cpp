@@ -53,7 +53,7 @@ const char* const program = "PROGRAM First\n"
                             "VAR\n"
                             "  watch : Watch;\n"
                             "  latch : Latch;\n"
-                            "  shut : BOOL;\n"
+                            "  shut : BOOL; cover : Unheard;\n"
                             "END_VAR\n"
                             "END_PROGRAM\n"
                             "TYPE Latch : STRUCT\n"
@@ -102,7 +102,10 @@ void VariablePlaceTest::namesAtAPlace_data()
                                  << "First.speed";
     QTest::newRow("an element of a large array") << 6 << "axes[1999].open"
                                                  << "First.axes[1999].open";
-    QTest::newRow("an element beyond it") << 6 << "axes[2001].open" << QString();
+    QTest::newRow("an element beyond it") << 6 << "axes[2001].open"
+                                          << "First.axes[2001].open";
+    QTest::newRow("a member that it lacks, which the global one of its name has") << 46 << "cover.open"
+                                                                                  << "Fourth.cover.open";
     QTest::newRow("a member at its declaration in a type") << 15 << "open"
                                                            << "IO.cover.open";
     QTest::newRow("a temporary one hides the global one") << 22 << "ready"
