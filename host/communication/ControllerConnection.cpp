@@ -134,7 +134,8 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     session = std::make_shared<ControllerSession>(linkMaker(address, client), std::move(events));
 }
 
-// The farewell may take a while when nobody answers any more, so it is said in the background.
+// The farewell may take a while when nobody answers any more, so it is said in the background. Requests that wait
+// there in front of it are refused by the retired link, since axes may be moving until the farewell has been heard.
 void ControllerConnection::Private::retire(bool tell)
 {
     const int number = ++generation;

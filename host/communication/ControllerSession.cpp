@@ -41,7 +41,7 @@ void ControllerSession::retire()
     if (!link)
         return;
     ControllerLink::endUse(link);
-    link->cancelInFlight();
+    link->retire();
 }
 
 void ControllerSession::end()

@@ -36,7 +36,8 @@ public:
     ControllerSession(const ControllerSession&) = delete;
     ControllerSession& operator=(const ControllerSession&) = delete;
 
-    /// From now on the link is not to be used for anything but the farewell. Does not block.
+    /// From now on the link is used for nothing but the farewell: calls that are under way end, and those that wait for
+    /// them on whatever thread do not begin. Does not block.
     void retire();
     /// Asks the controller to end the session, then ends it here. Blocks for a short time.
     void end();

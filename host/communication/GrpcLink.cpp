@@ -108,13 +108,14 @@ short resultOfNumber(int number)
 /// A call under way, known to the link so that it can be cancelled from another thread.
 class GrpcLink::Call {
 public:
-    Call(GrpcLink* link, Deadline deadline) : m_link(link)
+    /// Ends at once when the link is not to be used any more by then.
+    Call(GrpcLink* link, Deadline deadline, bool isLast) : m_link(link)
     {
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         const std::lock_guard<std::mutex> lock(m_link->m_mutex);
         m_link->m_calls.insert(&context);
         // The link may have gone down since the caller looked.
-        if (!m_link->m_up)
+        if (!m_link->m_up || (m_link->m_retired && !isLast))
             context.TryCancel();
     }
     ~Call()
@@ -142,10 +143,20 @@ template <typename Request, typename Reply>
 grpc::Status GrpcLink::send(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*),
     const Request& request, Reply* reply, Deadline deadline, bool waitForReady)
 {
+    if (!m_up || m_retired)
+        return grpc::Status(grpc::StatusCode::UNAVAILABLE, "the link is down");
+    Call call(this, deadline, false);
+    call.context.set_wait_for_ready(waitForReady);
+    return (m_stub.get()->*method)(&call.context, request, reply);
+}
+
+template <typename Request, typename Reply>
+grpc::Status GrpcLink::sendLast(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*),
+    const Request& request, Reply* reply, Deadline deadline)
+{
     if (!m_up)
         return grpc::Status(grpc::StatusCode::UNAVAILABLE, "the link is down");
-    Call call(this, deadline);
-    call.context.set_wait_for_ready(waitForReady);
+    Call call(this, deadline, true);
     return (m_stub.get()->*method)(&call.context, request, reply);
 }
 
@@ -247,7 +258,7 @@ void GrpcLink::logout(Deadline deadline)
     proto::Result reply;
     request.set_session(session());
     if (!request.session().empty())
-        send(&Stub::Logout, request, &reply, deadline);
+        sendLast(&Stub::Logout, request, &reply, deadline);
 }
 
 void GrpcLink::cancelInFlight()
@@ -255,6 +266,12 @@ void GrpcLink::cancelInFlight()
     const std::lock_guard<std::mutex> lock(m_mutex);
     for (grpc::ClientContext* context : m_calls)
         context->TryCancel();
+}
+
+void GrpcLink::retire()
+{
+    m_retired = true;
+    cancelInFlight();
 }
 
 void GrpcLink::shutDown()

@@ -47,11 +47,13 @@ public:
     };
     /// Blocks while the session is there; tells the news. Gives what ended it.
     QString attend(const std::function<void(News)>& tell);
-    /// Ends the session at the controller.
+    /// Ends the session at the controller. The only call that still goes out after retire().
     void logout(std::chrono::milliseconds deadline);
 
     AxisReply request(const AxisRequest& request, std::chrono::milliseconds deadline) override;
     void cancelInFlight() override;
+    /// Ends the calls that are under way; from now on those that come, or have waited for others, end at once.
+    void retire();
     /// Ends everything, the session's stream included; from now on every call ends at once.
     void shutDown();
 
@@ -69,6 +71,9 @@ private:
     template <typename Request, typename Reply>
     grpc::Status send(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*),
         const Request& request, Reply* reply, Deadline deadline, bool waitForReady = false);
+    template <typename Request, typename Reply>
+    grpc::Status sendLast(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*),
+        const Request& request, Reply* reply, Deadline deadline);
     template <typename Request>
     AxisReply command(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, kestrun::protocol::Result*),
         Request request, const AxisRequest& from, Deadline deadline);
@@ -87,6 +92,7 @@ private:
     std::string m_client;
     std::unique_ptr<Stub> m_stub;
     std::atomic<bool> m_up{ true };
+    std::atomic<bool> m_retired{ false };
     mutable std::mutex m_mutex;
     std::string m_session;
     std::set<grpc::ClientContext*> m_calls;

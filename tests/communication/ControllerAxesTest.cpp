@@ -38,6 +38,8 @@ private slots:
     void whatOneDoesOneselfIsNoNews_data();
     void whatOneDoesOneselfIsNoNews();
     void aReplacementOnTheWayIsToldAtItsEnd();
+    void requestsThatWaitDoNotHoldTheEndUp_data();
+    void requestsThatWaitDoNotHoldTheEndUp();
 };
 
 void ControllerAxesTest::axesGoThereAndComeBack()
@@ -266,6 +268,53 @@ void ControllerAxesTest::aReplacementOnTheWayIsToldAtItsEnd()
     QCOMPARE(host.controller.download({ makeAxisText(0), makeAxisText(1) }).code, Diagnosis::ok);
     QVERIFY(downloaded.wait(5000));
     QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 1000);
+}
+
+void ControllerAxesTest::requestsThatWaitDoNotHoldTheEndUp_data()
+{
+    QTest::addColumn<int>("end");
+    QTest::newRow("closed") << 0;
+    QTest::newRow("opened elsewhere") << 1;
+    QTest::newRow("destroyed") << 2;
+}
+
+void ControllerAxesTest::requestsThatWaitDoNotHoldTheEndUp()
+{
+    QFETCH(int, end);
+    ControllerHost other;
+    ControllerHost host;
+    host.addAxes(1);
+    auto connection = std::make_unique<ControllerConnection>();
+    QVERIFY(connectTo(*connection, host.address()));
+    QVERIFY(enableFrom(0));
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0), Diagnosis::ok);
+    QTRY_COMPARE(host.peek(0).setVelocity, 5.0);
+    host.fault("late-replies 20000 DownloadAxes");
+    host.fault("late-replies 20000 ReadAxes");
+    connection->downloadAxes({ makeControllerAxis(0) });
+    connection->readAxes();
+    connection->downloadAxes({ makeControllerAxis(0) });
+    // The first is under way, the others wait behind it.
+    QTest::qWait(100);
+    QElapsedTimer timer;
+    timer.start();
+    if (end == 0)
+        connection->close();
+    else if (end == 1)
+        connection->open(other.address());
+    else
+        connection.reset();
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 1000);
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 1000);
+    // What comes next does not wait for them either.
+    if (end == 1) {
+        QTRY_VERIFY(connection->isOpen());
+        QSignalSpy read(connection.get(), &ControllerConnection::axesRead);
+        connection->readAxes();
+        QVERIFY(read.wait(1000));
+        QCOMPARE(read.at(0).at(0).value<short>(), Diagnosis::ok);
+    }
 }
 
 QTEST_GUILESS_MAIN(ControllerAxesTest)

@@ -1,6 +1,7 @@
 #include "host/communication/ControllerSession.h"
 
 #include "protocol/DiagnosisCodes.h"
+#include "sdk/AxisDebugParams.h"
 #include "tests/communication/RecordingController.h"
 
 #include <QElapsedTimer>
@@ -54,6 +55,7 @@ private slots:
     void endsAtAnyMomentAreQuick();
     void aLinkIsInUseUntilTheEnd_data();
     void aLinkIsInUseUntilTheEnd();
+    void afterItsRetirementOnlyTheFarewellGoesOut();
     void theEndOfOneLeavesTheLinkOfAnother();
     void withoutALinkItFails();
 
@@ -157,6 +159,29 @@ void ControllerSessionTest::aLinkIsInUseUntilTheEnd()
     QTest::qWait(250);
     QCOMPARE(ears.opened.load(), 1);
     QVERIFY(!ControllerLink::active());
+}
+
+void ControllerSessionTest::afterItsRetirementOnlyTheFarewellGoesOut()
+{
+    RecordingController controller;
+    Ears ears;
+    ControllerSession session([&controller](QString*) { return linkTo(controller.address()); }, ears.events());
+    QVERIFY(controller.waitForAttendance());
+    // As it is held by requests that wait for others.
+    const std::shared_ptr<GrpcLink> link = session.currentLink();
+    AxisRequest request;
+    request.code = AxisDebugKeepAlive;
+    QCOMPARE(link->request(request, std::chrono::milliseconds(quick)).result, Diagnosis::ok);
+    session.retire();
+    QVector<ControllerAxis> axes;
+    quint64 revision = 0;
+    QCOMPARE(link->request(request, std::chrono::milliseconds(quick)).result, Diagnosis::notConnected);
+    QCOMPARE(link->readAxes(&axes, &revision), Diagnosis::notConnected);
+    QCOMPARE(link->download({}).result, Diagnosis::notConnected);
+    QCOMPARE(controller.calls().size(), std::size_t(1));
+    QCOMPARE(controller.logouts(), 0);
+    session.end();
+    QCOMPARE(controller.logouts(), 1);
 }
 
 void ControllerSessionTest::theEndOfOneLeavesTheLinkOfAnother()

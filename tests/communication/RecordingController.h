@@ -77,6 +77,8 @@ public:
         return m_login;
     }
 
+    int logouts() const { return m_logouts; }
+
     /// Blocks until a client attends its session; false when none has come.
     bool waitForAttendance()
     {
@@ -191,7 +193,11 @@ private:
         return Status::OK;
     }
 
-    Status Logout(Context*, const kestrun::protocol::SessionRequest*, Result*) override { return Status::OK; }
+    Status Logout(Context*, const kestrun::protocol::SessionRequest*, Result*) override
+    {
+        ++m_logouts;
+        return Status::OK;
+    }
 
     Status StopAll(Context*, const kestrun::protocol::StopAllRequest* request, Result* reply) override
     {
@@ -293,6 +299,7 @@ private:
     Status m_status;
     int m_result = 0;
     bool m_attended = false;
+    std::atomic<int> m_logouts{ 0 };
     std::atomic<bool> m_ending{ false };
     int m_port = 0;
     std::unique_ptr<grpc::Server> m_server;

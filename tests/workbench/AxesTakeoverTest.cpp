@@ -1,9 +1,11 @@
 #include "workbench/online/AxesTakeover.h"
+#include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
 #include "tests/communication/QuietRelay.h"
 #include "tests/workbench/OnlineProgram.h"
 #include "workbench/MessageBar.h"
 
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -38,6 +40,10 @@ private slots:
     void anAnswerToAnOldOfferIsNotCarriedOutAfterAll();
     void axesThatComeToAgreeBringDebuggingBack();
     void whileOnlineTheAxesStayAsTheyAre();
+    void aSecondComparisonWaitsForTheFirst();
+    void aTakeoverCutShortIsNotWaitedFor();
+    void requestsUnderWayDoNotHoldTheEndUp_data();
+    void requestsUnderWayDoNotHoldTheEndUp();
 
 private:
     AxesTakeover& takeover() const { return m_program->workbench->online().takeover(); }
@@ -414,6 +420,98 @@ void AxesTakeoverTest::whileOnlineTheAxesStayAsTheyAre()
     QVERIFY(workbench.action(QStringLiteral("online.connect"))->isEnabled());
     workbench.workspace().close();
     QVERIFY(!workbench.action(QStringLiteral("online.connect"))->isEnabled());
+}
+
+void AxesTakeoverTest::aSecondComparisonWaitsForTheFirst()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    QAction* action = m_program->workbench->action(QStringLiteral("online.takeOver"));
+    action->trigger();
+    QTRY_VERIFY(takeover().offer());
+    m_program->host.fault("late-replies 400 DownloadAxes");
+    press("takeOver");
+    QTRY_VERIFY(!takeover().offer());
+    QSignalSpy read(&m_program->session().connection(), &ControllerConnection::axesRead);
+    QSignalSpy downloaded(&m_program->session().connection(), &ControllerConnection::axesDownloaded);
+    action->trigger();
+    action->trigger();
+    QVERIFY(downloaded.wait(5000));
+    QVERIFY(!read.wait(200));
+    QCOMPARE(read.count() + downloaded.count(), 1);
+    // After that it can be asked for again.
+    action->trigger();
+    QTRY_COMPARE(read.count(), 1);
+    QTRY_VERIFY(m_program->outputText().contains(QStringLiteral("The controller has the axes of the project.")));
+}
+
+void AxesTakeoverTest::aTakeoverCutShortIsNotWaitedFor()
+{
+    QVERIFY(m_program->connectHere());
+    QAction* action = m_program->workbench->action(QStringLiteral("online.takeOver"));
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("78"));
+    action->trigger();
+    QTRY_VERIFY(takeover().offer());
+    m_program->host.fault("late-replies 5000 DownloadAxes");
+    press("takeOver");
+    m_program->host.fault("drop-link");
+    QTRY_COMPARE_WITH_TIMEOUT(m_program->session().state(), OnlineSession::Lost, 3000);
+    m_program->host.fault("none");
+    QVERIFY(QTest::qWaitFor([this] { return m_program->waitUntilOnline(); }, 8000));
+    QSignalSpy read(&m_program->session().connection(), &ControllerConnection::axesRead);
+    action->trigger();
+    QTRY_COMPARE(read.count(), 1);
+    // By hand nobody is told of what was under way.
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("79"));
+    action->trigger();
+    QTRY_VERIFY(takeover().offer());
+    m_program->host.fault("refuse 49 DownloadAxes");
+    m_program->host.fault("late-replies 5000 DownloadAxes");
+    press("takeOver");
+    QTRY_VERIFY(!takeover().offer());
+    m_program->session().disconnectNow();
+    m_program->host.fault("none");
+    connectAndWaitForTheOffer();
+    press("notNow");
+    QVERIFY(isOnlineSoon());
+    QTRY_VERIFY(!takeover().offer());
+    action->trigger();
+    QTRY_VERIFY(takeover().offer());
+}
+
+void AxesTakeoverTest::requestsUnderWayDoNotHoldTheEndUp_data()
+{
+    QTest::addColumn<bool>("quit");
+    QTest::newRow("disconnected") << false;
+    QTest::newRow("the workbench quit") << true;
+}
+
+void AxesTakeoverTest::requestsUnderWayDoNotHoldTheEndUp()
+{
+    QFETCH(bool, quit);
+    QVERIFY(m_program->makeReady());
+    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0), Diagnosis::ok);
+    QVERIFY(m_program->moves());
+    m_program->workbench->action(QStringLiteral("online.takeOver"))->trigger();
+    QTRY_VERIFY(takeover().offer());
+    m_program->host.fault("late-replies 20000 DownloadAxes");
+    m_program->host.fault("late-replies 20000 ReadAxes");
+    press("takeOver");
+    QTRY_VERIFY(!takeover().offer());
+    m_program->workbench->action(QStringLiteral("online.takeOver"))->trigger();
+    // Whoever asks: what waits behind the answer is not to begin any more.
+    m_program->session().connection().readAxes();
+    QVERIFY(!QTest::qWaitFor([this] { return !m_program->isMoving(); }, 100));
+    QElapsedTimer timer;
+    timer.start();
+    if (quit)
+        m_program->workbench.reset();
+    else
+        m_program->workbench->action(QStringLiteral("online.disconnect"))->trigger();
+    QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(m_program->stands(1000));
+    QTRY_COMPARE_WITH_TIMEOUT(int(m_program->host.peek(0).debugMode), 0, 1000);
 }
 
 QTEST_MAIN(AxesTakeoverTest)

@@ -77,8 +77,8 @@ void AxesTakeover::begin()
 
 void AxesTakeover::compareNow()
 {
-    if (!m_session.isLoggedIn() || m_session.wantsDirectLogin() || !m_workspace.project() || m_reading || m_offer
-        || m_nextTry.isActive())
+    if (!m_session.isLoggedIn() || m_session.wantsDirectLogin() || !m_workspace.project() || m_reading || m_sending
+        || m_offer || m_nextTry.isActive())
         return;
     m_askedByUser = true;
     m_reading = true;
@@ -137,11 +137,13 @@ void AxesTakeover::takeOver()
     if (!m_session.isLoggedIn() || !m_workspace.project())
         return;
     m_taken = controllerAxes(*m_workspace.project());
+    m_sending = true;
     m_session.connection().downloadAxes(m_taken);
 }
 
 void AxesTakeover::onDownloaded(const DownloadOutcome& outcome)
 {
+    m_sending = false;
     if (!m_session.isLoggedIn())
         return;
     if (outcome.result == Diagnosis::ok) {
@@ -188,6 +190,7 @@ void AxesTakeover::leaveAsItIs()
 void AxesTakeover::closeOffer()
 {
     m_reading = false;
+    m_sending = false;
     m_nextTry.stop();
     if (!m_offer)
         return;

@@ -34,7 +34,8 @@ public:
         std::function<QString(short code)> errorText, QObject* parent = nullptr);
     ~AxesTakeover() override;
 
-    /// Compares again, and offers what differs; says so when nothing does.
+    /// Compares again, and offers what differs; says so when nothing does. Without effect while axes are being read or
+    /// taken over already.
     void compareNow();
     /// The offer that is open, or null.
     AxesDifferenceDialog* offer() const;
@@ -68,5 +69,6 @@ private:
     QElapsedTimer m_sinceLogin;
     QTimer m_nextTry;
     bool m_reading = false;
+    bool m_sending = false;
     bool m_askedByUser = false;
 };
