@@ -10,7 +10,7 @@
 
 /// Answers the requests of clients: checks the session, hands the command to the cycle, misbehaves where it is told to.
 /// Called by the threads of the server.
-class ControllerService final : public kestrun::protocol::AxisController::Service {
+class ControllerService : public kestrun::protocol::AxisController::Service {
 public:
     /// An empty token means that the client's certificate stands for it. Neither object is owned.
     ControllerService(MotionController* controller, Faults* faults, std::string token);

@@ -1,3 +1,4 @@
+#include "controller/ProtocolClient.h"
 #include "protocol/AxisRefLayout.h"
 #include "protocol/DiagnosisCodes.h"
 #include "protocol/ProtocolVersion.h"
@@ -6,14 +7,12 @@
 #include <grpc/support/log.h>
 #include <grpcpp/grpcpp.h>
 
-#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstring>
 #include <fstream>
 #include <functional>
 #include <iostream>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -24,9 +23,6 @@ namespace proto = kestrun::protocol;
 // Checks whether a controller speaks the protocol as a workbench expects it. It talks to the service directly, so that
 // what it says does not depend on any client of ours.
 namespace {
-using Clock = std::chrono::steady_clock;
-using Stub = proto::AxisController::Stub;
-
 constexpr const char* help
     = "kestrun-protocol-check checks whether a controller speaks the protocol of the workbench.\n"
       "\n"
@@ -106,17 +102,13 @@ void fillAxis(proto::AxisRecord* record, const std::string& velocity)
     (*record->mutable_values())["MaxVel"] = velocity;
 }
 
-class Check {
+class Check : private ProtocolClient {
 public:
-    Check(Options options, std::string token)
-        : m_options(std::move(options)), m_token(std::move(token)),
-          m_stub(proto::AxisController::NewStub(grpc::CreateChannel(m_options.address, credentialsFor(m_options))))
+    Check(const Options& options, const std::string& token)
+        : ProtocolClient(grpc::CreateChannel(options.address, credentialsFor(options))), m_token(token),
+          m_mayReplace(options.mayReplace)
     {
     }
-
-    ~Check() { endStream(); }
-    Check(const Check&) = delete;
-    Check& operator=(const Check&) = delete;
 
     int run()
     {
@@ -124,8 +116,9 @@ public:
             return report();
         checkSessions();
         checkComingBack();
+        checkWhoIsNotBack();
         checkUnknownAxis();
-        if (m_options.mayReplace) {
+        if (m_mayReplace) {
             checkDownload();
             checkStatus();
             checkDebugMode();
@@ -133,6 +126,7 @@ public:
             checkStopAll();
             checkDeadman();
             checkLostClient();
+            checkAxesOfTheFormer();
         } else {
             std::cout << "left out: everything that replaces or moves axes (give --yes)\n";
         }
@@ -154,114 +148,6 @@ private:
         return m_failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     }
 
-    template <typename Request, typename Reply>
-    bool call(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*), Request request, Reply* reply)
-    {
-        grpc::ClientContext context;
-        context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
-        const grpc::Status status = (m_stub.get()->*method)(&context, request, reply);
-        if (!status.ok())
-            std::cout << "        (" << status.error_message() << ")\n";
-        return status.ok();
-    }
-
-    template <typename Request>
-    int result(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, proto::Result*), Request request)
-    {
-        proto::Result reply;
-        request.set_session(m_session);
-        return call(method, request, &reply) ? reply.result() : -1;
-    }
-
-    AxisRef status(bool* fine = nullptr)
-    {
-        proto::StatusRequest request;
-        proto::StatusReply reply;
-        request.set_session(m_session);
-        request.set_size(axisRefSize);
-        const bool whole = call(&Stub::GetAxisRef, request, &reply) && reply.data().size() == sizeof(AxisRef);
-        AxisRef ref{};
-        if (whole)
-            std::memcpy(&ref, reply.data().data(), sizeof ref);
-        if (fine)
-            *fine = whole && reply.result() == 0;
-        return ref;
-    }
-
-    bool becomes(const std::function<bool(const AxisRef&)>& condition, int milliseconds = 3000)
-    {
-        const auto until = Clock::now() + std::chrono::milliseconds(milliseconds);
-        bool fine = true;
-        while (fine && Clock::now() < until) {
-            if (condition(status(&fine)))
-                return fine;
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        return false;
-    }
-
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        for (int i = 0; i < 200 && !condition(); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        return condition();
-    }
-
-    /// What the controller sees when a client is gone.
-    void endStream()
-    {
-        if (m_attendance)
-            m_attendance->TryCancel();
-        if (m_reader.joinable())
-            m_reader.join();
-    }
-
-    int enterDebugMode(int enter, int timeout)
-    {
-        proto::EnterDebugModeRequest request;
-        request.set_enter(enter);
-        request.set_timeout(timeout);
-        return result(&Stub::EnterDebugMode, request);
-    }
-
-    int enable(int on)
-    {
-        proto::FlagRequest request;
-        request.set_value(on);
-        return result(&Stub::SetEnable, request);
-    }
-
-    static proto::MotionRequest motion(double position, double velocity, double ramp = 100)
-    {
-        proto::MotionRequest request;
-        request.set_position(position);
-        request.set_velocity(velocity);
-        request.set_acceleration(ramp);
-        request.set_deceleration(ramp);
-        return request;
-    }
-
-    int jog(int pressed)
-    {
-        proto::MotionRequest request = motion(0, 5);
-        request.set_pressed(pressed);
-        return result(&Stub::JopPos, request);
-    }
-
-    bool login(std::string* session, const std::string& token, int* code, const std::string& client = {})
-    {
-        proto::LoginRequest request;
-        proto::LoginReply reply;
-        request.set_version(protocolVersion);
-        request.set_token(token);
-        request.set_client_name("kestrun-protocol-check");
-        request.set_client(client);
-        const bool fine = call(&Stub::Login, request, &reply);
-        *session = reply.session();
-        *code = reply.result();
-        return fine;
-    }
-
     bool checkHandshake()
     {
         proto::HandshakeRequest request;
@@ -276,19 +162,14 @@ private:
     bool checkLogin()
     {
         int code = 0;
-        std::string session;
         if (m_tokenNeeded) {
-            say(login(&session, m_token + "x", &code) && code == Diagnosis::refused && session.empty(),
+            say(login(m_token + "x", {}, &code) && code == Diagnosis::refused && session().empty(),
                 "a wrong token is refused with 0x7003");
         }
-        proto::LoginRequest other;
-        proto::LoginReply reply;
-        other.set_version(protocolVersion + 1);
-        other.set_token(m_token);
-        say(call(&Stub::Login, other, &reply) && reply.result() == Diagnosis::versionDiffers,
+        say(login(m_token, {}, &code, protocolVersion + 1) && code == Diagnosis::versionDiffers,
             "another version is refused with 0x7004");
-        const bool fine = login(&m_session, m_token, &code) && code == 0;
-        return say(fine && m_session.size() == protocolSessionLength, "the login gives a session of 16 bytes");
+        const bool fine = login(m_token, {}, &code) && code == 0;
+        return say(fine && session().size() == protocolSessionLength, "the login gives a session of 16 bytes");
     }
 
     void checkSessions()
@@ -298,47 +179,42 @@ private:
         request.set_session(std::string(protocolSessionLength, 'x'));
         say(call(&Stub::KeepAlive, request, &reply) && reply.result() == Diagnosis::refused,
             "a request of no session is refused with 0x7003");
-        proto::SessionRequest session;
-        session.set_session(m_session);
-        m_attendance = std::make_unique<grpc::ClientContext>();
-        m_reader = std::thread([this, session] {
-            const auto stream = m_stub->Attend(m_attendance.get(), session);
-            proto::SessionEvent event;
-            while (stream->Read(&event)) {
-                m_stopHeld = event.stop_held();
-                m_axesRevision = event.axes_revision();
-                ++m_events;
-            }
-            stream->Finish();
-        });
-        say(waitFor([this] { return m_events > 0; }), "the session's stream begins with an event");
-    }
-
-    bool holds(const std::string& session)
-    {
-        proto::CurvesRequest request;
-        proto::CurvesReply reply;
-        request.set_session(session);
-        return call(&Stub::ReadCurves, request, &reply) && reply.result() == 0;
+        attend();
+        say(waitFor([this] { return events() > 0; }), "the session's stream begins with an event");
     }
 
     void checkComingBack()
     {
         const std::string mine(protocolSessionLength, 'a');
-        const std::string other(protocolSessionLength, 'b');
-        std::string former, next, bystander;
-        int code = 0;
-        login(&former, m_token, &code, mine);
-        login(&bystander, m_token, &code, other);
-        say(holds(former) && holds(bystander) && holds(m_session), "several clients are logged in at once");
-        login(&next, m_token, &code, mine);
-        say(holds(next) && !holds(former), "a client that logs in again ends its former session");
-        say(holds(bystander) && holds(m_session), "and nobody else's");
-        for (const std::string& session : { next, bystander }) {
-            proto::SessionRequest request;
-            proto::Result reply;
-            request.set_session(session);
-            call(&Stub::Logout, request, &reply);
+        ProtocolClient former(channel()), next(channel()), bystander(channel());
+        former.login(m_token, mine);
+        bystander.login(m_token, std::string(protocolSessionLength, 'b'));
+        say(former.isLoggedIn() && bystander.isLoggedIn() && isLoggedIn(), "several clients are logged in at once");
+        next.login(m_token, mine);
+        say(next.isLoggedIn() && !former.isLoggedIn(), "a client that logs in again ends its former session");
+        say(bystander.isLoggedIn() && isLoggedIn(), "and nobody else's");
+        next.logout();
+        bystander.logout();
+        say(!next.isLoggedIn() && isLoggedIn(), "a logout ends a session");
+    }
+
+    void checkWhoIsNotBack()
+    {
+        const std::string mine(protocolSessionLength, 'c');
+        ProtocolClient former(channel()), refused(channel());
+        former.login(m_token, mine);
+        refused.login(m_token, mine, nullptr, protocolVersion + 1);
+        if (m_tokenNeeded)
+            refused.login(m_token + "x", mine);
+        say(former.isLoggedIn(), "a login that is refused ends no session");
+        former.logout();
+        for (const int length : { 0, protocolSessionLength - 1, protocolSessionLength + 1 }) {
+            ProtocolClient one(channel()), two(channel());
+            one.login(m_token, std::string(static_cast<std::size_t>(length), 'c'));
+            two.login(m_token, std::string(static_cast<std::size_t>(length), 'c'));
+            say(one.isLoggedIn() && two.isLoggedIn(), std::to_string(length) + " bytes tell no client");
+            one.logout();
+            two.logout();
         }
     }
 
@@ -353,7 +229,7 @@ private:
     {
         proto::DownloadRequest request;
         proto::DownloadReply reply;
-        request.set_session(m_session);
+        request.set_session(session());
         fillAxis(request.add_axes(), "fast");
         say(call(&Stub::DownloadAxes, request, &reply) && reply.result() != 0 && reply.axis() == "ProtocolCheck"
                 && reply.key() == "MaxVel",
@@ -368,13 +244,13 @@ private:
         say(call(&Stub::DownloadAxes, request, &reply) && reply.result() == 0, "a sound axis is taken over");
         proto::SessionRequest read;
         proto::AxisList list;
-        read.set_session(m_session);
+        read.set_session(session());
         const bool fine = call(&Stub::ReadAxes, read, &list) && list.axes_size() == 1;
         say(fine && list.axes(0).name() == "ProtocolCheck"
                 && list.axes(0).values_size() == request.axes(0).values_size(),
             "the axis comes back as it was");
         say(reply.axes_revision() > 0 && list.axes_revision() == reply.axes_revision()
-                && waitFor([this, &reply] { return m_axesRevision == reply.axes_revision(); }),
+                && waitFor([this, &reply] { return axesRevision() == reply.axes_revision(); }),
             "the session's stream tells the revision of the axes");
     }
 
@@ -386,13 +262,13 @@ private:
         say(ref.axisState == 0 && ref.debugMode == 0 && ref.speedRatio == 1, "an axis begins Disabled, at full speed");
         proto::StatusRequest request;
         proto::StatusReply reply;
-        request.set_session(m_session);
+        request.set_session(session());
         request.set_size(10);
         say(call(&Stub::GetAxisRef, request, &reply) && reply.data().size() == 10,
             "a shorter status is as long as asked");
         proto::CurvesRequest curves;
         proto::CurvesReply values;
-        curves.set_session(m_session);
+        curves.set_session(session());
         curves.add_axes(0);
         curves.add_axes(254);
         say(call(&Stub::ReadCurves, curves, &values) && values.status_size() == 2
@@ -403,11 +279,62 @@ private:
     void checkDebugMode()
     {
         say(enable(1) == Diagnosis::notInDebugMode, "commands outside debug mode are refused with 3");
+        bool refused = true;
+        for (const int timeout : { 0, -1, 32768 })
+            refused = enterDebugMode(1, timeout) == Diagnosis::argumentInvalid && refused;
+        say(refused && status().debugMode == 0, "a time-out outside 1 to 32767 ms is refused with 32");
         say(enterDebugMode(1, 30000) == 0 && status().debugMode != 0, "debug mode is entered");
-        say(enterDebugMode(1, 30000) == 0, "entering again renews");
+        say(enterDebugMode(1, 32767) == 0, "entering again renews");
+        checkOtherClient();
         say(result(&Stub::MoveVel, motion(0, 5)) == Diagnosis::notEnabled, "a motion without power is refused with 2");
         say(enable(1) == 0 && becomes([](const AxisRef& ref) { return ref.axisState == 3; }),
             "enabling leads to StandStill");
+        say(takeOverFrom(*this) == Diagnosis::axisEnabled, "axes are refused with 48 while one is enabled");
+    }
+
+    static int takeOverFrom(ProtocolClient& client)
+    {
+        proto::DownloadRequest request;
+        proto::DownloadReply reply;
+        request.set_session(client.session());
+        fillAxis(request.add_axes(), "50");
+        return client.call(&Stub::DownloadAxes, request, &reply) ? reply.result() : -1;
+    }
+
+    static std::vector<std::pair<const char*, int>> commandFrom(ProtocolClient& client)
+    {
+        proto::MotionRequest pressed = motion(0, 5);
+        pressed.set_pressed(1);
+        proto::FlagRequest percent;
+        percent.set_value(50);
+        const proto::PositionRequest place;
+        const proto::AxisOnlyRequest axis;
+        return { { "EnterDebugMode", client.enterDebugMode(1, 30000) },
+            { "leaving it", client.enterDebugMode(0, 30000) }, { "KeepAlive", client.result(&Stub::KeepAlive, axis) },
+            { "SetEnable", client.enable(1) }, { "SetPosition", client.result(&Stub::SetPosition, place) },
+            { "SetHomeOffset", client.result(&Stub::SetHomeOffset, place) },
+            { "SetVelRatio", client.result(&Stub::SetVelRatio, percent) },
+            { "SetHome", client.result(&Stub::SetHome, axis) }, { "SetStop", client.result(&Stub::SetStop, pressed) },
+            { "MoveAbs", client.result(&Stub::MoveAbs, pressed) },
+            { "MoveRel", client.result(&Stub::MoveRel, pressed) },
+            { "MoveVel", client.result(&Stub::MoveVel, pressed) }, { "JopPos", client.result(&Stub::JopPos, pressed) },
+            { "JopNeg", client.result(&Stub::JopNeg, pressed) }, { "Reset", client.result(&Stub::Reset, axis) } };
+    }
+
+    /// While this one has the axis in debug mode, Disabled.
+    void checkOtherClient()
+    {
+        ProtocolClient other(channel());
+        other.login(m_token);
+        for (const auto& [command, code] : commandFrom(other))
+            say(code == Diagnosis::ownedByOther, std::string("another client is refused with 4: ") + command);
+        say(takeOverFrom(other) == Diagnosis::ownedByOther,
+            "axes of another client are refused with 4 while one is in debug mode");
+        bool fine = false;
+        const AxisRef ref = other.status(&fine);
+        say(fine && ref.debugMode != 0 && ref.axisState == 0 && ref.speedRatio == 1,
+            "another client may look, and has changed nothing");
+        other.logout();
     }
 
     void checkMotion()
@@ -469,7 +396,7 @@ private:
                 && becomes([](const AxisRef& ref) { return ref.setVelocity == 0; }, 1000),
             "the emergency stop stops a jog");
         say(jog(1) == Diagnosis::emergencyStop, "while it holds motion is refused with 26");
-        say(waitFor([this] { return m_stopHeld.load(); }), "the session's stream tells it");
+        say(waitFor([this] { return stopHeld(); }), "the session's stream tells it");
         request.set_hold(false);
         request.set_number(7);
         say(result(&Stub::StopAll, request) == Diagnosis::emergencyStop && jog(1) == Diagnosis::emergencyStop,
@@ -483,7 +410,7 @@ private:
     {
         say(enterDebugMode(1, 300) == 0 && jog(1) == 0, "a jog with a time-out of 300 ms");
         proto::CurvesRequest curves;
-        curves.set_session(m_session);
+        curves.set_session(session());
         curves.add_axes(0);
         AxisRef ref{};
         ref.debugMode = 1;
@@ -507,20 +434,33 @@ private:
         endStream();
         int code = 0;
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
-        login(&m_session, m_token, &code);
+        login(m_token, {}, &code);
         say(becomes([](const AxisRef& ref) { return ref.setVelocity == 0 && ref.debugMode == 0; }, 2000),
             "the axis stops when its client is lost");
     }
 
-    Options m_options;
+    void checkAxesOfTheFormer()
+    {
+        const auto stands = [](const AxisRef& ref) { return ref.setVelocity == 0 && ref.debugMode == 0; };
+        const std::string mine(protocolSessionLength, 'd');
+        ProtocolClient former(channel()), next(channel());
+        former.login(m_token, mine);
+        former.attend();
+        former.enterDebugMode(1, 30000);
+        former.enable(1);
+        former.becomes([](const AxisRef& ref) { return ref.axisState == 3; });
+        say(former.jog(1) == 0 && former.becomes([](const AxisRef& ref) { return ref.setVelocity == 5; }),
+            "a jog of a client that will come back");
+        // Its stream is still there, as behind a cut that the controller has not noticed.
+        next.login(m_token, mine);
+        say(next.becomes(stands, 1000), "the axes of its former session stop when a client comes back");
+        say(next.enterDebugMode(1, 30000) == 0, "it can have them again");
+        next.logout();
+        say(becomes(stands, 1000), "a logout ends debug mode");
+    }
+
     std::string m_token;
-    std::unique_ptr<Stub> m_stub;
-    std::string m_session;
-    std::unique_ptr<grpc::ClientContext> m_attendance;
-    std::thread m_reader;
-    std::atomic<int> m_events{ 0 };
-    std::atomic<bool> m_stopHeld{ false };
-    std::atomic<std::uint64_t> m_axesRevision{ 0 };
+    bool m_mayReplace = false;
     bool m_tokenNeeded = false;
     int m_failed = 0;
 };
@@ -541,5 +481,5 @@ int main(int argc, char** argv)
     std::string token;
     if (options.files[0].empty())
         std::getline(std::cin, token);
-    return Check(std::move(options), std::move(token)).run();
+    return Check(options, token).run();
 }
