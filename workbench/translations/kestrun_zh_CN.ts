@@ -523,6 +523,57 @@
     </message>
 </context>
 <context>
+    <name>ConnectionTexts</name>
+    <message>
+        <source>No controller address is given.</source>
+        <translation>没有给出控制器地址。</translation>
+    </message>
+    <message>
+        <source>Connecting to %1 needs mutual TLS. Make certificates with scripts/make-certificates and choose the three files in the options.</source>
+        <translation>连接到 %1 需要双向 TLS。请用 scripts/make-certificates 生成证书，并在选项中选择这三个文件。</translation>
+    </message>
+    <message>
+        <source>Mutual TLS needs an authority, a certificate and a key; one of them is not given.</source>
+        <translation>双向 TLS 需要 CA 证书、证书和密钥；其中一项未给出。</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be read.</source>
+        <translation>无法读取文件 %1。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no address; a host and a port such as 127.0.0.1:50700 are needed.</source>
+        <translation>“%1”不是地址；需要主机和端口，例如 127.0.0.1:50700。</translation>
+    </message>
+    <message>
+        <source>The controller has ended the connection.</source>
+        <translation>控制器已结束连接。</translation>
+    </message>
+    <message>
+        <source>The file %1 is no PEM file.</source>
+        <translation>文件 %1 不是 PEM 文件。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 speaks version %2 of the protocol, this program version %3.</source>
+        <translation>%1 处的控制器使用协议版本 %2，本程序使用版本 %3。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has refused the connection.</source>
+        <translation>%1 处的控制器拒绝了连接。</translation>
+    </message>
+    <message>
+        <source>No controller answers at %1.</source>
+        <translation>%1 处没有控制器应答。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has not answered the login.</source>
+        <translation>%1 处的控制器没有应答登录。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has refused the login. %2</source>
+        <translation>%1 处的控制器拒绝了登录。%2</translation>
+    </message>
+</context>
+<context>
     <name>ControllerCatalog</name>
     <message>
         <source>There are no controller descriptions in %1.</source>
