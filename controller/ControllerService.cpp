@@ -36,11 +36,14 @@ Status refusedOnPurpose(const Faults::Effect& effect)
 /// Brings the event up to date; false when it was.
 bool tell(const MotionController& controller, proto::SessionEvent* event)
 {
+    // The revision first: should the hold change in between, the next event tells it anew.
+    const std::uint64_t stops = controller.stopRevision();
     const bool held = controller.isStopHeld();
-    const std::uint64_t revision = controller.axesRevision();
-    const bool isNew = event->stop_held() != held || event->axes_revision() != revision;
+    const std::uint64_t axes = controller.axesRevision();
+    const bool isNew = event->stop_held() != held || event->stop_revision() != stops || event->axes_revision() != axes;
     event->set_stop_held(held);
-    event->set_axes_revision(revision);
+    event->set_stop_revision(stops);
+    event->set_axes_revision(axes);
     return isNew;
 }
 } // namespace

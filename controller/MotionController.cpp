@@ -417,6 +417,7 @@ std::int16_t MotionController::stopAll(bool hold, const StopOrder& order)
         if (hold)
             latest = std::max(latest, order.number);
         m_stopHeld = hold;
+        ++m_stopRevision;
         if (!hold)
             return Diagnosis::ok;
         for (auto& entry : m_entries) {

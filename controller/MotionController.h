@@ -102,6 +102,8 @@ public:
     /// than a stop of its session.
     std::int16_t stopAll(bool hold, const StopOrder& order = {});
     bool isStopHeld() const { return m_stopHeld.load(); }
+    /// Grows with each stop and release that is taken.
+    std::uint64_t stopRevision() const { return m_stopRevision.load(); }
 
     /// The axis's status as of the last cycle; false for an unknown axis. A request of the axis's own session keeps it
     /// alive.
@@ -190,6 +192,7 @@ private:
     std::array<std::atomic<std::int64_t>, axisNumbers> m_heardUs{};
     std::atomic<std::int64_t> m_clockUs{ 0 };
     std::atomic<bool> m_stopHeld{ false };
+    std::atomic<std::uint64_t> m_stopRevision{ 0 };
     std::atomic<std::uint64_t> m_axesRevision{ 1 };
     /// Number of each session's latest stop.
     std::map<SessionId, std::uint64_t> m_stopNumbers;

@@ -19,7 +19,7 @@ public:
     void submitTransaction(Transaction* transaction, bool report) override;
 
     /// What has not been started yet is refused with this code instead of going out; the emergency stop does so, lest
-    /// a queued motion follow it. Whoever waits for an answer gets one.
+    /// a queued motion follow it. Whoever waits for an answer gets one; what brings an axis to rest goes out.
     void refuseQueued(short code);
     /// Destroys what is queued, cancels what is under way on the active link, and joins the worker. Main thread.
     void shutdown();

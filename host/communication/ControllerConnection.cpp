@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace {
 std::string randomClient()
@@ -43,7 +44,7 @@ struct ControllerConnection::Private {
     void failed(short code, const QString& reason);
     void lost(const QString& reason);
     void hear(const GrpcLink::News& news);
-    void tellStopHeld(bool held);
+    void tellStop(bool held, quint64 revision);
     void seeAxes(quint64 revision);
     void compareRevisions();
 
@@ -57,6 +58,8 @@ struct ControllerConnection::Private {
     std::shared_ptr<const Credentials> credentials;
     std::shared_ptr<ControllerSession> session;
     bool stopHeld = false;
+    /// Nothing until the session has told it.
+    std::optional<quint64> stopRevision;
     /// Of the controller's axes: what it has told, and what has been seen of them; 0 for nothing yet.
     quint64 toldRevision = 0;
     quint64 seenRevision = 0;
@@ -121,6 +124,7 @@ void ControllerConnection::Private::begin(const ControllerAddress& newAddress)
     address = newAddress;
     state = Connecting;
     stopHeld = false;
+    stopRevision.reset();
     axesRequests = 0;
     ControllerSession::Events events;
     events.opened = [this, number](const std::shared_ptr<GrpcLink>& link, const QString& who) {
@@ -177,12 +181,13 @@ void ControllerConnection::Private::lost(const QString& reason)
     state = Connecting;
     // Whether STOP still holds is told anew with the next session.
     stopHeld = false;
+    stopRevision.reset();
     emit q->lost(reason.isEmpty() ? ConnectionTexts::tr("The controller has ended the connection.") : reason);
 }
 
 void ControllerConnection::Private::hear(const GrpcLink::News& news)
 {
-    tellStopHeld(news.stopHeld);
+    tellStop(news.stopHeld, news.stopRevision);
     toldRevision = news.axesRevision;
     compareRevisions();
 }
@@ -204,12 +209,14 @@ void ControllerConnection::Private::compareRevisions()
     emit q->axesReplaced();
 }
 
-void ControllerConnection::Private::tellStopHeld(bool held)
+// The first news of a session tells what was before it.
+void ControllerConnection::Private::tellStop(bool held, quint64 revision)
 {
-    if (held == stopHeld)
-        return;
+    const bool isNew = held != stopHeld || (stopRevision && *stopRevision != revision);
     stopHeld = held;
-    emit q->stopHeldChanged(held);
+    stopRevision = revision;
+    if (isNew)
+        emit q->stopHeldTold(held);
 }
 
 void ControllerConnection::open(const ControllerAddress& address)

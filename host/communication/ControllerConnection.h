@@ -63,8 +63,9 @@ signals:
     /// The link has gone down; once for each loss. The connection goes on trying until it is closed.
     void lost(const QString& reason);
     void closed();
-    /// The emergency stop of the controller holds, or has been released, by whomever.
-    void stopHeldChanged(bool held);
+    /// The emergency stop of the controller holds, or has been released, by whomever; told anew after each stop and
+    /// release.
+    void stopHeldTold(bool held);
     void axesRead(short result, const QVector<ControllerAxis>& axes);
     void axesDownloaded(const DownloadOutcome& outcome);
     /// The controller has other axes than those that were last read, or put there, over this connection since

@@ -45,7 +45,8 @@ public:
     static std::shared_ptr<const Announcer> announcer();
 
     /// While one lives, what RpcCmdSend is asked on this thread does not go out: the code is the answer at once. For
-    /// requests that nobody wants any more, but whose answer somebody waits for.
+    /// requests that nobody wants any more, but whose answer somebody waits for. What stops an axis, switches it off or
+    /// leaves debug mode goes out all the same.
     class KESTRUN_COMMUNICATION_EXPORT Refusal {
     public:
         explicit Refusal(short code);

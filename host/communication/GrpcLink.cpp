@@ -246,7 +246,7 @@ QString GrpcLink::attend(const std::function<void(News)>& tell)
     const auto reader = m_stub->Attend(context, request);
     proto::SessionEvent event;
     while (reader->Read(&event))
-        tell({ event.stop_held(), event.axes_revision() });
+        tell({ event.stop_held(), event.axes_revision(), event.stop_revision() });
     const grpc::Status status = reader->Finish();
     m_up = false;
     return QString::fromStdString(status.error_message());

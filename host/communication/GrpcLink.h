@@ -44,6 +44,8 @@ public:
     struct News {
         bool stopHeld = false;
         quint64 axesRevision = 0;
+        /// Counts the stops and releases.
+        quint64 stopRevision = 0;
     };
     /// Blocks while the session is there; tells the news. Gives what ended it.
     QString attend(const std::function<void(News)>& tell);

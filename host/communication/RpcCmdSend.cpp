@@ -15,9 +15,26 @@ AxisRequest makeRequest(int code, short axisNo)
     return request;
 }
 
+/// What brings an axis to rest is in nobody's way.
+bool bringsToRest(const AxisRequest& request)
+{
+    switch (request.code) {
+    case AxisDebugSetStop:
+        return true;
+    case AxisDebugEnterDebugMode:
+    case AxisDebugSetEnable:
+    case AxisDebugJopPos:
+    case AxisDebugJopNeg:
+        return request.value == 0;
+    default:
+        return false;
+    }
+}
+
 AxisReply ask(const AxisRequest& request, int seconds)
 {
-    if (const short refusal = ControllerLink::Refusal::present())
+    const short refusal = ControllerLink::Refusal::present();
+    if (refusal != 0 && !bringsToRest(request))
         return { refusal, {} };
     const std::shared_ptr<ControllerLink> link = ControllerLink::active();
     if (!link)

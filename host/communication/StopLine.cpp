@@ -18,7 +18,7 @@ namespace {
 using CredentialsPtr = std::shared_ptr<const ControllerConnection::Credentials>;
 constexpr auto deadline = std::chrono::milliseconds(1000);
 
-/// The channel of the emergency stop; used by its thread only, but for giveUpReleases.
+/// The channel of the emergency stop; used by its thread only, but for giveUpEarlier.
 class StopChannel {
 public:
     /// Connects ahead of the need, so that the stop itself is one round trip.
@@ -45,39 +45,38 @@ public:
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         context.set_wait_for_ready(true);
-        if (!hold && !beginRelease(context, number))
-            return Diagnosis::emergencyStop;
+        if (!begin(context, number))
+            return hold ? Diagnosis::notConnected : Diagnosis::emergencyStop;
         const grpc::Status status = proto::AxisController::NewStub(m_channel)->StopAll(&context, request, &reply);
-        endRelease();
+        end();
         return status.ok() ? resultOfNumber(reply.result()) : resultOfStatus(status);
     }
 
-    /// Ends the wait for the answer to a release and drops those that wait, so that none holds up the stop of that
-    /// number. Should the controller take a release behind the stop, it knows by the numbers which came last. From any
-    /// thread.
-    void giveUpReleases(std::uint64_t stop)
+    /// Ends the wait for an answer and drops calls that wait, so that none holds up the stop of that number. Should the
+    /// controller take a release behind the stop, it knows by the numbers which came last. From any thread.
+    void giveUpEarlier(std::uint64_t stop)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_stop = stop;
-        if (m_release)
-            m_release->TryCancel();
+        if (m_call)
+            m_call->TryCancel();
     }
 
 private:
     /// False when a stop has been pressed since.
-    bool beginRelease(grpc::ClientContext& context, std::uint64_t number)
+    bool begin(grpc::ClientContext& context, std::uint64_t number)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (number < m_stop)
             return false;
-        m_release = &context;
+        m_call = &context;
         return true;
     }
 
-    void endRelease()
+    void end()
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_release = nullptr;
+        m_call = nullptr;
     }
 
     std::shared_ptr<grpc::Channel> m_channel;
@@ -85,7 +84,7 @@ private:
     std::mutex m_mutex;
     /// Number of the latest stop.
     std::uint64_t m_stop = 0;
-    grpc::ClientContext* m_release = nullptr;
+    grpc::ClientContext* m_call = nullptr;
 };
 } // namespace
 
@@ -135,7 +134,7 @@ void StopLine::stop()
     if (d->service)
         d->service->refuseQueued(Diagnosis::emergencyStop);
     const std::uint64_t number = ++d->number;
-    d->channel.giveUpReleases(number);
+    d->channel.giveUpEarlier(number);
     d->send(this, true, number);
 }
 

@@ -19,14 +19,15 @@ public:
     StopLine(ControllerConnection* connection, BackgroundTransactionService* service, QObject* parent = nullptr);
     ~StopLine() override;
 
-    /// Has queued commands refused, then stops every axis in debug mode and holds. May be pressed again at any time.
+    /// Has queued commands refused, then stops every axis in debug mode and holds. May be pressed again at any time; a
+    /// call that is still under way, or waits, is given up for it.
     void stop();
-    /// Allows motion again. A release that a later stop finds still under way is given up, with emergencyStop or
-    /// noAnswer for its result.
+    /// Allows motion again.
     void release();
 
 signals:
-    /// The controller's answer to stop() or release(), 0 or a code of the diagnosis table.
+    /// The controller's answer to stop() or release(), in their order, 0 or a code of the diagnosis table:
+    /// notConnected, or emergencyStop for a release, when it was given up.
     void answered(bool hold, short result);
 
 private:

@@ -282,7 +282,7 @@ void ControllerConnectionTest::aLateAttendanceHoldsNothingUp()
     host.controller.stopAll(true);
     host.fault("late-replies 600 Attend");
     ControllerConnection connection;
-    QSignalSpy held(&connection, &ControllerConnection::stopHeldChanged);
+    QSignalSpy held(&connection, &ControllerConnection::stopHeldTold);
     QElapsedTimer timer;
     timer.start();
     QVERIFY(connectTo(connection, host.address()));

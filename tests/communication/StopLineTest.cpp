@@ -115,6 +115,9 @@ private slots:
     void stopWorksAfterAReconnection();
     void aLineMadeOnAnOpenConnectionWorks();
     void releasesThatWaitHoldUpNoStop();
+    void aStopWhoseAnswerIsLateHoldsUpNoStop();
+    void whatBringsAnAxisToRestIsNotRefused();
+    void everyStopAndReleaseIsTold();
 };
 
 void StopLineTest::stopAndReleaseGoOverTheWire()
@@ -204,7 +207,7 @@ void StopLineTest::stopHoldsUntilItIsReleased()
     host.addAxes(1);
     ControllerConnection connection;
     StopLine line(&connection, nullptr);
-    QSignalSpy held(&connection, &ControllerConnection::stopHeldChanged);
+    QSignalSpy held(&connection, &ControllerConnection::stopHeldTold);
     QVERIFY(connectTo(connection, host.address()));
     QVERIFY(enableAxis(0));
     line.stop();
@@ -219,7 +222,7 @@ void StopLineTest::stopHoldsUntilItIsReleased()
     QTRY_COMPARE(statusOf(0).axisState, std::uint16_t(3));
     // A client that comes later learns of it as well.
     ControllerConnection other;
-    QSignalSpy otherHeld(&other, &ControllerConnection::stopHeldChanged);
+    QSignalSpy otherHeld(&other, &ControllerConnection::stopHeldTold);
     const std::shared_ptr<ControllerLink> link = ControllerLink::active();
     QVERIFY(connectTo(other, host.address()));
     QTRY_COMPARE(otherHeld.count(), 1);
@@ -323,11 +326,77 @@ void StopLineTest::aLineMadeOnAnOpenConnectionWorks()
     StopLine line(&connection, nullptr);
     QSignalSpy answered(&line, &StopLine::answered);
     line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
     line.stop();
     QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 2000);
     for (const auto& answer : answered)
         QCOMPARE(answer.at(1).value<short>(), Diagnosis::ok);
     QVERIFY(host.controller.isStopHeld());
+}
+
+void StopLineTest::aStopWhoseAnswerIsLateHoldsUpNoStop()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    StopLine line(&connection, nullptr);
+    QSignalSpy answered(&line, &StopLine::answered);
+    host.fault("late-replies 900 StopAll");
+    line.stop();
+    QTRY_VERIFY(host.controller.isStopHeld());
+    host.controller.stopAll(false);
+    host.fault("none");
+    QElapsedTimer timer;
+    timer.start();
+    line.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(host.controller.isStopHeld(), 800);
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 2000);
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
+    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
+}
+
+void StopLineTest::whatBringsAnAxisToRestIsNotRefused()
+{
+    ControllerHost host;
+    host.addAxes(1);
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY(enableAxis(0));
+    const ControllerLink::Refusal refusal(Diagnosis::emergencyStop);
+    RpcCmdSend rpc;
+    QCOMPARE(rpc.rpc_AxisDebug_JopPos(0, 1, 5, 10, 10, 0), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_JopNeg(0, 1, 5, 10, 10, 0), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_MoveVel(0, 5, 10, 10, 0), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_SetEnable(0, 1), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_EnterDebugMode(0, 1, 1000), Diagnosis::emergencyStop);
+    QCOMPARE(rpc.rpc_AxisDebug_JopPos(0, 0, 5, 10, 10, 0), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_JopNeg(0, 0, 5, 10, 10, 0), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_SetStop(0, 1000, 0), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_SetEnable(0, 0), Diagnosis::ok);
+    QCOMPARE(rpc.rpc_AxisDebug_EnterDebugMode(0, 0, 1000), Diagnosis::ok);
+}
+
+void StopLineTest::everyStopAndReleaseIsTold()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QSignalSpy told(&connection, &ControllerConnection::stopHeldTold);
+    host.controller.stopAll(false);
+    QVERIFY(connectTo(connection, host.address()));
+    QVERIFY2(!told.wait(200), "what was before the session is no news");
+    // Both within one look at the controller.
+    host.controller.stopAll(true);
+    host.controller.stopAll(false);
+    QTRY_VERIFY(!told.isEmpty());
+    QTRY_COMPARE(told.last().at(0).toBool(), false);
+    told.clear();
+    host.controller.stopAll(true);
+    QTRY_VERIFY(!told.isEmpty() && told.last().at(0).toBool());
+    told.clear();
+    host.controller.stopAll(true);
+    QTRY_COMPARE(told.count(), 1);
+    QCOMPARE(told.last().at(0).toBool(), true);
 }
 
 void StopLineTest::releasesThatWaitHoldUpNoStop()

@@ -1,6 +1,8 @@
 #include "workbench/online/StopControl.h"
+#include "host/communication/ControllerLink.h"
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
+#include "sdk/AxisDebugParams.h"
 #include "tests/communication/QuietRelay.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
@@ -15,6 +17,9 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
+
+#include <atomic>
+#include <memory>
 
 // The emergency stop as a user has it, in the whole program: by key and by button, whatever else is open.
 class StopControlTest : public QObject {
@@ -35,6 +40,11 @@ private slots:
     void itHoldsUntilItIsReleased();
     void aHoldOutlivesALostLink();
     void aLateReleaseHoldsUpNoStop();
+    void aStopBehindAReleaseIsSentAtOnce_data();
+    void aStopBehindAReleaseIsSentAtOnce();
+    void aStopBehindAnothersReleaseIsSentAtOnce();
+    void aLateAnswerDoesNotHideWhatAnotherHasDone();
+    void anOlderHoldDoesNotAcknowledgeAStop();
     void anotherPressIsSentWhenTheFirstIsLost();
     void theKeyReachesThroughAFileDialog();
     void theHoldOfAnotherClientIsShown();
@@ -52,6 +62,8 @@ private:
     /// Moves the axis for a long time.
     bool move();
     bool stoppedAndHeld();
+    /// Clicks "Reset" and waits until the request is no longer queued.
+    bool resetIsOnItsWay();
 
     std::unique_ptr<OnlineProgram> m_program;
 };
@@ -69,6 +81,21 @@ void StopControlTest::cleanup()
 bool StopControlTest::move()
 {
     return RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0) == 0 && m_program->moves();
+}
+
+bool StopControlTest::resetIsOnItsWay()
+{
+    const auto out = std::make_shared<std::atomic<bool>>(false);
+    const std::shared_ptr<const ControllerLink::Announcer> former = ControllerLink::announcer();
+    ControllerLink::setAnnouncer([former, out](const AxisRequest& request) {
+        (*former)(request);
+        if (request.code == AxisDebugReset)
+            *out = true;
+    });
+    m_program->click("resetPushButton");
+    const bool done = QTest::qWaitFor([&out] { return out->load(); });
+    ControllerLink::setAnnouncer(*former);
+    return done;
 }
 
 bool StopControlTest::stoppedAndHeld()
@@ -276,6 +303,101 @@ void StopControlTest::aLateReleaseHoldsUpNoStop()
         !said.join(QLatin1Char('|')).contains(QStringLiteral("released")), qPrintable(said.join(QLatin1Char('|'))));
 }
 
+void StopControlTest::aStopBehindAReleaseIsSentAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::newRow("the first one's answer is late") << QByteArray("late-replies 900 StopAll");
+    QTest::newRow("the first one's answer is lost") << QByteArray("lost-replies 1 StopAll");
+}
+
+/// Stop, release and stop again, faster than the controller answers.
+void StopControlTest::aStopBehindAReleaseIsSentAtOnce()
+{
+    QFETCH(QByteArray, fault);
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault(fault.constData());
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    stop().stop();
+    QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
+    stop().release();
+    stop().stop();
+    m_program->host.fault("none");
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 3, 3000);
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(stop().isHeld());
+}
+
+void StopControlTest::aStopBehindAnothersReleaseIsSentAtOnce()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault("late-replies 900 StopAll");
+    stop().stop();
+    QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(!stop().isHeld());
+    m_program->host.fault("none");
+    QElapsedTimer timer;
+    timer.start();
+    stop().stop();
+    QTRY_VERIFY_WITH_TIMEOUT(m_program->host.controller.isStopHeld(), 700);
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
+}
+
+/// What the session tells is newer than an answer that comes late.
+void StopControlTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
+{
+    QVERIFY(m_program->makeReady());
+    const OutputPanel& output = m_program->workbench->window().output();
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    m_program->host.fault("late-replies 400 StopAll");
+    stop().stop();
+    QTRY_VERIFY(stop().isHeld());
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(!stop().isHeld());
+    QTRY_COMPARE(answered.count(), 1);
+    QVERIFY(!stop().isHeld());
+    QCOMPARE(feedback(), QString());
+    QVERIFY2(output.lines().last().contains(QStringLiteral("released since")), qPrintable(output.lines().last()));
+    stop().stop();
+    QTRY_COMPARE(answered.count(), 2);
+    stop().release();
+    QTRY_VERIFY(!stop().isHeld());
+    m_program->host.controller.stopAll(true);
+    QTRY_VERIFY(stop().isHeld());
+    QTRY_COMPARE(answered.count(), 3);
+    QCOMPARE(feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(m_program->workbench->action(QStringLiteral("online.release"))->isVisible());
+    QVERIFY2(output.lines().last().contains(QStringLiteral("holds again")), qPrintable(output.lines().last()));
+}
+
+/// A hold from before the press says nothing of it.
+void StopControlTest::anOlderHoldDoesNotAcknowledgeAStop()
+{
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    stop().stop();
+    QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    relay.silent = true;
+    stop().stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    QVERIFY(answered.at(0).at(1).value<short>() != Diagnosis::ok);
+    const QString last = m_program->workbench->window().output().lines().last();
+    QVERIFY2(!last.contains(QStringLiteral("has stopped every axis")), qPrintable(last));
+    // It stays to be seen when the loss of the link is noticed, and goes with the next login.
+    QTRY_VERIFY_WITH_TIMEOUT(!m_program->session().isLoggedIn(), 5000);
+    QCOMPARE(feedback(), QStringLiteral("STOP not acknowledged"));
+    m_program->host.controller.stopAll(false);
+    relay.silent = false;
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_COMPARE(feedback(), QString());
+}
+
 void StopControlTest::anotherPressIsSentWhenTheFirstIsLost()
 {
     QuietRelay relay(m_program->host.server->port());
@@ -358,8 +480,7 @@ void StopControlTest::aHangingCallDoesNotHoldItUp()
     QVERIFY(m_program->makeReady());
     QVERIFY(move());
     m_program->host.fault("late-replies 3000 Reset");
-    m_program->click("resetPushButton");
-    QTRY_VERIFY(m_program->workbench->online().background().pending() > 0);
+    QVERIFY(resetIsOnItsWay());
     QElapsedTimer timer;
     timer.start();
     stop().stop();
@@ -374,7 +495,7 @@ void StopControlTest::whatWasQueuedIsRefusedAndThePageGoesOn()
     QVERIFY(m_program->makeReady());
     const double before = m_program->host.peek(0).setPosition;
     m_program->host.fault("late-replies 800 Reset");
-    m_program->click("resetPushButton");
+    QVERIFY(resetIsOnItsWay());
     m_program->click("motionPushButton");
     QTRY_VERIFY(m_program->workbench->online().background().pending() > 1);
     stop().stop();

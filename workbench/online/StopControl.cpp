@@ -29,7 +29,7 @@ StopControl::StopControl(
     connect(&m_parts.stopAction, &QAction::triggered, this, &StopControl::stop);
     connect(&m_parts.releaseAction, &QAction::triggered, this, &StopControl::release);
     connect(&m_line, &StopLine::answered, this, &StopControl::onAnswered);
-    connect(&session.connection(), &ControllerConnection::stopHeldChanged, this, &StopControl::onHeldChanged);
+    connect(&session.connection(), &ControllerConnection::stopHeldTold, this, &StopControl::onHeldTold);
     connect(&session, &OnlineSession::stateChanged, this, &StopControl::onSessionState);
     onSessionState();
 }
@@ -40,10 +40,13 @@ void StopControl::stop()
 {
     if (!m_session.isWanted())
         return;
-    m_again = m_underWay;
-    if (m_underWay)
+    // While a stop is on its way another one adds nothing, unless something may have ended it.
+    m_again = m_stops > 0;
+    if (m_again && !m_endedSince)
         return;
-    m_underWay = true;
+    m_again = m_failed = m_heldSince = m_toldSince = m_endedSince = false;
+    ++m_calls;
+    ++m_stops;
     m_pressed.start();
     tell(tr("STOP sent…"), "warning");
     m_line.stop();
@@ -53,53 +56,87 @@ void StopControl::release()
 {
     if (!m_session.isWanted())
         return;
+    ++m_calls;
+    m_endedSince = true;
+    m_toldSince = false;
     m_pressed.start();
     m_line.release();
 }
 
 void StopControl::onAnswered(bool hold, short result)
 {
-    const bool again = hold && m_again && result == Diagnosis::noAnswer;
-    if (hold)
-        m_underWay = m_again = false;
+    --m_calls;
+    m_stops -= hold ? 1 : 0;
     emit answered(hold, result, m_pressed.nsecsElapsed() / 1000);
-    // Whoever has pressed STOP again has no use for what became of the release before it.
-    if (!hold && m_underWay)
+    // What came of a call has no meaning any more when another one was made behind it.
+    if (m_calls > 0)
         return;
     // The session tells of a hold too, so the answer may be missing and the stop done.
-    if (result != Diagnosis::ok && m_held != hold) {
-        tellFailure(hold, result);
-        // Whoever has pressed once more meanwhile means it.
-        if (again)
-            stop();
-        return;
-    }
-    onHeldChanged(hold);
-    m_parts.log.report(hold ? LogWarning : LogInfo,
-        hold ? tr("STOP: the controller has stopped every axis in debug mode and holds them (%1 ms).")
-                   .arg(m_pressed.elapsed())
-             : tr("STOP has been released."));
+    const bool done = result == Diagnosis::ok || (hold ? m_heldSince : !m_held);
+    if (done)
+        return tellDone(hold);
+    tellFailure(hold, result);
+    // Whoever has pressed once more meanwhile means it.
+    if (hold && m_again && result == Diagnosis::noAnswer)
+        stop();
+}
+
+void StopControl::tellDone(bool hold)
+{
+    // Before the session has told of it there is nothing better to show.
+    if (m_toldSince || m_held == hold)
+        showHold();
+    m_parts.log.report(hold ? LogWarning : LogInfo, doneText(hold));
+}
+
+// Another client may have had its say before the answer came.
+QString StopControl::doneText(bool hold) const
+{
+    const bool overtaken = m_toldSince && m_held != hold;
+    if (hold)
+        return (overtaken
+                ? tr("STOP: the controller has stopped every axis in debug mode (%1 ms), and has been released since.")
+                : tr("STOP: the controller has stopped every axis in debug mode and holds them (%1 ms)."))
+            .arg(m_pressed.elapsed());
+    return overtaken ? tr("STOP has been released, and holds again.") : tr("STOP has been released.");
 }
 
 void StopControl::tellFailure(bool hold, short result)
 {
+    m_failed = hold;
     const QString reason = m_parts.errorText(result);
     const QString text = hold
         ? tr("STOP was not acknowledged by the controller at %1: %2 Use the machine's own emergency "
              "stop. Without a connection the controller stops its axes by itself.")
               .arg(m_session.target(), reason)
         : tr("The controller at %1 has not released STOP: %2").arg(m_session.target(), reason);
-    tell(hold ? tr("STOP not acknowledged") : tr("STOP holds"), "danger");
+    showHold();
     m_parts.messages.showMessage(text);
     m_parts.log.report(LogError, text);
 }
 
-void StopControl::onHeldChanged(bool held)
+void StopControl::onHeldTold(bool held)
 {
     m_held = held;
+    m_toldSince = true;
+    m_heldSince = m_heldSince || held;
+    m_endedSince = m_endedSince || !held;
+    m_failed = false;
     m_parts.releaseAction.setEnabled(held);
     m_parts.releaseAction.setVisible(held);
-    tell(held ? tr("STOP holds") : QString(), held ? "danger" : "");
+    showHold();
+}
+
+void StopControl::showHold()
+{
+    if (m_held)
+        tell(tr("STOP holds"), "danger");
+    else if (m_failed)
+        tell(tr("STOP not acknowledged"), "danger");
+    else if (m_stops > 0)
+        tell(tr("STOP sent…"), "warning");
+    else
+        tell(QString(), "");
 }
 
 void StopControl::onSessionState()
@@ -108,10 +145,23 @@ void StopControl::onSessionState()
     m_key->setEnabled(wanted);
     m_parts.button.setEnabled(wanted);
     m_parts.stopAction.setEnabled(wanted);
-    if (!m_session.isLoggedIn())
-        onHeldChanged(false);
-    if (!wanted)
-        m_underWay = false;
+    const bool loggedIn = m_session.isLoggedIn();
+    if (!wanted || (loggedIn && !m_loggedIn))
+        m_failed = false;
+    m_loggedIn = loggedIn;
+    if (!loggedIn)
+        onLoggedOut();
+    else
+        showHold();
+}
+
+// That a stop was not acknowledged stays to be seen: until the next login nobody knows what became of it.
+void StopControl::onLoggedOut()
+{
+    m_held = false;
+    m_parts.releaseAction.setEnabled(false);
+    m_parts.releaseAction.setVisible(false);
+    showHold();
 }
 
 void StopControl::tell(const QString& text, const char* styleType)

@@ -48,10 +48,15 @@ signals:
 
 private:
     void onAnswered(bool hold, short result);
-    void onHeldChanged(bool held);
+    void onHeldTold(bool held);
+    void onLoggedOut();
     void onSessionState();
     void tell(const QString& text, const char* styleType);
+    void tellDone(bool hold);
+    QString doneText(bool hold) const;
     void tellFailure(bool hold, short result);
+    /// The label says what the controller has told last, or that a stop is on its way.
+    void showHold();
 
     OnlineSession& m_session;
     Parts m_parts;
@@ -59,9 +64,19 @@ private:
     StopKey* m_key;
     StopInReach* m_inReach;
     QElapsedTimer m_pressed;
+    /// As the controller's session has told it last. Answers report only: they come on another way, and late.
     bool m_held = false;
-    /// A stop is on its way: another press would only stand behind it.
-    bool m_underWay = false;
+    /// Calls, and stops among them, whose answers are still to come.
+    int m_calls = 0;
+    int m_stops = 0;
     /// Pressed once more while a stop was under way.
     bool m_again = false;
+    /// Since the last press: the session has told of a hold; it has told anything; a stop may be over, since it was
+    /// told so or a release has gone out.
+    bool m_heldSince = false;
+    bool m_toldSince = false;
+    bool m_endedSince = false;
+    /// The last stop was not acknowledged.
+    bool m_failed = false;
+    bool m_loggedIn = false;
 };

@@ -1861,6 +1861,14 @@
 <context>
     <name>StopControl</name>
     <message>
+        <source>STOP: the controller has stopped every axis in debug mode (%1 ms), and has been released since.</source>
+        <translation>急停：控制器已停止所有处于调试模式的轴（%1 ms），此后急停已被解除。</translation>
+    </message>
+    <message>
+        <source>STOP has been released, and holds again.</source>
+        <translation>急停已解除，但又重新生效。</translation>
+    </message>
+    <message>
         <source>STOP sent…</source>
         <translation>急停已发送…</translation>
     </message>
