@@ -57,6 +57,7 @@ void ProtocolClient::attend()
         while (stream->Read(&event)) {
             m_stopHeld = event.stop_held();
             m_axesRevision = event.axes_revision();
+            m_stopRevision = event.stop_revision();
             ++m_events;
         }
         stream->Finish();

@@ -46,6 +46,7 @@ public:
     int events() const { return m_events; }
     bool stopHeld() const { return m_stopHeld; }
     std::uint64_t axesRevision() const { return m_axesRevision; }
+    std::uint64_t stopRevision() const { return m_stopRevision; }
 
     /// False, with a line for the user, when there is no answer.
     template <typename Request, typename Reply>
@@ -89,4 +90,5 @@ private:
     std::atomic<int> m_events{ 0 };
     std::atomic<bool> m_stopHeld{ false };
     std::atomic<std::uint64_t> m_axesRevision{ 0 };
+    std::atomic<std::uint64_t> m_stopRevision{ 0 };
 };
