@@ -119,12 +119,9 @@ StopLine::~StopLine() = default;
 void StopLine::Private::send(StopLine* line, bool hold, std::uint64_t number)
 {
     const CredentialsPtr credentials = connection ? connection->credentials() : nullptr;
-    if (!credentials) {
-        mailbox.post([line, hold] { emit line->answered(hold, Diagnosis::notConnected); });
-        return;
-    }
+    // Without a connection too, so that answers keep the order of the calls.
     tasks.post([this, line, credentials, hold, number] {
-        const short result = channel.send(credentials, hold, number);
+        const short result = credentials ? channel.send(credentials, hold, number) : Diagnosis::notConnected;
         mailbox.post([line, hold, result] { emit line->answered(hold, result); });
     });
 }
@@ -134,7 +131,8 @@ void StopLine::stop()
     if (d->service)
         d->service->refuseQueued(Diagnosis::emergencyStop);
     const std::uint64_t number = ++d->number;
-    d->channel.giveUpEarlier(number);
+    if (d->connection && d->connection->credentials())
+        d->channel.giveUpEarlier(number);
     d->send(this, true, number);
 }
 

@@ -45,6 +45,10 @@ private slots:
     void aStopBehindAnothersReleaseIsSentAtOnce();
     void aLateAnswerDoesNotHideWhatAnotherHasDone();
     void anOlderHoldDoesNotAcknowledgeAStop();
+    void theEndOfTheConnectionIsNoRelease();
+    void aStopThatOutlivesItsConnectionIsToldAsItIs();
+    void everyPressDiscardsTheQueue();
+    void pressesOnADeadLinkDoNotPutOffTheMessage();
     void anotherPressIsSentWhenTheFirstIsLost();
     void theKeyReachesThroughAFileDialog();
     void theHoldOfAnotherClientIsShown();
@@ -396,6 +400,84 @@ void StopControlTest::anOlderHoldDoesNotAcknowledgeAStop()
     relay.silent = false;
     QVERIFY(m_program->waitUntilOnline());
     QTRY_COMPARE(feedback(), QString());
+}
+
+/// The end of a session is no release, and what a later one tells is no answer to a call of the former one.
+void StopControlTest::theEndOfTheConnectionIsNoRelease()
+{
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    stop().stop();
+    QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
+    const OutputPanel& output = m_program->workbench->window().output();
+    const int before = output.lines().size();
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    relay.silent = true;
+    stop().release();
+    m_program->session().disconnectNow();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    const QString said = output.lines().mid(before).join(QLatin1Char('|'));
+    QVERIFY2(!said.contains(QStringLiteral("has been released")), qPrintable(said));
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QCOMPARE(feedback(), QString());
+}
+
+void StopControlTest::aStopThatOutlivesItsConnectionIsToldAsItIs()
+{
+    QVERIFY(m_program->makeReady());
+    const OutputPanel& output = m_program->workbench->window().output();
+    QSignalSpy answered(&stop(), &StopControl::answered);
+    m_program->host.fault("late-replies 400 StopAll");
+    stop().stop();
+    QTRY_VERIFY(stop().isHeld());
+    m_program->session().disconnectNow();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    for (const QString& line : output.lines())
+        QVERIFY2(!line.contains(QStringLiteral("released")), qPrintable(line));
+    QTRY_COMPARE(feedback(), QString());
+    QVERIFY(m_program->host.controller.isStopHeld());
+}
+
+/// Also a press that adds nothing keeps queued motion from going out.
+void StopControlTest::everyPressDiscardsTheQueue()
+{
+    MessageBoxWatcher boxes;
+    QVERIFY(m_program->makeReady());
+    const double before = m_program->host.peek(0).setPosition;
+    m_program->host.fault("late-replies 700 Reset");
+    m_program->host.fault("late-replies 700 StopAll");
+    QVERIFY(resetIsOnItsWay());
+    stop().stop();
+    QTRY_VERIFY(stop().isHeld());
+    m_program->host.controller.stopAll(false);
+    m_program->click("motionPushButton");
+    QTRY_VERIFY(m_program->workbench->online().background().pending() > 1);
+    stop().stop();
+    QTRY_VERIFY(m_program->host.controller.isStopHeld());
+    m_program->host.controller.stopAll(false);
+    QTRY_COMPARE_WITH_TIMEOUT(boxes.texts().filter(QStringLiteral("FAIL TO START!")).size(), 1, 5000);
+    QCOMPARE(m_program->host.peek(0).setPosition, before);
+}
+
+void StopControlTest::pressesOnADeadLinkDoNotPutOffTheMessage()
+{
+    QuietRelay relay(m_program->host.server->port());
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    relay.silent = true;
+    QElapsedTimer timer;
+    timer.start();
+    const auto isTold = [this] { return m_program->workbench->window().messageBar().isVisible(); };
+    while (!isTold() && timer.elapsed() < 4000) {
+        stop().stop();
+        static_cast<void>(QTest::qWaitFor(isTold, 150));
+    }
+    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString::number(timer.elapsed())));
 }
 
 void StopControlTest::anotherPressIsSentWhenTheFirstIsLost()

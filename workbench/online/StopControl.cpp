@@ -36,18 +36,16 @@ StopControl::StopControl(
 
 StopControl::~StopControl() = default;
 
+// Each press goes out, and a call that is still under way is given up for it: it may have been lost, or ended by a
+// release of which nothing is known here yet.
 void StopControl::stop()
 {
     if (!m_session.isWanted())
         return;
-    // While a stop is on its way another one adds nothing, unless something may have ended it.
-    m_again = m_stops > 0;
-    if (m_again && !m_endedSince)
-        return;
-    m_again = m_failed = m_heldSince = m_toldSince = m_endedSince = false;
-    ++m_calls;
-    ++m_stops;
-    m_pressed.start();
+    beginCall();
+    if (!m_unacknowledged.isValid())
+        m_unacknowledged.start();
+    m_failed = false;
     tell(tr("STOP sent…"), "warning");
     m_line.stop();
 }
@@ -56,54 +54,69 @@ void StopControl::release()
 {
     if (!m_session.isWanted())
         return;
-    ++m_calls;
-    m_endedSince = true;
-    m_toldSince = false;
-    m_pressed.start();
+    beginCall();
     m_line.release();
+}
+
+void StopControl::beginCall()
+{
+    m_heldSince = m_endedSince = m_sessionGone = false;
+    QElapsedTimer since;
+    since.start();
+    m_calls.enqueue(since);
 }
 
 void StopControl::onAnswered(bool hold, short result)
 {
-    --m_calls;
-    m_stops -= hold ? 1 : 0;
-    emit answered(hold, result, m_pressed.nsecsElapsed() / 1000);
+    const QElapsedTimer since = m_calls.isEmpty() ? QElapsedTimer() : m_calls.dequeue();
+    emit answered(hold, result, since.isValid() ? since.nsecsElapsed() / 1000 : 0);
+    if (hold && result == Diagnosis::ok)
+        m_unacknowledged.invalidate();
     // What came of a call has no meaning any more when another one was made behind it.
-    if (m_calls > 0)
+    if (!m_calls.isEmpty()) {
+        if (hold && result != Diagnosis::ok && isLongUnacknowledged())
+            tellFailure(hold, result);
         return;
-    // The session tells of a hold too, so the answer may be missing and the stop done.
-    const bool done = result == Diagnosis::ok || (hold ? m_heldSince : !m_held);
-    if (done)
-        return tellDone(hold);
-    tellFailure(hold, result);
-    // Whoever has pressed once more meanwhile means it.
-    if (hold && m_again && result == Diagnosis::noAnswer)
-        stop();
+    }
+    // The session tells of holds too, so the answer may be missing and the call carried out.
+    if (result == Diagnosis::ok || (hold ? m_heldSince : m_endedSince))
+        tellDone(hold, since.elapsed());
+    else
+        tellFailure(hold, result);
 }
 
-void StopControl::tellDone(bool hold)
+/// Whoever presses again and again on a dead link shall learn of it all the same.
+bool StopControl::isLongUnacknowledged() const
 {
+    return m_unacknowledged.isValid() && m_unacknowledged.hasExpired(1000) && !m_failed;
+}
+
+void StopControl::tellDone(bool hold, qint64 milliseconds)
+{
+    if (hold)
+        m_unacknowledged.invalidate();
     // Before the session has told of it there is nothing better to show.
-    if (m_toldSince || m_held == hold)
+    if (m_held || m_heldSince || m_endedSince || m_sessionGone)
         showHold();
-    m_parts.log.report(hold ? LogWarning : LogInfo, doneText(hold));
+    m_parts.log.report(hold ? LogWarning : LogInfo, doneText(hold, milliseconds));
 }
 
 // Another client may have had its say before the answer came.
-QString StopControl::doneText(bool hold) const
+QString StopControl::doneText(bool hold, qint64 milliseconds) const
 {
-    const bool overtaken = m_toldSince && m_held != hold;
+    const bool overtaken = m_heldSince && m_endedSince && m_held != hold;
     if (hold)
         return (overtaken
                 ? tr("STOP: the controller has stopped every axis in debug mode (%1 ms), and has been released since.")
                 : tr("STOP: the controller has stopped every axis in debug mode and holds them (%1 ms)."))
-            .arg(m_pressed.elapsed());
+            .arg(milliseconds);
     return overtaken ? tr("STOP has been released, and holds again.") : tr("STOP has been released.");
 }
 
 void StopControl::tellFailure(bool hold, short result)
 {
-    m_failed = hold;
+    // Without a connection there is nothing to label; the message stays.
+    m_failed = hold && m_session.isWanted();
     const QString reason = m_parts.errorText(result);
     const QString text = hold
         ? tr("STOP was not acknowledged by the controller at %1: %2 Use the machine's own emergency "
@@ -118,9 +131,10 @@ void StopControl::tellFailure(bool hold, short result)
 void StopControl::onHeldTold(bool held)
 {
     m_held = held;
-    m_toldSince = true;
-    m_heldSince = m_heldSince || held;
-    m_endedSince = m_endedSince || !held;
+    if (!m_sessionGone) {
+        m_heldSince = m_heldSince || held;
+        m_endedSince = m_endedSince || !held;
+    }
     m_failed = false;
     m_parts.releaseAction.setEnabled(held);
     m_parts.releaseAction.setVisible(held);
@@ -133,7 +147,7 @@ void StopControl::showHold()
         tell(tr("STOP holds"), "danger");
     else if (m_failed)
         tell(tr("STOP not acknowledged"), "danger");
-    else if (m_stops > 0)
+    else if (!m_calls.isEmpty() && m_unacknowledged.isValid())
         tell(tr("STOP sent…"), "warning");
     else
         tell(QString(), "");
@@ -158,7 +172,8 @@ void StopControl::onSessionState()
 // That a stop was not acknowledged stays to be seen: until the next login nobody knows what became of it.
 void StopControl::onLoggedOut()
 {
-    m_held = false;
+    m_held = m_heldSince = m_endedSince = false;
+    m_sessionGone = true;
     m_parts.releaseAction.setEnabled(false);
     m_parts.releaseAction.setVisible(false);
     showHold();

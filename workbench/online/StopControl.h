@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QQueue>
 
 #include <functional>
 
@@ -47,13 +48,15 @@ signals:
     void answered(bool hold, short result, qint64 microseconds);
 
 private:
+    void beginCall();
     void onAnswered(bool hold, short result);
+    bool isLongUnacknowledged() const;
     void onHeldTold(bool held);
     void onLoggedOut();
     void onSessionState();
     void tell(const QString& text, const char* styleType);
-    void tellDone(bool hold);
-    QString doneText(bool hold) const;
+    void tellDone(bool hold, qint64 milliseconds);
+    QString doneText(bool hold, qint64 milliseconds) const;
     void tellFailure(bool hold, short result);
     /// The label says what the controller has told last, or that a stop is on its way.
     void showHold();
@@ -63,19 +66,17 @@ private:
     StopLine m_line;
     StopKey* m_key;
     StopInReach* m_inReach;
-    QElapsedTimer m_pressed;
     /// As the controller's session has told it last. Answers report only: they come on another way, and late.
     bool m_held = false;
-    /// Calls, and stops among them, whose answers are still to come.
-    int m_calls = 0;
-    int m_stops = 0;
-    /// Pressed once more while a stop was under way.
-    bool m_again = false;
-    /// Since the last press: the session has told of a hold; it has told anything; a stop may be over, since it was
-    /// told so or a release has gone out.
+    /// Since when each call waits for its answer; the answers come in their order.
+    QQueue<QElapsedTimer> m_calls;
+    /// Since when no stop of a row of presses has been acknowledged.
+    QElapsedTimer m_unacknowledged;
+    /// What the session in which the last call was made has told since: a hold, or its end.
     bool m_heldSince = false;
-    bool m_toldSince = false;
     bool m_endedSince = false;
+    /// The session in which the last call was made has gone; what another one tells says nothing of that call.
+    bool m_sessionGone = false;
     /// The last stop was not acknowledged.
     bool m_failed = false;
     bool m_loggedIn = false;
