@@ -198,7 +198,7 @@ Status ControllerService::ReadAxes(Context* context, const proto::SessionRequest
 Status ControllerService::StopAll(Context* context, const proto::StopAllRequest* request, proto::Result* reply)
 {
     return answer(context, "StopAll", *request, reply, [&](SessionId session) {
-        return m_controller->stopAll(request->hold(), { session, request->number() });
+        return m_controller->stopAll(request->hold(), { session, request->number(), request->seen() });
     });
 }
 

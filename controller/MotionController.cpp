@@ -414,10 +414,16 @@ std::int16_t MotionController::stopAll(bool hold, const StopOrder& order)
         std::uint64_t& latest = m_stopNumbers[order.session];
         if (!hold && order.number != 0 && order.number < latest)
             return Diagnosis::emergencyStop;
-        if (hold)
-            latest = std::max(latest, order.number);
+        const bool unseen = order.seen != 0 && order.seen < m_lastStop && order.session != m_lastStopper;
+        if (!hold && unseen)
+            return Diagnosis::emergencyStop;
         m_stopHeld = hold;
         ++m_stopRevision;
+        if (hold) {
+            latest = std::max(latest, order.number);
+            m_lastStopper = order.session;
+            m_lastStop = m_stopRevision;
+        }
         if (!hold)
             return Diagnosis::ok;
         for (auto& entry : m_entries) {

@@ -43,6 +43,7 @@ struct CycleStatistics {
 struct StopOrder {
     SessionId session = 0;
     std::uint64_t number = 0;
+    std::uint64_t seen = 0;
 };
 
 /// All axes of the controller, their debug sessions and the emergency stop.
@@ -99,7 +100,7 @@ public:
     /// Ends all debug sessions of a client that has left or is lost; its axes stop at the emergency rate.
     void endSession(SessionId session);
     /// Stops every axis in debug mode and holds, or releases. Answers with emergencyStop when the release is older
-    /// than a stop of its session.
+    /// than a stop of its session, or was given without knowledge of another session's.
     std::int16_t stopAll(bool hold, const StopOrder& order = {});
     bool isStopHeld() const { return m_stopHeld.load(); }
     /// Grows with each stop and release that is taken.
@@ -196,6 +197,9 @@ private:
     std::atomic<std::uint64_t> m_axesRevision{ 1 };
     /// Number of each session's latest stop.
     std::map<SessionId, std::uint64_t> m_stopNumbers;
+    /// Who has stopped last, and what stopRevision() became by it.
+    SessionId m_lastStopper = 0;
+    std::uint64_t m_lastStop = 0;
     std::atomic<std::uint64_t> m_cycleCount{ 0 };
     std::atomic<std::uint64_t> m_lateCount{ 0 };
     std::atomic<std::int64_t> m_lastStopTime{ 0 };

@@ -236,6 +236,11 @@ void ControllerConnection::close()
     d->retire(true);
 }
 
+quint64 ControllerConnection::stopRevision() const
+{
+    return d->stopRevision.value_or(0);
+}
+
 void ControllerConnection::readAxes()
 {
     const int number = d->generation;

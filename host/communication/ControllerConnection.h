@@ -47,6 +47,8 @@ public:
 
     /// Asks for the controller's axes. Leads to axesRead().
     void readAxes();
+    /// How many stops and releases the controller has told of last; 0 before it has told any.
+    quint64 stopRevision() const;
     /// Puts the axes into the controller, all or none. Leads to axesDownloaded().
     void downloadAxes(const QVector<ControllerAxis>& axes);
 

@@ -31,7 +31,7 @@ public:
         m_session = credentials->session;
     }
 
-    short send(const CredentialsPtr& credentials, bool hold, std::uint64_t number)
+    short send(const CredentialsPtr& credentials, bool hold, std::uint64_t number, std::uint64_t seen)
     {
         if (!m_channel || m_session != credentials->session)
             prepare(credentials);
@@ -42,6 +42,7 @@ public:
         request.set_session(credentials->session);
         request.set_hold(hold);
         request.set_number(number);
+        request.set_seen(seen);
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         context.set_wait_for_ready(true);
@@ -119,9 +120,10 @@ StopLine::~StopLine() = default;
 void StopLine::Private::send(StopLine* line, bool hold, std::uint64_t number)
 {
     const CredentialsPtr credentials = connection ? connection->credentials() : nullptr;
+    const std::uint64_t seen = connection ? connection->stopRevision() : 0;
     // Without a connection too, so that answers keep the order of the calls.
-    tasks.post([this, line, credentials, hold, number] {
-        const short result = credentials ? channel.send(credentials, hold, number) : Diagnosis::notConnected;
+    tasks.post([this, line, credentials, hold, number, seen] {
+        const short result = credentials ? channel.send(credentials, hold, number, seen) : Diagnosis::notConnected;
         mailbox.post([line, hold, result] { emit line->answered(hold, result); });
     });
 }

@@ -31,6 +31,7 @@ struct WireCall {
     double deceleration = 0;
     double jerk = 0;
     std::uint64_t number = 0;
+    std::uint64_t seen = 0;
 };
 
 /// A controller without axes, on a free port of loopback: notes what arrives on the wire, and answers what it is told.
@@ -206,6 +207,7 @@ private:
         call.session = request->session();
         call.value = request->hold() ? 1 : 0;
         call.number = request->number();
+        call.seen = request->seen();
         return note(call, reply);
     }
 

@@ -117,6 +117,7 @@ private slots:
     void releasesThatWaitHoldUpNoStop();
     void aStopWhoseAnswerIsLateHoldsUpNoStop();
     void whatBringsAnAxisToRestIsNotRefused();
+    void aReleaseTellsWhichStopItHasSeen();
     void everyStopAndReleaseIsTold();
 };
 
@@ -375,6 +376,27 @@ void StopLineTest::whatBringsAnAxisToRestIsNotRefused()
     QCOMPARE(rpc.rpc_AxisDebug_SetStop(0, 1000, 0), Diagnosis::ok);
     QCOMPARE(rpc.rpc_AxisDebug_SetEnable(0, 0), Diagnosis::ok);
     QCOMPARE(rpc.rpc_AxisDebug_EnterDebugMode(0, 0, 1000), Diagnosis::ok);
+}
+
+void StopLineTest::aReleaseTellsWhichStopItHasSeen()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    StopLine line(&connection, nullptr);
+    host.controller.stopAll(true);
+    QTRY_COMPARE(connection.stopRevision(), quint64(host.controller.stopRevision()));
+    // Before the news of the second stop has come.
+    host.controller.stopAll(true);
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.release();
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::emergencyStop);
+    QVERIFY(host.controller.isStopHeld());
+    QTRY_COMPARE(connection.stopRevision(), quint64(host.controller.stopRevision()));
+    line.release();
+    QTRY_COMPARE(answered.count(), 2);
+    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
 }
 
 void StopLineTest::everyStopAndReleaseIsTold()

@@ -91,6 +91,7 @@ private slots:
     void onlyItsOwnAxesAreLeft();
     void stopStopsEveryAxisInDebugModeAndHolds();
     void aReleaseThatAStopHasOvertakenIsRefused();
+    void aReleaseThatHasNotSeenAnothersStopIsRefused();
     void theEndOfAJogPassesTheStop();
     void downloadsAreCheckedWhole_data();
     void downloadsAreCheckedWhole();
@@ -392,6 +393,21 @@ void MotionControllerTest::aReleaseThatAStopHasOvertakenIsRefused()
     QCOMPARE(rig.controller.stopAll(true, { alice, 8 }), Diagnosis::ok);
     rig.controller.endSession(alice);
     QCOMPARE(rig.controller.stopAll(false, { alice, 1 }), Diagnosis::ok);
+}
+
+void MotionControllerTest::aReleaseThatHasNotSeenAnothersStopIsRefused()
+{
+    Rig rig;
+    QCOMPARE(rig.controller.stopAll(true, { alice, 1 }), Diagnosis::ok);
+    const std::uint64_t seen = rig.controller.stopRevision();
+    QCOMPARE(rig.controller.stopAll(true, { bob, 1 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 2, seen }), Diagnosis::emergencyStop);
+    QVERIFY(rig.controller.isStopHeld());
+    QCOMPARE(rig.controller.stopAll(false, { alice, 3, rig.controller.stopRevision() }), Diagnosis::ok);
+    // One's own stop one knows of, told or not.
+    QCOMPARE(rig.controller.stopAll(true, { alice, 4 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 5, seen }), Diagnosis::ok);
+    QVERIFY(!rig.controller.isStopHeld());
 }
 
 void MotionControllerTest::theEndOfAJogPassesTheStop()
