@@ -48,7 +48,6 @@ private slots:
     void theEndOfTheConnectionIsNoRelease();
     void aStopThatOutlivesItsConnectionIsToldAsItIs();
     void everyPressDiscardsTheQueue();
-    void pressesOnADeadLinkDoNotPutOffTheMessage();
     void anotherPressIsSentWhenTheFirstIsLost();
     void theKeyReachesThroughAFileDialog();
     void theHoldOfAnotherClientIsShown();
@@ -460,24 +459,6 @@ void StopControlTest::everyPressDiscardsTheQueue()
     m_program->host.controller.stopAll(false);
     QTRY_COMPARE_WITH_TIMEOUT(boxes.texts().filter(QStringLiteral("FAIL TO START!")).size(), 1, 5000);
     QCOMPARE(m_program->host.peek(0).setPosition, before);
-}
-
-void StopControlTest::pressesOnADeadLinkDoNotPutOffTheMessage()
-{
-    QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
-    relay.silent = true;
-    QElapsedTimer timer;
-    timer.start();
-    const auto isTold = [this] { return m_program->workbench->window().messageBar().isVisible(); };
-    while (!isTold() && timer.elapsed() < 4000) {
-        stop().stop();
-        static_cast<void>(QTest::qWaitFor(isTold, 150));
-    }
-    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString::number(timer.elapsed())));
 }
 
 void StopControlTest::anotherPressIsSentWhenTheFirstIsLost()

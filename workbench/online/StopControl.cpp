@@ -43,8 +43,7 @@ void StopControl::stop()
     if (!m_session.isWanted())
         return;
     beginCall();
-    if (!m_unacknowledged.isValid())
-        m_unacknowledged.start();
+    m_stopping = true;
     m_failed = false;
     tell(tr("STOP sent…"), "warning");
     m_line.stop();
@@ -55,6 +54,7 @@ void StopControl::release()
     if (!m_session.isWanted())
         return;
     beginCall();
+    m_stopping = false;
     m_line.release();
 }
 
@@ -70,14 +70,9 @@ void StopControl::onAnswered(bool hold, short result)
 {
     const QElapsedTimer since = m_calls.isEmpty() ? QElapsedTimer() : m_calls.dequeue();
     emit answered(hold, result, since.isValid() ? since.nsecsElapsed() / 1000 : 0);
-    if (hold && result == Diagnosis::ok)
-        m_unacknowledged.invalidate();
     // What came of a call has no meaning any more when another one was made behind it.
-    if (!m_calls.isEmpty()) {
-        if (hold && result != Diagnosis::ok && isLongUnacknowledged())
-            tellFailure(hold, result);
+    if (!m_calls.isEmpty())
         return;
-    }
     // The session tells of holds too, so the answer may be missing and the call carried out.
     if (result == Diagnosis::ok || (hold ? m_heldSince : m_endedSince))
         tellDone(hold, since.elapsed());
@@ -85,16 +80,8 @@ void StopControl::onAnswered(bool hold, short result)
         tellFailure(hold, result);
 }
 
-/// Whoever presses again and again on a dead link shall learn of it all the same.
-bool StopControl::isLongUnacknowledged() const
-{
-    return m_unacknowledged.isValid() && m_unacknowledged.hasExpired(1000) && !m_failed;
-}
-
 void StopControl::tellDone(bool hold, qint64 milliseconds)
 {
-    if (hold)
-        m_unacknowledged.invalidate();
     // Before the session has told of it there is nothing better to show.
     if (m_held || m_heldSince || m_endedSince || m_sessionGone)
         showHold();
@@ -147,7 +134,7 @@ void StopControl::showHold()
         tell(tr("STOP holds"), "danger");
     else if (m_failed)
         tell(tr("STOP not acknowledged"), "danger");
-    else if (!m_calls.isEmpty() && m_unacknowledged.isValid())
+    else if (!m_calls.isEmpty() && m_stopping)
         tell(tr("STOP sent…"), "warning");
     else
         tell(QString(), "");

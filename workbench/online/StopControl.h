@@ -50,7 +50,6 @@ signals:
 private:
     void beginCall();
     void onAnswered(bool hold, short result);
-    bool isLongUnacknowledged() const;
     void onHeldTold(bool held);
     void onLoggedOut();
     void onSessionState();
@@ -70,8 +69,8 @@ private:
     bool m_held = false;
     /// Since when each call waits for its answer; the answers come in their order.
     QQueue<QElapsedTimer> m_calls;
-    /// Since when no stop of a row of presses has been acknowledged.
-    QElapsedTimer m_unacknowledged;
+    /// The last call was a stop.
+    bool m_stopping = false;
     /// What the session in which the last call was made has told since: a hold, or its end.
     bool m_heldSince = false;
     bool m_endedSince = false;
