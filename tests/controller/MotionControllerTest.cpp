@@ -1,7 +1,4 @@
-#include "tests/controller/ControllerRig.h"
-
-#include "controller/MotionController.h"
-#include "protocol/DiagnosisCodes.h"
+#include "tests/controller/MotionControllerRig.h"
 
 #include <QtTest>
 
@@ -10,64 +7,12 @@
 #include <thread>
 
 namespace {
-constexpr SessionId alice = 1;
-constexpr SessionId bob = 2;
 using Kind = MotionController::Kind;
 
 MotionController::Options options()
 {
     return {};
 }
-
-/// A controller on a simulated clock with three axes.
-class Rig {
-public:
-    Rig() : controller(options())
-    {
-        const DownloadResult result
-            = controller.download({ makeAxisText(0), makeAxisText(1), makeAxisText(7, { { "AxisErrorDec", "100" } }) });
-        if (result.code != 0)
-            qFatal("%s", result.reason.c_str());
-    }
-
-    AxisRef ref(int axisNo)
-    {
-        AxisRef status{};
-        controller.peek(axisNo, &status, nullptr);
-        return status;
-    }
-
-    std::int16_t enter(SessionId session, int axisNo, int timeout = 1000)
-    {
-        return controller.enterDebugMode(session, axisNo, 1, timeout);
-    }
-
-    std::int16_t jog(SessionId session, int axisNo)
-    {
-        return controller.command(
-            session, axisNo, Kind::Motion, [](Axis& axis) { return axis.startJog(1, numbers(50, 1000, 1000)); });
-    }
-
-    std::int16_t enable(SessionId session, int axisNo)
-    {
-        const std::int16_t code
-            = controller.command(session, axisNo, Kind::Plain, [](Axis& axis) { return axis.setEnable(true); });
-        controller.step(50);
-        return code;
-    }
-
-    /// The axis jogs at full speed in debug mode of the session.
-    void bringToJog(SessionId session, int axisNo, int timeout = 1000)
-    {
-        QCOMPARE(enter(session, axisNo, timeout), Diagnosis::ok);
-        QCOMPARE(enable(session, axisNo), Diagnosis::ok);
-        QCOMPARE(jog(session, axisNo), Diagnosis::ok);
-        controller.step(200);
-        QCOMPARE(ref(axisNo).setVelocity, 50.0);
-    }
-
-    MotionController controller;
-};
 } // namespace
 
 class MotionControllerTest : public QObject {
@@ -89,10 +34,6 @@ private slots:
     void leavingSwitchesTheDriveOff();
     void aLostClientsAxesStop();
     void onlyItsOwnAxesAreLeft();
-    void stopStopsEveryAxisInDebugModeAndHolds();
-    void aReleaseThatAStopHasOvertakenIsRefused();
-    void aReleaseThatHasNotSeenAnothersStopIsRefused();
-    void theEndOfAJogPassesTheStop();
     void downloadsAreCheckedWhole_data();
     void downloadsAreCheckedWhole();
     void downloadReplacesTheAxes();
@@ -346,78 +287,6 @@ void MotionControllerTest::onlyItsOwnAxesAreLeft()
     rig.controller.step(500);
     QCOMPARE(rig.ref(0).setVelocity, 50.0);
     QCOMPARE(rig.ref(1).debugMode, std::uint8_t(0));
-}
-
-void MotionControllerTest::stopStopsEveryAxisInDebugModeAndHolds()
-{
-    Rig rig;
-    rig.bringToJog(alice, 0, 30000);
-    rig.bringToJog(bob, 7, 30000);
-    rig.controller.stopAll(true);
-    QVERIFY(rig.controller.isStopHeld());
-    rig.controller.step(1);
-    QVERIFY2(rig.ref(0).setVelocity < 50 && rig.ref(7).setVelocity < 50, "the very next cycle brakes");
-    QCOMPARE(rig.ref(7).axisState, std::uint16_t(2));
-    rig.controller.step(600);
-    QCOMPARE(rig.ref(0).setVelocity, 0.0);
-    QCOMPARE(rig.ref(7).setVelocity, 0.0);
-    QCOMPARE(rig.ref(0).axisState, std::uint16_t(3));
-    QCOMPARE(rig.jog(alice, 0), Diagnosis::emergencyStop);
-    QCOMPARE(rig.jog(bob, 7), Diagnosis::emergencyStop);
-    QCOMPARE(rig.controller.keepAlive(alice, 0), Diagnosis::ok);
-    rig.controller.stopAll(false);
-    QCOMPARE(rig.jog(alice, 0), Diagnosis::ok);
-}
-
-void MotionControllerTest::aReleaseThatAStopHasOvertakenIsRefused()
-{
-    Rig rig;
-    rig.bringToJog(alice, 0, 30000);
-    QCOMPARE(rig.controller.stopAll(true, { alice, 5 }), Diagnosis::ok);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 4 }), Diagnosis::emergencyStop);
-    QVERIFY(rig.controller.isStopHeld());
-    // Another client's stop in between changes nothing of it.
-    QCOMPARE(rig.controller.stopAll(true, { bob, 1 }), Diagnosis::ok);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 4 }), Diagnosis::emergencyStop);
-    // Numbers of different clients say nothing of their order, nor does none.
-    QCOMPARE(rig.controller.stopAll(false, { bob, 2 }), Diagnosis::ok);
-    QVERIFY(!rig.controller.isStopHeld());
-    QCOMPARE(rig.controller.stopAll(true, { alice, 6 }), Diagnosis::ok);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 0 }), Diagnosis::ok);
-    // A stop that comes late stops all the same and does not count as the latest.
-    QCOMPARE(rig.controller.stopAll(true, { alice, 3 }), Diagnosis::ok);
-    QVERIFY(rig.controller.isStopHeld());
-    QCOMPARE(rig.controller.stopAll(false, { alice, 5 }), Diagnosis::emergencyStop);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 7 }), Diagnosis::ok);
-    // With its session a client's numbers are forgotten.
-    QCOMPARE(rig.controller.stopAll(true, { alice, 8 }), Diagnosis::ok);
-    rig.controller.endSession(alice);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 1 }), Diagnosis::ok);
-}
-
-void MotionControllerTest::aReleaseThatHasNotSeenAnothersStopIsRefused()
-{
-    Rig rig;
-    QCOMPARE(rig.controller.stopAll(true, { alice, 1 }), Diagnosis::ok);
-    const std::uint64_t seen = rig.controller.stopRevision();
-    QCOMPARE(rig.controller.stopAll(true, { bob, 1 }), Diagnosis::ok);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 2, seen }), Diagnosis::emergencyStop);
-    QVERIFY(rig.controller.isStopHeld());
-    QCOMPARE(rig.controller.stopAll(false, { alice, 3, rig.controller.stopRevision() }), Diagnosis::ok);
-    // One's own stop one knows of, told or not.
-    QCOMPARE(rig.controller.stopAll(true, { alice, 4 }), Diagnosis::ok);
-    QCOMPARE(rig.controller.stopAll(false, { alice, 5, seen }), Diagnosis::ok);
-    QVERIFY(!rig.controller.isStopHeld());
-}
-
-void MotionControllerTest::theEndOfAJogPassesTheStop()
-{
-    Rig rig;
-    rig.bringToJog(alice, 0, 30000);
-    rig.controller.stopAll(true);
-    QCOMPARE(rig.controller.endJog(alice, 0, 1, 10, 0), Diagnosis::ok);
-    rig.controller.step(100);
-    QCOMPARE(rig.ref(0).setVelocity, 0.0);
 }
 
 void MotionControllerTest::downloadsAreCheckedWhole_data()
