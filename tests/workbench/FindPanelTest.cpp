@@ -155,8 +155,6 @@ private slots:
     void referencesFromTheSource();
     void usesByWayOfAnExternalAreFound();
     void aNameOnAProgramsFirstLineIsItsOwn();
-    void namesAtTheCursor_data();
-    void namesAtTheCursor();
     void referencesWithoutASourceAskForTheVariable();
     void anUnknownVariableIsNamed();
     void theMenuOfASourceOffersThem();
@@ -550,35 +548,6 @@ void FindPanelTest::aNameOnAProgramsFirstLineIsItsOwn()
     program->workbench->workspace().showSource(text("Third"), 1, 20);
     press(Qt::Key_F12, Qt::ShiftModifier);
     QCOMPARE(child<QLineEdit>("variable")->text(), text("Third.front"));
-}
-
-void FindPanelTest::namesAtTheCursor_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("name");
-    // The cursor stands at the bar.
-    QTest::newRow("in a name") << text("x := fr|ont;") << text("front");
-    QTest::newRow("before it") << text("x := |front;") << text("front");
-    QTest::newRow("behind it") << text("x := front|;") << text("front");
-    QTest::newRow("a member with what is before it") << text("a.b|c.d") << text("a.bc");
-    QTest::newRow("in an index") << text("a[n|]") << text("n");
-    QTest::newRow("behind an index") << text("a[1]|.open") << text("a[1]");
-    QTest::newRow("a member behind an index") << text("a[n + 1].op|en") << text("a[n + 1].open");
-    QTest::newRow("a member behind an index in an index") << text("x := a[b[2], c].open|") << text("a[b[2], c].open");
-    QTest::newRow("an index that begins nowhere") << text("x := 1].op|en") << text(".open");
-    QTest::newRow("nothing") << text("x := | 1") << QString();
-}
-
-void FindPanelTest::namesAtTheCursor()
-{
-    QFETCH(QString, line);
-    SourceView* source = openSource();
-    QVERIFY(source);
-    const int column = line.indexOf(QLatin1Char('|'));
-    source->setPlainText(line.remove(column, 1));
-    source->goTo(1, column + 1);
-    QTEST(source->nameAtCursor(), "name");
-    source->document()->setModified(false);
 }
 
 void FindPanelTest::referencesWithoutASourceAskForTheVariable()
