@@ -62,6 +62,7 @@ private:
     StopControl& stop() const { return m_program->workbench->online().stop(); }
     StopButton& button() const { return m_program->workbench->window().stopButton(); }
     QString feedback() const { return m_program->workbench->window().stopFeedback().text(); }
+    bool connectThrough(const QuietRelay& relay);
     /// Moves the axis for a long time.
     bool move();
     bool stoppedAndHeld();
@@ -84,6 +85,14 @@ void StopControlTest::cleanup()
 bool StopControlTest::move()
 {
     return RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0) == 0 && m_program->moves();
+}
+
+bool StopControlTest::connectThrough(const QuietRelay& relay)
+{
+    ControllerAddress address = m_program->host.address();
+    address.port = relay.port();
+    m_program->session().connectTo(address, false);
+    return m_program->waitUntilOnline();
 }
 
 bool StopControlTest::resetIsOnItsWay()
@@ -379,10 +388,7 @@ void StopControlTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
 void StopControlTest::anOlderHoldDoesNotAcknowledgeAStop()
 {
     QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(connectThrough(relay));
     stop().stop();
     QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
     QSignalSpy answered(&stop(), &StopControl::answered);
@@ -405,10 +411,7 @@ void StopControlTest::anOlderHoldDoesNotAcknowledgeAStop()
 void StopControlTest::theEndOfTheConnectionIsNoRelease()
 {
     QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(connectThrough(relay));
     stop().stop();
     QTRY_COMPARE(feedback(), QStringLiteral("STOP holds"));
     const OutputPanel& output = m_program->workbench->window().output();
@@ -464,10 +467,7 @@ void StopControlTest::everyPressDiscardsTheQueue()
 void StopControlTest::anotherPressIsSentWhenTheFirstIsLost()
 {
     QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(connectThrough(relay));
     relay.silent = true;
     QSignalSpy answered(&stop(), &StopControl::answered);
     stop().stop();
@@ -503,10 +503,7 @@ void StopControlTest::theHoldOfAnotherClientIsShown()
 void StopControlTest::aStopThatIsNotAcknowledgedIsNamed()
 {
     QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(connectThrough(relay));
     relay.silent = true;
     QElapsedTimer timer;
     timer.start();
