@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QGuiApplication>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -22,6 +23,19 @@ public:
     ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
     Q_DISABLE_COPY(WaitCursor)
 };
+
+/// Takes the focus from a field on a page that an editor does not show: what is typed there would change the object
+/// unseen. False when there was nothing to take.
+bool leaveHiddenField(QWidget& view)
+{
+    QWidget* field = view.focusWidget();
+    if (!field || field->isVisibleTo(&view))
+        return false;
+    // Nothing has been typed in it, so there is nothing to check or to store.
+    const QSignalBlocker blocker(field);
+    view.setFocus(Qt::OtherFocusReason);
+    return true;
+}
 
 } // namespace
 
@@ -170,8 +184,16 @@ void FindFlows::goTo(const FoundPlace& place)
 {
     IEditor* editor = openNode(place.nodePath);
     if (!editor)
-        return m_panel.showStatus(tr("%1 is not in the project any more.").arg(place.objectName));
+        return tell(tr("%1 is not in the project any more.").arg(place.objectName));
     m_editors.activateEditor(editor);
     // The editor may have been built just now, and only with it did the place get its name.
     editor->gotoLocation(m_find.currentLocation(place));
+    if (leaveHiddenField(*editor->widget()))
+        tell(tr("The page of this place is not shown for the type of %1.").arg(place.objectName));
+}
+
+void FindFlows::tell(const QString& note)
+{
+    m_panel.showNote(note);
+    raisePanel();
 }

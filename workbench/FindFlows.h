@@ -34,6 +34,8 @@ public:
 
 private:
     void goTo(const FoundPlace& place);
+    /// Says something of a place where the user sees it.
+    void tell(const QString& note);
     /// Places of a project that has gone, or has another name now, lead nowhere.
     void forgetFormerProject();
     /// The list is of another editor than the one that is to be searched.

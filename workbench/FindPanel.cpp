@@ -95,7 +95,8 @@ void FindPanel::show(const QVector<FoundPlace>& places, const QString& status)
         new QTreeWidgetItem(m_ui->results, { place.objectName, place.label, place.text });
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(0));
     offerOpening(false);
-    showStatus(status);
+    m_status = status;
+    say(m_status);
 }
 
 void FindPanel::offerOpening(bool offered)
@@ -109,10 +110,15 @@ void FindPanel::clear()
     m_upToDate = false;
 }
 
-void FindPanel::showStatus(const QString& status)
+void FindPanel::showNote(const QString& note)
 {
-    m_ui->status->setText(status);
-    m_ui->status->setToolTip(plainToolTip(status));
+    say(note);
+}
+
+void FindPanel::say(const QString& text)
+{
+    m_ui->status->setText(text);
+    m_ui->status->setToolTip(plainToolTip(text));
 }
 
 void FindPanel::step(int direction)
@@ -128,6 +134,7 @@ void FindPanel::choose(int row)
 {
     m_visited = row;
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(row));
+    say(m_status);
     emit placeChosen(m_places.at(row));
 }
 

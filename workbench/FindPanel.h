@@ -36,7 +36,8 @@ public:
     void show(const QVector<FoundPlace>& places, const QString& status);
     /// Forgets what was found.
     void clear();
-    void showStatus(const QString& status);
+    /// Says something of the place that was gone to last, until the next one is gone to.
+    void showNote(const QString& note);
     /// Offers to open what the search has left out; what is shown next takes the offer back.
     void offerOpening(bool offered);
     const QVector<FoundPlace>& places() const { return m_places; }
@@ -55,9 +56,11 @@ protected:
 private:
     void choose(int row);
     void noteChange();
+    void say(const QString& text);
 
     std::unique_ptr<Ui::FindPanel> m_ui;
     QVector<FoundPlace> m_places;
+    QString m_status;
     /// Row of the place that was gone to last, -1 before the first.
     int m_visited = -1;
     bool m_upToDate = false;

@@ -1,11 +1,10 @@
 #include "workbench/FindPanel.h"
 
-#include "host/projectmodel/SourceModel.h"
 #include "sdk/IEditor.h"
 #include "sdk/IEditorFactory.h"
 #include "sdk/IEditorFinder.h"
 #include "tests/support/MessageBoxWatcher.h"
-#include "tests/workbench/RunningProgram.h"
+#include "tests/workbench/FindProgram.h"
 #include "workbench/SourceEditor.h"
 #include "workbench/SourceView.h"
 
@@ -161,20 +160,12 @@ private slots:
     void closingTheProjectEmptiesTheList();
 
 private:
-    template <typename Widget>
-    Widget* child(const char* name) const
-    {
-        return program->workbench->window().find().findChild<Widget*>(QLatin1String(name));
-    }
     void setPins(const char* axis, const char* positive, const char* negative, const char* origin);
     void search(const QString& what);
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    QStringList results() const;
-    QString status() const { return child<QLabel>("status")->text(); }
     void addScriptedNode();
     SourceView* openSource() const;
 
-    std::unique_ptr<RunningProgram> program;
+    std::unique_ptr<FindProgram> program;
     /// Fields that lose the focus check their pins; none of these is refused.
     std::unique_ptr<MessageBoxWatcher> boxes;
     ScriptedFactory factory;
@@ -184,7 +175,7 @@ void FindPanelTest::init()
 {
     factory.script = Script();
     boxes = std::make_unique<MessageBoxWatcher>();
-    program = std::make_unique<RunningProgram>();
+    program = std::make_unique<FindProgram>();
     program->create(text("Line"), { text("Feed"), text("Turn") });
     program->project()->sourceModel()->setSource(text("Main"), text(mainProgram));
     program->project()->sourceModel()->setSource(text("LineIO"), text(inputs));
@@ -213,32 +204,16 @@ void FindPanelTest::setPins(const char* axis, const char* positive, const char* 
     table->setProperty(text("OrgSignalPin"), text(origin));
 }
 
-void FindPanelTest::press(int key, Qt::KeyboardModifiers modifiers)
-{
-    QTest::keyClick(&program->workbench->window(), Qt::Key(key), modifiers);
-}
-
 void FindPanelTest::search(const QString& what)
 {
-    press(Qt::Key_F, Qt::ControlModifier);
-    QTest::keyClicks(child<QLineEdit>("text"), what);
-    QTest::keyClick(child<QLineEdit>("text"), Qt::Key_Return);
-}
-
-QStringList FindPanelTest::results() const
-{
-    QStringList results;
-    const auto* list = child<QTreeWidget>("results");
-    for (int row = 0; row < list->topLevelItemCount(); ++row) {
-        const QTreeWidgetItem* item = list->topLevelItem(row);
-        results.append(QString(item->text(0) + QLatin1Char(' ') + item->text(1)));
-    }
-    return results;
+    program->press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(program->child<QLineEdit>("text"), what);
+    QTest::keyClick(program->child<QLineEdit>("text"), Qt::Key_Return);
 }
 
 void FindPanelTest::addScriptedNode()
 {
-    program->workbench->editors().addEditorFactory(&factory);
+    program->editors().addEditorFactory(&factory);
     Solution::NodeDescription node;
     node.name = text("Scripted");
     node.displayText = text("The object");
@@ -250,21 +225,21 @@ void FindPanelTest::addScriptedNode()
 SourceView* FindPanelTest::openSource() const
 {
     program->workbench->workspace().showSource(text("Main"), 1, 1);
-    IEditor* editor = program->workbench->editors().currentEditor();
+    IEditor* editor = program->editors().currentEditor();
     return editor ? qobject_cast<SourceView*>(editor->widget()) : nullptr;
 }
 
 void FindPanelTest::theKeyOpensThePanel()
 {
-    child<QLineEdit>("text")->setText(text("former"));
-    press(Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(child<QLineEdit>("text")->isVisible());
-    QTRY_VERIFY(child<QLineEdit>("text")->hasFocus());
-    QTest::keyClicks(child<QLineEdit>("text"), text("new"));
-    QCOMPARE(child<QLineEdit>("text")->text(), text("new"));
-    QVERIFY(child<QPushButton>("find")->isEnabled());
-    child<QLineEdit>("text")->clear();
-    QVERIFY(!child<QPushButton>("find")->isEnabled());
+    program->child<QLineEdit>("text")->setText(text("former"));
+    program->press(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(program->child<QLineEdit>("text")->isVisible());
+    QTRY_VERIFY(program->child<QLineEdit>("text")->hasFocus());
+    QTest::keyClicks(program->child<QLineEdit>("text"), text("new"));
+    QCOMPARE(program->child<QLineEdit>("text")->text(), text("new"));
+    QVERIFY(program->child<QPushButton>("find")->isEnabled());
+    program->child<QLineEdit>("text")->clear();
+    QVERIFY(!program->child<QPushButton>("find")->isEnabled());
 }
 
 void FindPanelTest::theWholeProjectIsSearched_data()
@@ -292,108 +267,107 @@ void FindPanelTest::theWholeProjectIsSearched()
     QFETCH(QStringList, found);
     for (const char* option : { "wholeWord", "caseSensitive", "backwards" }) {
         if (options.contains(QLatin1String(option)))
-            child<QCheckBox>(option)->click();
+            program->child<QCheckBox>(option)->click();
     }
     search(what);
-    QCOMPARE(results(), found);
-    QVERIFY2(status().contains(QString::number(found.size())), qPrintable(status()));
+    QCOMPARE(program->results(), found);
+    QVERIFY2(program->status().contains(QString::number(found.size())), qPrintable(program->status()));
 }
 
 void FindPanelTest::thisEditorAloneIsSearched()
 {
     program->openAxis(text("Turn"));
-    child<QComboBox>("scope")->setCurrentIndex(1);
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
     search(text("front"));
-    QCOMPARE(
-        results(), (QStringList{ text("Turn Positive limit:Aside.front"), text("Turn Origin signal:Main.front") }));
+    QCOMPARE(program->results(),
+        (QStringList{ text("Turn Positive limit:Aside.front"), text("Turn Origin signal:Main.front") }));
 }
 
 void FindPanelTest::anEditorWithoutAFinderIsNamedSo()
 {
     QVERIFY(openSource());
-    child<QComboBox>("scope")->setCurrentIndex(1);
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
     search(text("front"));
-    QVERIFY(results().isEmpty());
-    QCOMPARE(status(), text("There is nothing here that can be searched."));
+    QVERIFY(program->results().isEmpty());
+    QCOMPARE(program->status(), text("There is nothing here that can be searched."));
 }
 
 void FindPanelTest::aResultLeadsToItsControl()
 {
-    program->workbench->editors().closeAllEditors();
+    program->editors().closeAllEditors();
     search(text("back"));
-    auto* list = child<QTreeWidget>("results");
+    auto* list = program->child<QTreeWidget>("results");
     QCOMPARE(list->topLevelItemCount(), 1);
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Return);
-    IEditor* editor = program->workbench->editors().currentEditor();
+    IEditor* editor = program->editors().currentEditor();
     QVERIFY(editor);
     QCOMPARE(editor->nodePath(), program->axisPath(text("Turn")));
     QTRY_VERIFY(QApplication::focusWidget());
-    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditNeg"));
+    QCOMPARE(FindProgram::focus(), text("lineEditNeg"));
     QVERIFY(editor->widget()->isAncestorOf(QApplication::focusWidget()));
 }
 
 void FindPanelTest::keysGoFromPlaceToPlace()
 {
     search(text("front"));
-    const auto focus
-        = [] { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(); };
-    const auto axis = [this] { return program->workbench->editors().currentEditor()->displayName(); };
-    press(Qt::Key_F3);
+    const auto axis = [this] { return program->currentAxis(); };
+    const auto focus = &FindProgram::focus;
+    program->press(Qt::Key_F3);
     QCOMPARE(axis() + focus(), text("FeedlineEditPos"));
-    press(Qt::Key_F3);
+    program->press(Qt::Key_F3);
     QCOMPARE(axis() + focus(), text("FeedlineEditNeg"));
-    press(Qt::Key_F3);
+    program->press(Qt::Key_F3);
     QCOMPARE(axis() + focus(), text("TurnlineEditPos"));
-    press(Qt::Key_F3, Qt::ShiftModifier);
+    program->press(Qt::Key_F3, Qt::ShiftModifier);
     QCOMPARE(axis() + focus(), text("FeedlineEditNeg"));
-    press(Qt::Key_F3, Qt::ShiftModifier);
-    press(Qt::Key_F3, Qt::ShiftModifier);
+    program->press(Qt::Key_F3, Qt::ShiftModifier);
+    program->press(Qt::Key_F3, Qt::ShiftModifier);
     QCOMPARE(axis() + focus(), text("TurnlineEditOrg"));
-    press(Qt::Key_F3);
+    program->press(Qt::Key_F3);
     QCOMPARE(axis() + focus(), text("FeedlineEditPos"));
 }
 
 void FindPanelTest::theFirstStepBackLeadsToTheLastPlace()
 {
     search(text("front"));
-    press(Qt::Key_F3, Qt::ShiftModifier);
-    QCOMPARE(program->workbench->editors().currentEditor()->displayName(), text("Turn"));
-    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditOrg"));
+    program->press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(program->currentAxis(), text("Turn"));
+    QCOMPARE(FindProgram::focus(), text("lineEditOrg"));
 }
 
 void FindPanelTest::aNewTextIsSearchedFirst()
 {
-    press(Qt::Key_F, Qt::ControlModifier);
-    QTest::keyClicks(child<QLineEdit>("text"), text("%IX"));
-    press(Qt::Key_F3);
-    QCOMPARE(results(), QStringList{ text("Feed Origin signal:%IX1.0") });
-    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditOrg"));
-    child<QLineEdit>("text")->setText(text("nowhere"));
-    press(Qt::Key_F3);
-    QVERIFY(results().isEmpty());
+    program->press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(program->child<QLineEdit>("text"), text("%IX"));
+    program->press(Qt::Key_F3);
+    QCOMPARE(program->results(), QStringList{ text("Feed Origin signal:%IX1.0") });
+    QCOMPARE(FindProgram::focus(), text("lineEditOrg"));
+    program->child<QLineEdit>("text")->setText(text("nowhere"));
+    program->press(Qt::Key_F3);
+    QVERIFY(program->results().isEmpty());
 }
 
 void FindPanelTest::aNodeThatIsGoneIsNamed()
 {
     search(text("back"));
     program->workbench->tree().removeNode(program->axisPath(text("Turn")), true);
-    press(Qt::Key_F3);
-    QCOMPARE(status(), text("Turn is not in the project any more."));
+    program->press(Qt::Key_F3);
+    QCOMPARE(program->status(), text("Turn is not in the project any more."));
 }
 
 void FindPanelTest::theSearchGoesByTheContract()
 {
     addScriptedNode();
     factory.script.places = QStringList{ text("one"), text("two") };
-    child<QCheckBox>("wholeWord")->click();
-    child<QCheckBox>("caseSensitive")->click();
-    child<QCheckBox>("backwards")->click();
+    program->child<QCheckBox>("wholeWord")->click();
+    program->child<QCheckBox>("caseSensitive")->click();
+    program->child<QCheckBox>("backwards")->click();
     search(text("x"));
     QCOMPARE(factory.script.calls,
         (QStringList{
             text("flags 22"), text("start "), text("end "), text("find x"), text("find x"), text("find x") }));
-    QCOMPARE(results(), (QStringList{ text("The object one"), text("The object two") }));
+    QCOMPARE(program->results(), (QStringList{ text("The object one"), text("The object two") }));
 }
 
 void FindPanelTest::itBeginsWhereTheUserIs()
@@ -401,7 +375,7 @@ void FindPanelTest::itBeginsWhereTheUserIs()
     addScriptedNode();
     factory.script.places = QStringList{ text("one"), text("two"), text("three") };
     factory.script.position = text("two");
-    const ProjectFind find(program->workbench->tree(), program->workbench->editors());
+    const ProjectFind find(program->workbench->tree(), program->editors());
     FindRequest request;
     request.text = text("x");
     QStringList found;
@@ -418,11 +392,11 @@ void FindPanelTest::aSearchForWholeWordsBeginsThereToo()
     auto* origin = editor->widget()->findChild<QLineEdit*>(text("lineEditOrg"));
     QVERIFY(origin);
     QTest::mouseClick(origin, Qt::LeftButton);
-    child<QComboBox>("scope")->setCurrentIndex(1);
-    child<QCheckBox>("wholeWord")->click();
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
+    program->child<QCheckBox>("wholeWord")->click();
     search(text("front"));
-    QCOMPARE(
-        results(), (QStringList{ text("Turn Origin signal:Main.front"), text("Turn Positive limit:Aside.front") }));
+    QCOMPARE(program->results(),
+        (QStringList{ text("Turn Origin signal:Main.front"), text("Turn Positive limit:Aside.front") }));
 }
 
 void FindPanelTest::aPlaceThatTheFinderDoesNotKnowIsNotHandedOver()
@@ -430,7 +404,7 @@ void FindPanelTest::aPlaceThatTheFinderDoesNotKnowIsNotHandedOver()
     addScriptedNode();
     factory.script.places = QStringList{ text("one"), text("two") };
     factory.script.position = text("elsewhere");
-    const ProjectFind find(program->workbench->tree(), program->workbench->editors());
+    const ProjectFind find(program->workbench->tree(), program->editors());
     FindRequest request;
     request.text = text("x");
     QCOMPARE(find.findIn(text("Line.Scripted"), request).places.size(), 2);
@@ -443,8 +417,9 @@ void FindPanelTest::aFinderThatDoesNotEndIsStopped()
     factory.script.places = QStringList{ text("one") };
     factory.script.endless = true;
     search(text("zz"));
-    QCOMPARE(results(), QStringList{ text("The object one") });
-    QVERIFY2(status().contains(text("The search in The object did not come to an end")), qPrintable(status()));
+    QCOMPARE(program->results(), QStringList{ text("The object one") });
+    QVERIFY2(program->status().contains(text("The search in The object did not come to an end")),
+        qPrintable(program->status()));
     QCOMPARE(factory.script.calls.count(text("find zz")), ProjectFind::maximumAnswers);
 }
 
@@ -453,37 +428,35 @@ void FindPanelTest::anObjectThatCannotBeReadIsNamed()
     addScriptedNode();
     factory.script.readable = false;
     search(text("%IX1"));
-    QCOMPARE(results().size(), 1);
-    QVERIFY2(status().contains(text("The object could not be read.")), qPrintable(status()));
+    QCOMPARE(program->results().size(), 1);
+    QVERIFY2(program->status().contains(text("The object could not be read.")), qPrintable(program->status()));
     QCOMPARE(factory.script.calls.count(text("find %IX1")), 1);
-    child<QLineEdit>("variable")->setText(text("Main.front"));
-    child<QPushButton>("references")->click();
-    QVERIFY2(status().contains(text("The object could not be read.")), qPrintable(status()));
+    program->findReferences(text("Main.front"));
+    QVERIFY2(program->status().contains(text("The object could not be read.")), qPrintable(program->status()));
     // Once, however many paths the variable has.
-    child<QLineEdit>("variable")->setText(text("LineIO.infeedHome"));
-    child<QPushButton>("references")->click();
-    QCOMPARE(status().count(text("The object could not be read.")), 1);
+    program->findReferences(text("LineIO.infeedHome"));
+    QCOMPARE(program->status().count(text("The object could not be read.")), 1);
 }
 
 void FindPanelTest::referencesOfAnEnteredVariable()
 {
-    QVERIFY(!child<QPushButton>("references")->isEnabled());
-    QTest::keyClicks(child<QLineEdit>("variable"), text(" Main.front "));
-    QTest::keyClick(child<QLineEdit>("variable"), Qt::Key_Return);
-    QCOMPARE(results(), (QStringList{ text("Feed Positive limit:Main.front"), text("Turn Origin signal:Main.front") }));
-    QCOMPARE(status(), text("Uses of Main.front: 2."));
-    press(Qt::Key_F3);
-    QCOMPARE(QApplication::focusWidget()->objectName(), text("lineEditPos"));
-    QCOMPARE(program->workbench->editors().currentEditor()->displayName(), text("Feed"));
+    QVERIFY(!program->child<QPushButton>("references")->isEnabled());
+    QTest::keyClicks(program->child<QLineEdit>("variable"), text(" Main.front "));
+    QTest::keyClick(program->child<QLineEdit>("variable"), Qt::Key_Return);
+    QCOMPARE(program->results(),
+        (QStringList{ text("Feed Positive limit:Main.front"), text("Turn Origin signal:Main.front") }));
+    QCOMPARE(program->status(), text("Uses of Main.front: 2."));
+    program->press(Qt::Key_F3);
+    QCOMPARE(FindProgram::focus(), text("lineEditPos"));
+    QCOMPARE(program->currentAxis(), text("Feed"));
 }
 
 void FindPanelTest::referencesOfABareName()
 {
     program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("LineIO.infeedHome"));
-    child<QLineEdit>("variable")->setText(text("INFEEDHOME"));
-    child<QPushButton>("references")->click();
-    QCOMPARE(results(), QStringList{ text("Feed Origin signal:LineIO.infeedHome") });
-    QCOMPARE(status(), text("Uses of LineIO.infeedHome: 1."));
+    program->findReferences(text("INFEEDHOME"));
+    QCOMPARE(program->results(), QStringList{ text("Feed Origin signal:LineIO.infeedHome") });
+    QCOMPARE(program->status(), text("Uses of LineIO.infeedHome: 1."));
 }
 
 void FindPanelTest::usesOfAGlobalWithoutItsListAreFound()
@@ -492,10 +465,9 @@ void FindPanelTest::usesOfAGlobalWithoutItsListAreFound()
         text("TYPE Guard : STRUCT\n  open : BOOL;\nEND_STRUCT\nEND_TYPE\nVAR_GLOBAL\n  cover : Guard;\nEND_VAR\n"));
     program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("cover.open"));
     for (const char* name : { "cover.open", "Guards.cover.open" }) {
-        child<QLineEdit>("variable")->setText(text(name));
-        child<QPushButton>("references")->click();
-        QCOMPARE(results(), QStringList{ text("Feed Origin signal:cover.open") });
-        QCOMPARE(status(), text("Uses of Guards.cover.open: 1."));
+        program->findReferences(text(name));
+        QCOMPARE(program->results(), QStringList{ text("Feed Origin signal:cover.open") });
+        QCOMPARE(program->status(), text("Uses of Guards.cover.open: 1."));
     }
 }
 
@@ -523,11 +495,11 @@ void FindPanelTest::referencesFromTheSource()
     SourceView* source = openSource();
     QVERIFY(source);
     source->goTo(line, column);
-    press(Qt::Key_F12, Qt::ShiftModifier);
-    QCOMPARE(child<QLineEdit>("variable")->text(), variable);
-    QVERIFY(child<QTreeWidget>("results")->isVisible());
-    QVERIFY(!results().isEmpty());
-    for (const QString& result : results())
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QCOMPARE(program->child<QLineEdit>("variable")->text(), variable);
+    QVERIFY(program->child<QTreeWidget>("results")->isVisible());
+    QVERIFY(!program->results().isEmpty());
+    for (const QString& result : program->results())
         QVERIFY2(result.contains(variable), qPrintable(result));
 }
 
@@ -535,9 +507,8 @@ void FindPanelTest::usesByWayOfAnExternalAreFound()
 {
     program->axis(text("Feed"))->setProperty(text("OrgSignalPin"), text("Aside.InfeedHome"));
     for (const char* name : { "LineIO.infeedHome", "Aside.InfeedHome", "infeedHome" }) {
-        child<QLineEdit>("variable")->setText(text(name));
-        child<QPushButton>("references")->click();
-        QCOMPARE(results().filter(text("Aside.InfeedHome")).size(), 1);
+        program->findReferences(text(name));
+        QCOMPARE(program->results().filter(text("Aside.InfeedHome")).size(), 1);
     }
 }
 
@@ -546,28 +517,27 @@ void FindPanelTest::aNameOnAProgramsFirstLineIsItsOwn()
     program->project()->sourceModel()->setSource(
         text("Third"), text("PROGRAM Third VAR front : BOOL; END_VAR\nEND_PROGRAM\n"));
     program->workbench->workspace().showSource(text("Third"), 1, 20);
-    press(Qt::Key_F12, Qt::ShiftModifier);
-    QCOMPARE(child<QLineEdit>("variable")->text(), text("Third.front"));
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QCOMPARE(program->child<QLineEdit>("variable")->text(), text("Third.front"));
 }
 
 void FindPanelTest::referencesWithoutASourceAskForTheVariable()
 {
     program->openAxis(text("Feed"));
-    press(Qt::Key_F12, Qt::ShiftModifier);
-    QTRY_VERIFY(child<QLineEdit>("variable")->hasFocus());
-    QVERIFY(results().isEmpty());
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QTRY_VERIFY(program->child<QLineEdit>("variable")->hasFocus());
+    QVERIFY(program->results().isEmpty());
 }
 
 void FindPanelTest::anUnknownVariableIsNamed()
 {
     for (const char* name : { "Main.unheard", "..", "Main..front", "<b>" }) {
-        child<QLineEdit>("variable")->setText(text(name));
-        child<QPushButton>("references")->click();
-        QVERIFY(results().isEmpty());
-        QCOMPARE(status(), QString(text("The project has no variable ") + text(name) + QLatin1Char('.')));
+        program->findReferences(text(name));
+        QVERIFY(program->results().isEmpty());
+        QCOMPARE(program->status(), QString(text("The project has no variable ") + text(name) + QLatin1Char('.')));
     }
     // The last name is markup: label and tool tip show it as it was typed.
-    const auto* label = child<QLabel>("status");
+    const auto* label = program->child<QLabel>("status");
     QCOMPARE(label->textFormat(), Qt::PlainText);
     QVERIFY2(label->toolTip().contains(text("&lt;b&gt;")), qPrintable(label->toolTip()));
 }
@@ -581,11 +551,11 @@ void FindPanelTest::theMenuOfASourceOffersThem()
 void FindPanelTest::closingTheProjectEmptiesTheList()
 {
     search(text("front"));
-    QVERIFY(!results().isEmpty());
+    QVERIFY(!program->results().isEmpty());
     program->workbench->workspace().close();
-    QVERIFY(results().isEmpty());
-    QVERIFY(status().isEmpty());
-    press(Qt::Key_F3);
+    QVERIFY(program->results().isEmpty());
+    QVERIFY(program->status().isEmpty());
+    program->press(Qt::Key_F3);
     QVERIFY(!program->workbench->action(text("edit.find"))->isEnabled());
 }
 

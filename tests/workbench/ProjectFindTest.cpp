@@ -1,17 +1,11 @@
 #include "workbench/ProjectFind.h"
 
 #include "examples/SampleProject.h"
-#include "host/projectmodel/SourceModel.h"
 #include "sdk/IEditor.h"
 #include "tests/support/MessageBoxWatcher.h"
-#include "tests/workbench/RunningProgram.h"
-#include "workbench/FindPanel.h"
+#include "tests/workbench/FindProgram.h"
 
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTreeWidget>
 #include <QtTest>
 
 namespace {
@@ -19,11 +13,6 @@ namespace {
 QString text(const char* latin)
 {
     return QString::fromLatin1(latin);
-}
-
-QString focus()
-{
-    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
 }
 
 QStringList viewInfo(const AxisTable& axis)
@@ -60,31 +49,21 @@ private slots:
     void theSampleIsSearchedAsItComes();
 
 private:
-    template <typename Widget>
-    Widget* child(const char* name) const
-    {
-        return program->workbench->window().find().findChild<Widget*>(QLatin1String(name));
-    }
-    AxisTable* addAxis(const char* name, const char* pin) const;
-    void save() const;
+    AxisTable* addAxis(const char* name, const char* pin) const { return program->addAxis(text(name), text(pin)); }
     /// Brings a stored axis into one of the states that theyAreSearchedWhateverTheirState names.
     void bring(AxisTable* axis, const QString& state);
     /// The project's file with its log.
     QByteArray fileContents() const;
-    void search(const QString& what) const;
-    QStringList results() const;
-    QString status() const { return child<QLabel>("status")->text(); }
-    EditorManager& editors() const { return program->workbench->editors(); }
-    void goToFirst() const { QTest::keyClick(&program->workbench->window(), Qt::Key_F3); }
+    void goToFirst() const { program->press(Qt::Key_F3); }
 
-    std::unique_ptr<RunningProgram> program;
+    std::unique_ptr<FindProgram> program;
     std::unique_ptr<MessageBoxWatcher> boxes;
 };
 
 void ProjectFindTest::init()
 {
     boxes = std::make_unique<MessageBoxWatcher>();
-    program = std::make_unique<RunningProgram>();
+    program = std::make_unique<FindProgram>();
     program->create(text("Line"), {});
     program->project()->sourceModel()->setSource(
         text("Main"), text("PROGRAM Main\nVAR\n  stop, near, far : BOOL;\nEND_VAR\nEND_PROGRAM\n"));
@@ -98,21 +77,6 @@ void ProjectFindTest::cleanup()
     QCOMPARE(texts, QStringList());
 }
 
-AxisTable* ProjectFindTest::addAxis(const char* name, const char* pin) const
-{
-    AxisTable* axis = program->project()->axisModel()->addAxisTable(text(name));
-    axis->setProperty(text("PosLimitEnable"), text("TRUE"));
-    axis->setProperty(text("PosLimitPin"), text(pin));
-    program->workbench->workspace().showAnew();
-    return axis;
-}
-
-void ProjectFindTest::save() const
-{
-    QString error;
-    QVERIFY2(program->project()->save(&error), qPrintable(error));
-}
-
 void ProjectFindTest::bring(AxisTable* axis, const QString& state)
 {
     AxisModel* axes = program->project()->axisModel();
@@ -122,7 +86,7 @@ void ProjectFindTest::bring(AxisTable* axis, const QString& state)
         QVERIFY(axes->renameAxisTable(axis->id(), text("Saw")));
     } else if (state == text("removed and put back")) {
         QVERIFY(axes->removeAxisTable(axis));
-        save();
+        program->save();
         QVERIFY(axes->putObjectBack(axis));
     } else if (state == text("in a comparison")) {
         QVERIFY(program->workbench->comparisonFlows().compare(
@@ -142,40 +106,25 @@ QByteArray ProjectFindTest::fileContents() const
     return contents;
 }
 
-void ProjectFindTest::search(const QString& what) const
-{
-    child<QLineEdit>("text")->setText(what);
-    QTest::mouseClick(child<QPushButton>("find"), Qt::LeftButton);
-}
-
-QStringList ProjectFindTest::results() const
-{
-    QStringList results;
-    const auto* list = child<QTreeWidget>("results");
-    for (int row = 0; row < list->topLevelItemCount(); ++row)
-        results.append(QString(list->topLevelItem(row)->text(0) + QLatin1Char(' ') + list->topLevelItem(row)->text(1)));
-    return results;
-}
-
 void ProjectFindTest::axesThatWereNeverOpenedAreSearched()
 {
     AxisTable* axis = addAxis("Cut", "Main.stop");
-    save();
+    program->save();
     const QMap<QString, QString> before = axis->allProperties();
     QVERIFY(axis->getViewInfo(text("LineEditPosObjectName"), QString()).isEmpty());
-    search(text("stop"));
-    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
-    QCOMPARE(status(), text("Places found: 1."));
-    QVERIFY(!child<QPushButton>("openUnsearched")->isVisibleTo(&program->workbench->window().find()));
+    program->search(text("stop"));
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QCOMPARE(program->status(), text("Places found: 1."));
+    QVERIFY(!program->child<QPushButton>("openUnsearched")->isVisibleTo(&program->panel()));
     // Nothing has opened for it, and the axis is no other than before.
-    QVERIFY(editors().editors().isEmpty());
+    QVERIFY(program->editors().editors().isEmpty());
     QVERIFY(!program->project()->isModified());
     QCOMPARE(axis->allProperties(), before);
     QVERIFY(axis->load());
     QCOMPARE(axis->allProperties(), before);
     goToFirst();
-    QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
-    QTRY_COMPARE(focus(), text("lineEditPos"));
+    QCOMPARE(program->currentAxis(), text("Cut"));
+    QTRY_COMPARE(program->focus(), text("lineEditPos"));
 }
 
 void ProjectFindTest::theyAreSearchedWhateverTheirState_data()
@@ -193,16 +142,16 @@ void ProjectFindTest::theyAreSearchedWhateverTheirState()
     // The pages correct what they find.
     axis->setProperty(text("AxisType"), text("Axis_Pulse"));
     axis->setProperty(text("OutputDevice"), text("99"));
-    save();
+    program->save();
     bring(axis, state);
     const QMap<QString, QString> before = axis->allProperties();
     const bool wasModified = axis->modified;
     const bool projectWasModified = program->project()->isModified();
     const QByteArray file = fileContents();
     const QSignalSpy failures(program->project(), &AbstractProjectModel::storeFailed);
-    search(text("stop"));
-    QCOMPARE(results(), QStringList{ QString(axis->name() + text(" Positive limit:Main.stop")) });
-    QCOMPARE(status(), text("Places found: 1."));
+    program->search(text("stop"));
+    QCOMPARE(program->results(), QStringList{ QString(axis->name() + text(" Positive limit:Main.stop")) });
+    QCOMPARE(program->status(), text("Places found: 1."));
     QCOMPARE(axis->allProperties(), before);
     QCOMPARE(axis->modified, wasModified);
     QCOMPARE(axis->pageBuild, false);
@@ -214,49 +163,50 @@ void ProjectFindTest::theyAreSearchedWhateverTheirState()
 void ProjectFindTest::onesAreToldOfWhileOnline()
 {
     const AxisTable* axis = addAxis("Cut", "Main.stop");
-    save();
+    program->save();
     program->workbench->connection().setOnline(true, false);
-    search(text("stop"));
-    QCOMPARE(status(), text("Places found: 0. Never opened, so not searched: 1."));
+    program->search(text("stop"));
+    QCOMPARE(program->status(), text("Places found: 0. Never opened, so not searched: 1."));
     QVERIFY(axis->getViewInfo(text("LineEditPosObjectName"), QString()).isEmpty());
     program->workbench->connection().setOnline(false, false);
-    search(text("stop"));
-    QCOMPARE(status(), text("Places found: 1."));
+    program->search(text("stop"));
+    QCOMPARE(program->status(), text("Places found: 1."));
 }
 
 void ProjectFindTest::whileOnlineTheyAreSearchedByTheNamesOfAnother()
 {
     const AxisTable* cut = addAxis("Cut", "Main.near");
     const AxisTable* turn = addAxis("Turn", "Main.stop");
-    save();
+    program->save();
     program->openAxis(text("Cut"));
     program->workbench->connection().setOnline(true, false);
-    search(text("stop"));
-    QCOMPARE(results(), QStringList{ text("Turn Positive limit:Main.stop") });
-    QCOMPARE(status(), text("Places found: 1."));
+    program->search(text("stop"));
+    QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop") });
+    QCOMPARE(program->status(), text("Places found: 1."));
     QCOMPARE(viewInfo(*turn), viewInfo(*cut));
     QVERIFY(!program->project()->isModified());
-    QCOMPARE(editors().editors().size(), 1);
+    QCOMPARE(program->editors().editors().size(), 1);
     program->workbench->connection().setOnline(false, false);
     goToFirst();
-    QCOMPARE(editors().currentEditor()->displayName(), text("Turn"));
-    QTRY_COMPARE(focus(), text("lineEditPos"));
+    QCOMPARE(program->currentAxis(), text("Turn"));
+    QTRY_COMPARE(program->focus(), text("lineEditPos"));
 }
 
 void ProjectFindTest::theyOpenForTheSearchWhileOnline()
 {
     addAxis("Cut", "Main.stop");
     addAxis("Turn", "Main.stop");
-    save();
+    program->save();
     program->workbench->connection().setOnline(true, false);
-    search(text("stop"));
-    auto* button = child<QPushButton>("openUnsearched");
-    QVERIFY(button->isVisibleTo(&program->workbench->window().find()));
+    program->search(text("stop"));
+    auto* button = program->child<QPushButton>("openUnsearched");
+    QVERIFY(button->isVisibleTo(&program->panel()));
     QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(results(), (QStringList{ text("Cut Positive limit:Main.stop"), text("Turn Positive limit:Main.stop") }));
-    QCOMPARE(status(), text("Places found: 2."));
-    QVERIFY(!button->isVisibleTo(&program->workbench->window().find()));
-    QCOMPARE(editors().editors().size(), 2);
+    QCOMPARE(program->results(),
+        (QStringList{ text("Cut Positive limit:Main.stop"), text("Turn Positive limit:Main.stop") }));
+    QCOMPARE(program->status(), text("Places found: 2."));
+    QVERIFY(!button->isVisibleTo(&program->panel()));
+    QCOMPARE(program->editors().editors().size(), 2);
     program->workbench->connection().setOnline(false, false);
 }
 
@@ -265,14 +215,13 @@ void ProjectFindTest::aReferenceLeadsIntoAnAxisThatWasNeverOpened()
     AxisTable* axis = addAxis("Cut", "Main.far");
     axis->setProperty(text("OrgSignalEnable"), text("TRUE"));
     axis->setProperty(text("OrgSignalPin"), text("Main.stop"));
-    child<QLineEdit>("variable")->setText(text("Main.stop"));
-    QTest::mouseClick(child<QPushButton>("references"), Qt::LeftButton);
-    QCOMPARE(results(), QStringList{ text("Cut Origin signal:Main.stop") });
+    program->findReferences(text("Main.stop"));
+    QCOMPARE(program->results(), QStringList{ text("Cut Origin signal:Main.stop") });
     // The finder could not know the control when it was asked.
-    QCOMPARE(program->workbench->window().find().places().first().location, text(" . "));
+    QCOMPARE(program->panel().places().first().location, text(" . "));
     goToFirst();
-    QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
-    QTRY_COMPARE(focus(), text("lineEditOrg"));
+    QCOMPARE(program->currentAxis(), text("Cut"));
+    QTRY_COMPARE(program->focus(), text("lineEditOrg"));
 }
 
 void ProjectFindTest::theEditorIsSearchedFromTheClickedPin_data()
@@ -306,74 +255,74 @@ void ProjectFindTest::theEditorIsSearchedFromTheClickedPin()
     QVERIFY(field);
     QTRY_VERIFY(field->isVisible());
     QTest::mouseClick(field, Qt::LeftButton);
-    child<QComboBox>("scope")->setCurrentIndex(1);
-    search(text("main"));
-    QCOMPARE(results(), found);
-    QCOMPARE(status(), text("Places found: 3."));
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
+    program->search(text("main"));
+    QCOMPARE(program->results(), found);
+    QCOMPARE(program->status(), text("Places found: 3."));
 }
 
 void ProjectFindTest::withoutAnEditorThereIsNothingToSearch()
 {
     addAxis("Cut", "Main.stop");
-    save();
-    QVERIFY(!editors().currentEditor());
-    child<QComboBox>("scope")->setCurrentIndex(1);
-    search(text("stop"));
-    QVERIFY(results().isEmpty());
-    QCOMPARE(status(), text("There is nothing here that can be searched."));
+    program->save();
+    QVERIFY(!program->editors().currentEditor());
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
+    program->search(text("stop"));
+    QVERIFY(program->results().isEmpty());
+    QCOMPARE(program->status(), text("There is nothing here that can be searched."));
 }
 
 void ProjectFindTest::underAnotherNameTheProjectIsSearchedAnew()
 {
     addAxis("Cut", "Main.stop");
-    save();
-    search(text("stop"));
-    QCOMPARE(results().size(), 1);
+    program->save();
+    program->search(text("stop"));
+    QCOMPARE(program->results().size(), 1);
     QString error;
     QVERIFY2(program->workbench->workspace().saveAs(program->file(text("Copy")), &error), qPrintable(error));
-    QVERIFY(results().isEmpty());
+    QVERIFY(program->results().isEmpty());
     goToFirst();
-    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
-    QVERIFY(editors().currentEditor());
-    QTRY_COMPARE(focus(), text("lineEditPos"));
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QVERIFY(program->editors().currentEditor());
+    QTRY_COMPARE(program->focus(), text("lineEditPos"));
     // What only takes its nodes down and shows them again keeps the list.
     program->workbench->workspace().showAnew();
-    QCOMPARE(results().size(), 1);
+    QCOMPARE(program->results().size(), 1);
 }
 
 void ProjectFindTest::anotherEditorIsSearchedByTheKeyToo()
 {
     addAxis("Cut", "Main.stop");
     addAxis("Turn", "Main.stop");
-    save();
+    program->save();
     program->openAxis(text("Cut"));
-    child<QComboBox>("scope")->setCurrentIndex(1);
-    search(text("stop"));
-    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
+    program->search(text("stop"));
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
     program->openAxis(text("Turn"));
     goToFirst();
-    QCOMPARE(results(), QStringList{ text("Turn Positive limit:Main.stop") });
-    QCOMPARE(editors().currentEditor()->displayName(), text("Turn"));
+    QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop") });
+    QCOMPARE(program->currentAxis(), text("Turn"));
     // A list of the whole project leads from editor to editor.
-    child<QComboBox>("scope")->setCurrentIndex(0);
+    program->child<QComboBox>("scope")->setCurrentIndex(0);
     goToFirst();
-    QCOMPARE(results().size(), 2);
-    QCOMPARE(editors().currentEditor()->displayName(), text("Cut"));
+    QCOMPARE(program->results().size(), 2);
+    QCOMPARE(program->currentAxis(), text("Cut"));
     goToFirst();
-    QCOMPARE(editors().currentEditor()->displayName(), text("Turn"));
-    QCOMPARE(results().size(), 2);
+    QCOMPARE(program->currentAxis(), text("Turn"));
+    QCOMPARE(program->results().size(), 2);
 }
 
 void ProjectFindTest::theOfferOutlivesTheConnectionWithoutOpeningAnything()
 {
     addAxis("Cut", "Main.stop");
-    save();
+    program->save();
     program->workbench->connection().setOnline(true, false);
-    search(text("stop"));
+    program->search(text("stop"));
     program->workbench->connection().setOnline(false, false);
-    QTest::mouseClick(child<QPushButton>("openUnsearched"), Qt::LeftButton);
-    QCOMPARE(results(), QStringList{ text("Cut Positive limit:Main.stop") });
-    QVERIFY(editors().editors().isEmpty());
+    QTest::mouseClick(program->child<QPushButton>("openUnsearched"), Qt::LeftButton);
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QVERIFY(program->editors().editors().isEmpty());
 }
 
 void ProjectFindTest::theSampleIsSearchedAsItComes()
@@ -383,7 +332,7 @@ void ProjectFindTest::theSampleIsSearchedAsItComes()
     QVERIFY2(makeSampleProject(
                  text(KESTRUN_SOURCE_DIR "/examples/packaging-line"), text(KESTRUN_CONTROLLER_DIR), file, &error),
         qPrintable(error));
-    save();
+    program->save();
     QVERIFY(program->workbench->flows().open(file));
     std::vector<AxisTable*> axes;
     program->project()->axisModel()->allAxisTables(axes);
@@ -392,8 +341,8 @@ void ProjectFindTest::theSampleIsSearchedAsItComes()
     for (const AxisTable* axis : axes)
         before.insert(axis->id(), viewInfo(*axis));
     program->workbench->connection().setOnline(true, false);
-    search(text("limits"));
-    QCOMPARE(status(), text("Places found: 3."));
+    program->search(text("limits"));
+    QCOMPARE(program->status(), text("Places found: 3."));
     program->workbench->connection().setOnline(false, false);
     // What came with the sample is what the editor leaves.
     for (const AxisTable* axis : axes) {

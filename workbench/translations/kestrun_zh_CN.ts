@@ -894,6 +894,10 @@
         <source>Never opened, so not searched: %1.</source>
         <translation>从未打开、未被搜索的对象：%1。</translation>
     </message>
+    <message>
+        <source>The page of this place is not shown for the type of %1.</source>
+        <translation>%1 的轴类型不显示此位置所在的页面。</translation>
+    </message>
 </context>
 <context>
     <name>FindPanel</name>
