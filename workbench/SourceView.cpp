@@ -89,14 +89,17 @@ void SourceView::goTo(int line, int column)
 QString SourceView::nameAtCursor() const
 {
     const QTextCursor cursor = textCursor();
-    if (cursor.hasSelection())
-        return cursor.selectedText().trimmed();
-    const QString line = cursor.block().text();
-    int end = cursor.positionInBlock();
+    const QString selected = cursor.selectedText().trimmed();
+    const QTextBlock block = document()->findBlock(cursor.selectionStart());
+    const QString line = block.text();
+    const int from = line.indexOf(selected, cursor.selectionStart() - block.position());
+    if (from < 0)
+        return selected;
+    int end = from + selected.size();
     while (end < line.size() && isNamePart(line.at(end)))
         ++end;
     const int begin = pathBegin(line, end);
-    return line.mid(begin, end - begin);
+    return begin <= from ? line.mid(begin, end - begin) : selected;
 }
 
 void SourceView::contextMenuEvent(QContextMenuEvent* event)

@@ -12,7 +12,8 @@ public:
 
     /// Puts the cursor on a place, both from 1, and brings it to the middle.
     void goTo(int line, int column);
-    /// The selected text, or else the name at the cursor with what it is a member of: "drive.limit" on its last part.
+    /// The name at the cursor with what it is a member of: "drive.limit" on its last part. A selection inside a name
+    /// counts as its end does; one that goes over more than a name is taken as it is.
     QString nameAtCursor() const;
 
 protected:

@@ -152,6 +152,7 @@ private slots:
     void usesOfAGlobalWithoutItsListAreFound();
     void referencesFromTheSource_data();
     void referencesFromTheSource();
+    void aSelectedMemberIsThatOfItsProgram();
     void usesByWayOfAnExternalAreFound();
     void aNameOnAProgramsFirstLineIsItsOwn();
     void referencesWithoutASourceAskForTheVariable();
@@ -501,6 +502,22 @@ void FindPanelTest::referencesFromTheSource()
     QVERIFY(!program->results().isEmpty());
     for (const QString& result : program->results())
         QVERIFY2(result.contains(variable), qPrintable(result));
+}
+
+void FindPanelTest::aSelectedMemberIsThatOfItsProgram()
+{
+    program->project()->sourceModel()->setSource(
+        text("Main"), QString(text(mainProgram)).replace(text("back AND"), text("Aside.front AND")));
+    SourceView* source = openSource();
+    QVERIFY(source);
+    QTextCursor word = source->document()->find(text("Aside.front"));
+    word.setPosition(word.selectionEnd() - 1);
+    // A double click selects the word alone.
+    QTest::mouseDClick(source->viewport(), Qt::LeftButton, Qt::NoModifier, source->cursorRect(word).center());
+    QCOMPARE(source->textCursor().selectedText(), text("front"));
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Aside.front") });
+    QCOMPARE(program->status(), text("Uses of Aside.front: 1."));
 }
 
 void FindPanelTest::usesByWayOfAnExternalAreFound()

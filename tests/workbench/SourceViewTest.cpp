@@ -17,6 +17,8 @@ class SourceViewTest : public QObject {
 private slots:
     void namesAtTheCursor_data();
     void namesAtTheCursor();
+    void namesAtASelection_data();
+    void namesAtASelection();
 };
 
 void SourceViewTest::namesAtTheCursor_data()
@@ -44,6 +46,44 @@ void SourceViewTest::namesAtTheCursor()
     source.setPlainText(line.remove(column, 1));
     source.goTo(1, column + 1);
     QTEST(source.nameAtCursor(), "name");
+}
+
+void SourceViewTest::namesAtASelection_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("name");
+    // The bars stand around what is selected.
+    QTest::newRow("a name") << text("x := |front|;") << text("front");
+    QTest::newRow("a member") << text("x := Aside.|stop|;") << text("Aside.stop");
+    QTest::newRow("a member with the blank behind it") << text("Aside.|stop |:= x;") << text("Aside.stop");
+    QTest::newRow("a name with blanks on both sides") << text("x :=|  front  |;") << text("front");
+    QTest::newRow("a part of a name") << text("x := Aside.s|t|op;") << text("Aside.stop");
+    QTest::newRow("what a member belongs to") << text("x := |Aside|.stop;") << text("Aside");
+    QTest::newRow("a whole path") << text("x := |Aside.stop|;") << text("Aside.stop");
+    QTest::newRow("a member behind an index") << text("grid[1, 2].|open|") << text("grid[1, 2].open");
+    QTest::newRow("an index with what is behind it") << text("grid|[1, 2].open|") << text("grid[1, 2].open");
+    QTest::newRow("more than a name") << text("x := |front AND back|;") << text("front AND back");
+    QTest::newRow("the same name twice") << text("front := |front|;") << text("front");
+    QTest::newRow("lines") << text("a|b\nc|d")
+                           << QString(QString(text("b") + QChar(QChar::ParagraphSeparator)) + QLatin1Char('c'));
+    QTest::newRow("blanks") << text("front |  |") << QString();
+}
+
+void SourceViewTest::namesAtASelection()
+{
+    QFETCH(QString, text);
+    for (const bool backwards : { false, true }) {
+        const QStringList parts = text.split(QLatin1Char('|'));
+        SourceView source;
+        source.setPlainText(parts.join(QString()));
+        const int begin = parts.at(0).size();
+        const int end = begin + parts.at(1).size();
+        QTextCursor cursor = source.textCursor();
+        cursor.setPosition(backwards ? end : begin);
+        cursor.setPosition(backwards ? begin : end, QTextCursor::KeepAnchor);
+        source.setTextCursor(cursor);
+        QTEST(source.nameAtCursor(), "name");
+    }
 }
 
 QTEST_MAIN(SourceViewTest)
