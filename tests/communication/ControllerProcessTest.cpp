@@ -12,7 +12,6 @@
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <unistd.h>
@@ -123,8 +122,6 @@ private slots:
     void survivesHalfOpenConnections();
     void faultsComeThroughItsInput();
     void faultsOfAxesAreKeptForThem();
-    void mutualTls_data();
-    void mutualTls();
     void cycleIsReportedOnDemand();
 };
 
@@ -446,63 +443,6 @@ void ControllerProcessTest::faultsOfAxesAreKeptForThem()
     QCOMPARE(process.readLine(), QByteArray("done fault late-replies 5\n"));
     process.write("quit\n");
     QVERIFY(process.waitForFinished(3000));
-}
-
-void ControllerProcessTest::mutualTls_data()
-{
-    QTest::addColumn<QString>("client");
-    QTest::addColumn<QByteArray>("token");
-    QTest::addColumn<bool>("fine");
-    const QByteArray none;
-    QTest::newRow("with the certificate of the same authority") << QStringLiteral("right") << none << true;
-    QTest::newRow("with that certificate and a token besides") << QStringLiteral("right") << QByteArray("t") << true;
-    QTest::newRow("with the certificate of another authority") << QStringLiteral("strange") << none << false;
-    QTest::newRow("without a certificate") << QString() << QByteArray("t") << false;
-    QTest::newRow("with a controller that another authority has signed")
-        << QStringLiteral("distrustful") << none << false;
-}
-
-void ControllerProcessTest::mutualTls()
-{
-    QFETCH(QString, client);
-    QFETCH(QByteArray, token);
-    QFETCH(bool, fine);
-    static QTemporaryDir directory;
-    const auto file = [](const char* set, const char* name) {
-        return directory.filePath(QString::fromLatin1(set) + QLatin1Char('/') + QString::fromLatin1(name));
-    };
-    for (const char* set : { "right", "strange" }) {
-        if (QFile::exists(file(set, "workbench.pem")))
-            continue;
-        QCOMPARE(QProcess::execute(QStringLiteral(KESTRUN_SOURCE_DIR "/scripts/make-certificates"),
-                     { directory.filePath(QString::fromLatin1(set)), QStringLiteral("localhost"),
-                         QStringLiteral("127.0.0.1") }),
-            0);
-    }
-    ControllerProcess process;
-    QSignalSpy ready(&process, &ControllerProcess::ready);
-    process.start(program(),
-        { QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"), QStringLiteral("--tls-authority"),
-            file("right", "authority.pem"), QStringLiteral("--tls-certificate"), file("right", "controller.pem"),
-            QStringLiteral("--tls-key"), file("right", "controller.key") });
-    QVERIFY(ready.wait(5000));
-    ControllerAddress address = process.address();
-    if (!client.isEmpty()) {
-        const char* own = client == QLatin1String("strange") ? "strange" : "right";
-        const char* trusted = client == QLatin1String("distrustful") ? "strange" : "right";
-        address.token = token;
-        address.authorityFile = file(trusted, "authority.pem");
-        address.certificateFile = file(own, "workbench.pem");
-        address.keyFile = file(own, "workbench.key");
-    }
-    ControllerConnection connection;
-    QSignalSpy opened(&connection, &ControllerConnection::opened);
-    QSignalSpy failed(&connection, &ControllerConnection::failed);
-    connection.open(address);
-    QTRY_COMPARE_WITH_TIMEOUT(opened.count() + failed.count(), 1, 8000);
-    QCOMPARE(opened.count(), fine ? 1 : 0);
-    if (fine)
-        QVERIFY(statusOf(0).axisState == 0);
 }
 
 void ControllerProcessTest::cycleIsReportedOnDemand()
