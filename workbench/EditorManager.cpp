@@ -282,6 +282,16 @@ bool EditorManager::anyModified()
     return std::count_if(all.begin(), all.end(), [](IEditor* editor) { return editor->isModified(); }) > 0;
 }
 
+QWidget* EditorManager::finishInput()
+{
+    IEditor* editor = currentEditor();
+    const QPointer<QWidget> field = QApplication::focusWidget();
+    if (!editor || !editor->widget()->isAncestorOf(field))
+        return nullptr;
+    editor->isModified();
+    return field && !field->hasFocus() ? field : nullptr;
+}
+
 bool EditorManager::isStoredModified(IEditor* editor) const
 {
     const Entry* entry = entryOf(editor);

@@ -66,6 +66,8 @@ public:
     bool closeAsking(const QVector<IEditor*>& editors);
     /// Finishes pending input and tells whether any editor has changes. Moves the focus and brings it back.
     bool anyModified();
+    /// Finishes what is being typed in the current editor. Returns the field that has lost the focus by it, or null.
+    QWidget* finishInput();
     /// True when what the editor shows is stored otherwise than it stands in memory. Does not ask the editor.
     bool isStoredModified(IEditor* editor) const;
     /// The title as a user reads it, without the mark.

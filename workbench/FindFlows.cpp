@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QSignalBlocker>
 
 namespace {
@@ -42,12 +43,14 @@ bool leaveHiddenField(QWidget& view)
 FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& editors, MainWindow& window,
     QAction& referencesAction, QObject* parent)
     : QObject(parent), m_workspace(workspace), m_tree(tree), m_editors(editors), m_window(window),
-      m_referencesAction(referencesAction), m_panel(window.find()), m_find(tree, editors)
+      m_referencesAction(referencesAction), m_panel(window.find()), m_find(tree, editors), m_watch(workspace)
 {
     connect(&m_panel, &FindPanel::findRequested, this, &FindFlows::find);
     connect(&m_panel, &FindPanel::referencesRequested, this, &FindFlows::findReferences);
     connect(&m_panel, &FindPanel::openUnsearchedRequested, this, &FindFlows::openUnsearched);
     connect(&m_panel, &FindPanel::placeChosen, this, &FindFlows::goTo);
+    connect(&m_panel, &FindPanel::languageChanged, this, [this] { askAgain(1); });
+    connect(&m_watch, &ProjectWatch::changed, this, [this] { m_stale = true; });
     connect(&referencesAction, &QAction::triggered, this, &FindFlows::findReferencesAtCursor);
     connect(&editors, &IEditorManager::editorCreated, this, [this](IEditor* editor) {
         if (auto* source = qobject_cast<SourceView*>(editor->widget()))
@@ -62,8 +65,9 @@ FindFlows::~FindFlows() = default;
 void FindFlows::forgetFormerProject()
 {
     const ProjectModel* project = m_workspace.project();
-    if (project && project->name() == m_searchedProject)
+    if (project && project->name() == m_question.project)
         return;
+    m_question = FindQuestion();
     m_unsearched.clear();
     m_panel.clear();
 }
@@ -79,25 +83,84 @@ void FindFlows::showPanel()
     m_panel.editText();
 }
 
+QString FindFlows::currentNode() const
+{
+    IEditor* editor = m_editors.currentEditor();
+    return editor ? editor->nodePath() : QString();
+}
+
 void FindFlows::find()
 {
     const ProjectModel* project = m_workspace.project();
     if (!project || m_panel.request().text.isEmpty())
         return;
-    IEditor* editor = m_editors.currentEditor();
+    FindQuestion question;
+    question.kind = FindQuestion::Kind::Text;
+    question.project = project->name();
+    question.request = m_panel.request();
+    question.inEditor = !m_panel.wholeProject();
+    question.node = currentNode();
+    ask(question);
+}
+
+void FindFlows::findReferences()
+{
+    const ProjectModel* project = m_workspace.project();
+    if (!project || m_panel.variable().isEmpty())
+        return;
+    FindQuestion question;
+    question.kind = FindQuestion::Kind::Uses;
+    question.project = project->name();
+    question.variable = m_panel.variable();
+    ask(question);
+}
+
+void FindFlows::ask(const FindQuestion& question)
+{
+    m_question = question;
+    const Answer found = answer();
+    m_panel.show(found.places, found.status);
+    m_panel.offerOpening(!m_unsearched.isEmpty());
+}
+
+void FindFlows::askAgain(int direction)
+{
+    if (m_question.kind == FindQuestion::Kind::None)
+        return;
+    const Answer found = answer();
+    m_panel.showAnew(found.places, found.status, direction);
+    m_panel.offerOpening(!m_unsearched.isEmpty());
+}
+
+FindFlows::Answer FindFlows::answer()
+{
+    m_stale = false;
+    m_unsearched.clear();
+    return m_question.kind == FindQuestion::Kind::Text ? answerText() : answerUses();
+}
+
+FindFlows::Answer FindFlows::answerText()
+{
     FindOutcome outcome;
-    m_searchedProject = project->name();
-    m_searchedNode.clear();
-    if (m_panel.wholeProject()) {
+    if (!m_question.inEditor) {
         const WaitCursor cursor;
-        outcome = m_find.findBelow(project->name(), m_panel.request());
-    } else if (editor) {
-        m_searchedNode = editor->nodePath();
-        outcome = m_find.findIn(m_searchedNode, m_panel.request());
+        outcome = m_find.findBelow(m_question.project, m_question.request);
+    } else if (!m_question.node.isEmpty()) {
+        outcome = m_find.findIn(m_question.node, m_question.request);
     }
     m_unsearched = outcome.unsearched;
-    m_panel.show(outcome.places, textStatus(outcome));
-    m_panel.offerOpening(!m_unsearched.isEmpty());
+    return { outcome.places, textStatus(outcome) };
+}
+
+FindFlows::Answer FindFlows::answerUses() const
+{
+    const QString& project = m_question.project;
+    const QString path = variablePath(project, m_question.variable);
+    const QStringList paths = path.isEmpty() ? QStringList(m_question.variable) : pathSpellings(project, path);
+    const FindOutcome outcome = m_find.findReferences(project, paths);
+    QStringList status{ path.isEmpty() ? tr("The project has no variable %1.").arg(m_question.variable)
+                                       : tr("Uses of %1: %2.").arg(path).arg(outcome.places.size()) };
+    return { outcome.places, (status + outcome.problems).join(QLatin1Char(' ')) };
 }
 
 QString FindFlows::textStatus(const FindOutcome& outcome) const
@@ -118,22 +181,6 @@ void FindFlows::openUnsearched()
         openNode(node);
     if (!nodes.isEmpty())
         find();
-}
-
-void FindFlows::findReferences()
-{
-    const ProjectModel* project = m_workspace.project();
-    const QString variable = m_panel.variable();
-    if (!project || variable.isEmpty())
-        return;
-    m_searchedProject = project->name();
-    m_searchedNode.clear();
-    const QString path = variablePath(project->name(), variable);
-    const QStringList paths = path.isEmpty() ? QStringList(variable) : pathSpellings(project->name(), path);
-    const FindOutcome outcome = m_find.findReferences(project->name(), paths);
-    QStringList status{ path.isEmpty() ? tr("The project has no variable %1.").arg(variable)
-                                       : tr("Uses of %1: %2.").arg(path).arg(outcome.places.size()) };
-    m_panel.show(outcome.places, (status + outcome.problems).join(QLatin1Char(' ')));
 }
 
 QString FindFlows::variableAtCursor() const
@@ -160,17 +207,22 @@ void FindFlows::findReferencesAtCursor()
 
 bool FindFlows::isOfAnotherEditor() const
 {
-    IEditor* editor = m_editors.currentEditor();
-    return !m_searchedNode.isEmpty() && editor && editor->nodePath() != m_searchedNode;
+    return m_question.inEditor && m_editors.currentEditor() && currentNode() != m_question.node;
 }
 
 void FindFlows::step(int direction)
 {
-    if (!m_panel.isUpToDate() || isOfAnotherEditor())
+    const QPointer<QWidget> field = m_editors.finishInput();
+    const bool isNew = !m_panel.isUpToDate() && !m_panel.request().text.isEmpty();
+    if (isNew || isOfAnotherEditor())
         find();
-    if (m_panel.places().isEmpty())
-        raisePanel();
-    m_panel.step(direction);
+    else if (m_stale)
+        askAgain(direction);
+    if (!m_panel.places().isEmpty())
+        return m_panel.step(direction);
+    raisePanel();
+    if (field)
+        field->setFocus(Qt::OtherFocusReason);
 }
 
 IEditor* FindFlows::openNode(const QString& nodePath)
@@ -187,7 +239,9 @@ void FindFlows::goTo(const FoundPlace& place)
         return tell(tr("%1 is not in the project any more.").arg(place.objectName));
     m_editors.activateEditor(editor);
     // The editor may have been built just now, and only with it did the place get its name.
-    editor->gotoLocation(m_find.currentLocation(place));
+    const QString location = m_find.currentLocation(place);
+    m_panel.correctVisited(location);
+    editor->gotoLocation(location);
     if (leaveHiddenField(*editor->widget()))
         tell(tr("The page of this place is not shown for the type of %1.").arg(place.objectName));
 }

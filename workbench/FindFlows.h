@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/ProjectFind.h"
+#include "workbench/ProjectWatch.h"
 
 #include <QObject>
 
@@ -10,6 +11,19 @@ class MainWindow;
 class ProjectTree;
 class QAction;
 class Workspace;
+
+/// A search as it was asked for, so that it can be made again.
+struct FindQuestion {
+    enum class Kind { None, Text, Uses };
+    Kind kind = Kind::None;
+    /// Name of the project.
+    QString project;
+    FindRequest request;
+    /// The text is looked for in one editor, that of the node; the node is empty when none was open.
+    bool inEditor = false;
+    QString node;
+    QString variable;
+};
 
 /// What a user does to find: open the panel, search, ask for the uses of a variable, go from place to place.
 class FindFlows : public QObject {
@@ -29,13 +43,25 @@ public:
     void findReferences();
     /// The same for the variable under the cursor of the current source; without one the panel asks for it.
     void findReferencesAtCursor();
-    /// Goes to the next place (1) or the one before (-1); searches first if the panel says something new.
+    /// Goes to the next place (1) or the one before (-1); searches first if the panel says something new or the
+    /// project has changed. What is being typed in an editor counts.
     void step(int direction);
 
 private:
     void goTo(const FoundPlace& place);
     /// Says something of a place where the user sees it.
     void tell(const QString& note);
+    void ask(const FindQuestion& question);
+    /// Asks the last question again; the direction is that of the step that comes next.
+    void askAgain(int direction);
+    struct Answer {
+        QVector<FoundPlace> places;
+        QString status;
+    };
+    Answer answer();
+    Answer answerText();
+    Answer answerUses() const;
+    QString currentNode() const;
     /// Places of a project that has gone, or has another name now, lead nowhere.
     void forgetFormerProject();
     /// The list is of another editor than the one that is to be searched.
@@ -54,9 +80,10 @@ private:
     QAction& m_referencesAction;
     FindPanel& m_panel;
     ProjectFind m_find;
+    ProjectWatch m_watch;
+    FindQuestion m_question;
+    /// The project has changed since the question was answered.
+    bool m_stale = false;
     /// Nodes that the last search had to leave out.
     QStringList m_unsearched;
-    /// Name of the project that was searched last, and node of the editor when it was that alone.
-    QString m_searchedProject;
-    QString m_searchedNode;
 };

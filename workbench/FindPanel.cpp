@@ -10,6 +10,39 @@ namespace {
 /// Positions in the list of scopes, as the form has them.
 enum Scope { WholeProject, ThisEditor };
 
+/// 0 for two places, 1 for one whose text or control's name has changed, 2 for the same.
+int likeness(const FoundPlace& a, const FoundPlace& b)
+{
+    if (a.nodePath != b.nodePath)
+        return 0;
+    return int(a.location == b.location) + int(a.label == b.label && a.text == b.text);
+}
+
+/// Where a place stands, -1 if nowhere; of places that are alike the last one in the direction counts.
+int rowOf(const FoundPlace& place, const QVector<FoundPlace>& places, int direction)
+{
+    int found = -1;
+    int best = 1;
+    for (int i = 0; i < places.size(); ++i) {
+        const int row = direction > 0 ? i : places.size() - 1 - i;
+        const int alike = likeness(place, places.at(row));
+        if (alike >= best) {
+            found = row;
+            best = alike;
+        }
+    }
+    return found;
+}
+
+/// Where a step of that direction is to go on from, -1 for the list's beginning or end.
+int keptRow(const QVector<FoundPlace>& former, int visited, const QVector<FoundPlace>& places, int direction)
+{
+    int kept = -1;
+    for (int row = visited; kept < 0 && row >= 0 && row < former.size(); row -= direction)
+        kept = rowOf(former.at(row), places, direction);
+    return kept;
+}
+
 } // namespace
 
 FindPanel::FindPanel(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::FindPanel>())
@@ -87,9 +120,21 @@ void FindPanel::editVariable()
 
 void FindPanel::show(const QVector<FoundPlace>& places, const QString& status)
 {
-    m_places = places;
+    list(places, status);
     m_visited = -1;
     m_upToDate = true;
+}
+
+void FindPanel::showAnew(const QVector<FoundPlace>& places, const QString& status, int direction)
+{
+    m_visited = keptRow(m_places, m_visited, places, direction);
+    list(places, status);
+    m_ui->results->setCurrentItem(m_ui->results->topLevelItem(qMax(m_visited, 0)));
+}
+
+void FindPanel::list(const QVector<FoundPlace>& places, const QString& status)
+{
+    m_places = places;
     m_ui->results->clear();
     for (const FoundPlace& place : places)
         new QTreeWidgetItem(m_ui->results, { place.objectName, place.label, place.text });
@@ -130,17 +175,25 @@ void FindPanel::step(int direction)
     choose((from + direction + count) % count);
 }
 
+void FindPanel::correctVisited(const QString& location)
+{
+    m_places[m_visited].location = location;
+}
+
 void FindPanel::choose(int row)
 {
     m_visited = row;
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(row));
     say(m_status);
-    emit placeChosen(m_places.at(row));
+    const FoundPlace place = m_places.at(row);
+    emit placeChosen(place);
 }
 
 void FindPanel::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        m_ui->retranslateUi(this);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    emit languageChanged();
 }

@@ -34,6 +34,9 @@ public:
 
     /// Lists places; the text above them says what they are.
     void show(const QVector<FoundPlace>& places, const QString& status);
+    /// Lists what the same search finds now. A step of that direction goes on from the place that was gone to last or,
+    /// where that is gone, from the one that stood nearest on the way to it.
+    void showAnew(const QVector<FoundPlace>& places, const QString& status, int direction);
     /// Forgets what was found.
     void clear();
     /// Says something of the place that was gone to last, until the next one is gone to.
@@ -41,6 +44,8 @@ public:
     /// Offers to open what the search has left out; what is shown next takes the offer back.
     void offerOpening(bool offered);
     const QVector<FoundPlace>& places() const { return m_places; }
+    /// Gives the place that was gone to last the location that it has now.
+    void correctVisited(const QString& location);
     /// Goes to the next (1) or the one before (-1), from the end on to the other end, as if the user had chosen it.
     void step(int direction);
 
@@ -49,6 +54,8 @@ signals:
     void referencesRequested();
     void openUnsearchedRequested();
     void placeChosen(const FoundPlace& place);
+    /// The panel has changed its language; the list has not.
+    void languageChanged();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -56,6 +63,7 @@ protected:
 private:
     void choose(int row);
     void noteChange();
+    void list(const QVector<FoundPlace>& places, const QString& status);
     void say(const QString& text);
 
     std::unique_ptr<Ui::FindPanel> m_ui;

@@ -5,7 +5,9 @@
 #include "tests/workbench/FindProgram.h"
 #include "workbench/ToolWindowManager.h"
 
+#include <QComboBox>
 #include <QDockWidget>
+#include <QTranslator>
 
 namespace {
 
@@ -28,16 +30,43 @@ private slots:
     void aFieldThatIsNotShownIsLeftWithoutACheck();
     void whatIsSaidOfADeadPlaceGoesWithIt();
     void aDeadPlaceIsToldOfWithThePanelClosed();
+    void whatAChangeBringsIsFoundByTheKey();
+    void aPlaceThatIsNoneAnyMoreIsPassedOver_data();
+    void aPlaceThatIsNoneAnyMoreIsPassedOver();
+    void aPlaceIsKeptThoughItsTextChanges();
+    void anAxisThatComesAndGoesIsFoundByTheKey();
+    void aNewNameAndANewSourceAreSearchedToo();
+    void whatIsBeingTypedIsSearched();
+    void withoutAPlaceTheTypedFieldKeepsTheFocus();
+    void usesAreAskedForAgain();
+    void usesInAxesThatWereNeverOpenedAreGoneThroughInTurn();
+    void anEditorThatOpensAfterTheSearchIsSearched();
+    void anEditorAfterAllHaveClosedIsSearched();
+    void theListTakesTheLanguage();
+    void usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage();
 
 private:
     AxisTable* addAxis(const char* name, const char* pin) const { return program->addAxis(text(name), text(pin)); }
     QDockWidget* dock() const { return program->workbench->window().toolWindows().panel(text("find")); }
+    void setPin(const char* axis, const char* pin) const
+    {
+        program->axis(text(axis))->setProperty(text("PosLimitPin"), text(pin));
+    }
+    /// Opens the axis and types in the field of its pin, which keeps the focus.
+    void typePin(const char* axis, const char* pin) const;
+    void setChinese();
+    void searchTheEditor() const
+    {
+        program->child<QComboBox>("scope")->setCurrentIndex(1);
+        program->search(text("stop"));
+    }
     void next() const { program->press(Qt::Key_F3); }
     void previous() const { program->press(Qt::Key_F3, Qt::ShiftModifier); }
     QString here() const { return program->currentAxis() + QLatin1Char(' ') + FindProgram::focus(); }
 
     std::unique_ptr<FindProgram> program;
     std::unique_ptr<MessageBoxWatcher> boxes;
+    QTranslator chinese;
 };
 
 void FindFlowsTest::init()
@@ -52,6 +81,7 @@ void FindFlowsTest::init()
 void FindFlowsTest::cleanup()
 {
     program.reset();
+    QCoreApplication::removeTranslator(&chinese);
     const QStringList texts = boxes->texts();
     boxes.reset();
     QCOMPARE(texts, QStringList());
@@ -120,6 +150,253 @@ void FindFlowsTest::aDeadPlaceIsToldOfWithThePanelClosed()
     next();
     QTRY_VERIFY(dock()->isVisible());
     QCOMPARE(program->status(), text("Cut is not in the project any more."));
+}
+
+void FindFlowsTest::whatAChangeBringsIsFoundByTheKey()
+{
+    addAxis("Cut", "Main.near");
+    program->search(text("stop"));
+    QCOMPARE(program->results(), QStringList());
+    setPin("Cut", "Main.stop");
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QCOMPARE(program->status(), text("Places found: 1."));
+    QCOMPARE(here(), text("Cut lineEditPos"));
+}
+
+void FindFlowsTest::aPlaceThatIsNoneAnyMoreIsPassedOver_data()
+{
+    QTest::addColumn<bool>("forward");
+    QTest::addColumn<QString>("changed");
+    QTest::addColumn<QString>("reached");
+    QTest::newRow("the one gone to last, forward") << true << text("Saw") << text("Turn lineEditPos");
+    QTest::newRow("the one gone to last, back") << false << text("Saw") << text("Cut lineEditPos");
+    QTest::newRow("the next one") << true << text("Turn") << text("Wind lineEditPos");
+    QTest::newRow("the one before") << false << text("Cut") << text("Wind lineEditPos");
+    QTest::newRow("the one gone to last and those behind it")
+        << true << text("Saw Turn Wind") << text("Cut lineEditPos");
+    QTest::newRow("the one gone to last and that before it") << false << text("Cut Saw") << text("Wind lineEditPos");
+}
+
+void FindFlowsTest::aPlaceThatIsNoneAnyMoreIsPassedOver()
+{
+    QFETCH(bool, forward);
+    QFETCH(QString, changed);
+    for (const char* axis : { "Cut", "Saw", "Turn", "Wind" })
+        addAxis(axis, "Main.stop");
+    program->search(text("stop"));
+    next();
+    next();
+    QCOMPARE(here(), text("Saw lineEditPos"));
+    const QStringList axes = changed.split(QLatin1Char(' '));
+    for (const QString& axis : axes)
+        setPin(qPrintable(axis), "Main.far");
+    // Leaving a field stores what it shows.
+    if (axes.contains(text("Saw")))
+        typePin("Saw", "Main.far");
+    forward ? next() : previous();
+    QTEST(here(), "reached");
+    QCOMPARE(program->results().size(), 3 - changed.count(QLatin1Char(' ')));
+}
+
+void FindFlowsTest::aPlaceIsKeptThoughItsTextChanges()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    program->search(text("main"));
+    next();
+    typePin("Cut", "Main.near");
+    next();
+    QCOMPARE(program->results(),
+        (QStringList{ text("Cut Positive limit:Main.near"), text("Turn Positive limit:Main.stop") }));
+    QCOMPARE(here(), text("Turn lineEditPos"));
+}
+
+void FindFlowsTest::anAxisThatComesAndGoesIsFoundByTheKey()
+{
+    addAxis("Cut", "Main.stop");
+    program->search(text("stop"));
+    AxisTable* turn = addAxis("Turn", "Main.stop");
+    next();
+    QCOMPARE(program->results().size(), 2);
+    AxisModel* axes = program->project()->axisModel();
+    QVERIFY(axes->removeAxisTable(turn));
+    program->workbench->workspace().showAnew();
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QVERIFY(axes->putObjectBack(turn));
+    program->workbench->workspace().showAnew();
+    next();
+    QCOMPARE(program->results().size(), 2);
+    QCOMPARE(here(), text("Turn lineEditPos"));
+}
+
+void FindFlowsTest::aNewNameAndANewSourceAreSearchedToo()
+{
+    AxisTable* cut = addAxis("Cut", "Main.late");
+    program->findReferences(text("Main.late"));
+    QCOMPARE(program->status(), text("The project has no variable Main.late."));
+    program->project()->sourceModel()->setSource(
+        text("Main"), text("PROGRAM Main\nVAR\n  late : BOOL;\nEND_VAR\nEND_PROGRAM\n"));
+    next();
+    QCOMPARE(program->status(), text("Uses of Main.late: 1."));
+    QVERIFY(program->project()->axisModel()->renameAxisTable(cut->id(), text("Saw")));
+    program->workbench->workspace().showAnew();
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Saw Positive limit:Main.late") });
+}
+
+void FindFlowsTest::typePin(const char* axis, const char* pin) const
+{
+    IEditor* editor = program->openAxis(text(axis));
+    QVERIFY(editor->gotoLocation(text("OriginReturnSetWidget.lineEditPos")));
+    QTRY_COMPARE(FindProgram::focus(), text("lineEditPos"));
+    QTest::keyClicks(QApplication::focusWidget(), text(pin));
+    // No key but its own gets past the list of variables.
+    if (QWidget* variables = QApplication::activePopupWidget())
+        QTest::keyClick(variables, Qt::Key_Escape);
+    QCOMPARE(FindProgram::focus(), text("lineEditPos"));
+}
+
+void FindFlowsTest::whatIsBeingTypedIsSearched()
+{
+    AxisTable* axis = addAxis("Cut", "Main.near");
+    axis->setProperty(text("AxisType"), text("Axis_Pulse"));
+    program->search(text("stop"));
+    typePin("Cut", "Main.stop");
+    QCOMPARE(axis->property(text("PosLimitPin"), QString()), text("Main.near"));
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QCOMPARE(here(), text("Cut lineEditPos"));
+    // The same with what the panel has not been asked yet.
+    program->child<QLineEdit>("text")->setText(text("far"));
+    typePin("Cut", "Main.far");
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.far") });
+}
+
+void FindFlowsTest::withoutAPlaceTheTypedFieldKeepsTheFocus()
+{
+    AxisTable* axis = addAxis("Cut", "Main.near");
+    axis->setProperty(text("AxisType"), text("Axis_Pulse"));
+    program->search(text("stop"));
+    typePin("Cut", "Main.far");
+    next();
+    QCOMPARE(program->results(), QStringList());
+    QCOMPARE(axis->property(text("PosLimitPin"), QString()), text("Main.far"));
+    QCOMPARE(here(), text("Cut lineEditPos"));
+}
+
+void FindFlowsTest::usesAreAskedForAgain()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.near");
+    program->findReferences(text("Main.stop"));
+    next();
+    // What stands in the panel but has not been asked for is another question.
+    program->child<QLineEdit>("variable")->setText(text("Main.far"));
+    setPin("Turn", "Main.stop");
+    next();
+    QCOMPARE(program->status(), text("Uses of Main.stop: 2."));
+    QCOMPARE(here(), text("Turn lineEditPos"));
+}
+
+/// They are listed without a control, and opening the first of them names it.
+void FindFlowsTest::usesInAxesThatWereNeverOpenedAreGoneThroughInTurn()
+{
+    for (const char* axis : { "Cut", "Saw" }) {
+        AxisTable* table = addAxis(axis, "Main.stop");
+        table->setProperty(text("OrgSignalEnable"), text("TRUE"));
+        table->setProperty(text("OrgSignalPin"), text("Main.stop"));
+    }
+    program->findReferences(text("Main.stop"));
+    for (const char* reached :
+        { "Cut lineEditPos", "Cut lineEditOrg", "Saw lineEditPos", "Saw lineEditOrg", "Cut lineEditPos" }) {
+        next();
+        QCOMPARE(here(), text(reached));
+    }
+    for (const char* reached : { "Saw lineEditOrg", "Saw lineEditPos", "Cut lineEditOrg" }) {
+        previous();
+        QCOMPARE(here(), text(reached));
+    }
+}
+
+void FindFlowsTest::anEditorThatOpensAfterTheSearchIsSearched()
+{
+    addAxis("Cut", "Main.stop");
+    searchTheEditor();
+    QCOMPARE(program->status(), text("There is nothing here that can be searched."));
+    program->openAxis(text("Cut"));
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
+    QCOMPARE(here(), text("Cut lineEditPos"));
+}
+
+void FindFlowsTest::anEditorAfterAllHaveClosedIsSearched()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    program->openAxis(text("Cut"));
+    searchTheEditor();
+    program->editors().closeAllEditors();
+    // The list leads back.
+    next();
+    QCOMPARE(here(), text("Cut lineEditPos"));
+    program->editors().closeAllEditors();
+    searchTheEditor();
+    QCOMPARE(program->results(), QStringList());
+    program->openAxis(text("Turn"));
+    next();
+    QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop") });
+    QCOMPARE(here(), text("Turn lineEditPos"));
+}
+
+void FindFlowsTest::setChinese()
+{
+    program->workbench->setLanguage(text("zh_CN"));
+    // The workbench looks for its own texts beside the program that runs.
+    QVERIFY(chinese.load(text(KESTRUN_BUILD_DIR "/bin/kestrun_zh_CN.qm")));
+    QVERIFY(QCoreApplication::installTranslator(&chinese));
+}
+
+void FindFlowsTest::theListTakesTheLanguage()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    program->save();
+    program->search(text("stop"));
+    next();
+    program->child<QLineEdit>("text")->setText(text("near"));
+    setChinese();
+    const QString label = QCoreApplication::translate("AxisFinder", "Positive limit:");
+    QVERIFY(label != text("Positive limit:"));
+    QTRY_COMPARE(program->results(),
+        (QStringList{
+            QString(text("Cut ") + label + text("Main.stop")), QString(text("Turn ") + label + text("Main.stop")) }));
+    QCOMPARE(program->status(), QCoreApplication::translate("FindFlows", "Places found: %1.").arg(2));
+    QVERIFY(program->status() != text("Places found: 2."));
+    // The new text still waits to be searched.
+    next();
+    QCOMPARE(program->results(), QStringList());
+}
+
+void FindFlowsTest::usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage()
+{
+    addAxis("Cut", "Main.stop");
+    AxisTable* turn = addAxis("Turn", "Main.far");
+    turn->setProperty(text("OrgSignalEnable"), text("TRUE"));
+    turn->setProperty(text("OrgSignalPin"), text("Main.stop"));
+    program->save();
+    program->findReferences(text("Main.stop"));
+    next();
+    QCOMPARE(program->currentAxis(), text("Cut"));
+    setChinese();
+    QTRY_COMPARE(program->child<QPushButton>("find")->text(), QCoreApplication::translate("FindPanel", "Find"));
+    QCOMPARE(
+        program->status(), QCoreApplication::translate("FindFlows", "Uses of %1: %2.").arg(text("Main.stop")).arg(2));
+    QTRY_COMPARE(program->editors().editors().size(), 1);
+    next();
+    QCOMPARE(here(), text("Turn lineEditOrg"));
 }
 
 QTEST_MAIN(FindFlowsTest)
