@@ -33,6 +33,9 @@ public:
         m_clients.clear();
     }
 
+    /// The same for who came first alone: the session loses its link, the way of the emergency stop stays.
+    void hangUpOnFirst() { m_clients.takeFirst()->abort(); }
+
     bool silent = false;
 
     /// Closes all that goes through it, on both sides.

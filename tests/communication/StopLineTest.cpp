@@ -111,6 +111,7 @@ private slots:
     void stopGoesPastAHangingCall();
     void stopHoldsUntilItIsReleased();
     void stopWithoutAConnectionSaysSo();
+    void answersKeepTheirOrderWithoutAConnection();
     void whatWaitsEndsWithAResult();
     void stopWorksAfterAReconnection();
     void aLineMadeOnAnOpenConnectionWorks();
@@ -242,6 +243,27 @@ void StopLineTest::stopWithoutAConnectionSaysSo()
     line.stop();
     QVERIFY(answered.wait(500));
     QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
+}
+
+void StopLineTest::answersKeepTheirOrderWithoutAConnection()
+{
+    ControllerHost host;
+    ControllerConnection connection;
+    QVERIFY(connectTo(connection, host.address()));
+    StopLine line(&connection, nullptr);
+    QSignalSpy answered(&line, &StopLine::answered);
+    line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
+    answered.clear();
+    host.fault("late-replies 500 StopAll");
+    line.release();
+    QTRY_VERIFY(!host.controller.isStopHeld());
+    connection.close();
+    line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 3000);
+    QCOMPARE(answered.at(0).at(0).toBool(), false);
+    QCOMPARE(answered.at(1).at(0).toBool(), true);
+    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::notConnected);
 }
 
 void StopLineTest::whatWaitsEndsWithAResult()

@@ -265,10 +265,7 @@ void AxesTakeoverTest::aLinkThatComesBackIsNotInItsOwnWay()
     MotionController& controller = m_program->host.controller;
     m_program->axis(QStringLiteral("Alpha"))->setProperty(QStringLiteral("AxisErrorDec"), QStringLiteral("10"));
     QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->connectHere(relay.port()));
     QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode());
     if (jogging) {
         QVERIFY(m_program->enable());

@@ -299,11 +299,8 @@ void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
 
 bool JogReleaseTest::makeReadyOver(const QuietRelay& relay)
 {
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    return m_program->waitUntilOnline() && m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode()
-        && m_program->enable();
+    return m_program->connectHere(relay.port()) && m_program->openPage(QStringLiteral("Alpha"))
+        && m_program->enterDebugMode() && m_program->enable();
 }
 
 void JogReleaseTest::aHalfOpenLinkEndsItWithinTwoSeconds()

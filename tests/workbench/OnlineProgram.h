@@ -23,10 +23,13 @@ public:
 
     OnlineSession& session() const { return workbench->online().session(); }
 
-    /// Connects to the controller in this process and has it take the project's axes over.
-    bool connectHere()
+    /// Connects to the controller in this process, on this port or its own, and has it take the project's axes over.
+    bool connectHere(int port = 0)
     {
-        session().connectTo(host.address(), false);
+        ControllerAddress address = host.address();
+        if (port != 0)
+            address.port = static_cast<quint16>(port);
+        session().connectTo(address, false);
         return waitUntilOnline();
     }
 

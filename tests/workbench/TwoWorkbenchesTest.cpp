@@ -216,10 +216,7 @@ void TwoWorkbenchesTest::aWorkbenchThatComesBackLeavesTheOtherAlone()
 {
     m_program->session().disconnectNow();
     QuietRelay relay(m_program->host.server->port());
-    ControllerAddress address = m_program->host.address();
-    address.port = relay.port();
-    m_program->session().connectTo(address, false);
-    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->connectHere(relay.port()));
     QSignalSpy lost(&m_program->session(), &OnlineSession::lost);
     relay.hangUp();
     QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, 3000);

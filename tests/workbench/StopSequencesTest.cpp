@@ -1,0 +1,317 @@
+#include "workbench/online/StopControl.h"
+
+#include "protocol/DiagnosisCodes.h"
+#include "tests/communication/QuietRelay.h"
+#include "tests/workbench/StopProgram.h"
+#include "workbench/MessageBar.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+#include <memory>
+
+// Stops and releases one behind the other, when answers are late or lost, links go, and other clients have their say.
+class StopSequencesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void aLateReleaseHoldsUpNoStop();
+    void aStopBehindAReleaseIsSentAtOnce_data();
+    void aStopBehindAReleaseIsSentAtOnce();
+    void aStopBehindAnothersReleaseIsSentAtOnce();
+    void aLateAnswerDoesNotHideWhatAnotherHasDone();
+    void anOlderHoldDoesNotAcknowledgeAStop();
+    void theEndOfTheConnectionIsNoRelease();
+    void aStopThatOutlivesItsConnectionIsToldAsItIs();
+    void aStopThatFailsBehindItsConnectionLeavesNoLabel();
+    void aStopBehindOneOfTheFormerSessionIsSentAtOnce();
+    void theNextSessionAcknowledgesNoStopOfTheFormer();
+    void olderNewsDoesNotTakeAStopFromSight();
+    void everyCallHasItsOwnDuration();
+    void anotherPressIsSentWhenTheFirstIsLost();
+
+private:
+    std::unique_ptr<StopProgram> m_program;
+};
+
+void StopSequencesTest::init()
+{
+    m_program = std::make_unique<StopProgram>();
+}
+
+void StopSequencesTest::cleanup()
+{
+    m_program.reset();
+}
+
+void StopSequencesTest::aLateReleaseHoldsUpNoStop()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->stop().stop();
+    QVERIFY(m_program->stoppedAndHeld());
+    m_program->host.fault("late-replies 900 StopAll");
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    const OutputPanel& output = m_program->workbench->window().output();
+    const int before = output.lines().size();
+    m_program->stop().release();
+    m_program->stop().release();
+    QTest::qWait(50);
+    QElapsedTimer timer;
+    timer.start();
+    m_program->stop().stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 700);
+    QCOMPARE(answered.at(0).at(0).toBool(), false);
+    QCOMPARE(answered.at(1).at(0).toBool(), false);
+    m_program->host.fault("none");
+    QTRY_VERIFY(m_program->host.controller.isStopHeld());
+    QVERIFY2(timer.elapsed() < 900, qPrintable(QString::number(timer.elapsed())));
+    // Nobody is told that a release failed which nobody wants any more.
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QTRY_COMPARE(answered.count(), 3);
+    const QStringList said = output.lines().mid(before);
+    QVERIFY2(
+        !said.join(QLatin1Char('|')).contains(QStringLiteral("released")), qPrintable(said.join(QLatin1Char('|'))));
+}
+
+void StopSequencesTest::aStopBehindAReleaseIsSentAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::newRow("the first one's answer is late") << QByteArray("late-replies 900 StopAll");
+    QTest::newRow("the first one's answer is lost") << QByteArray("lost-replies 1 StopAll");
+}
+
+/// Stop, release and stop again, faster than the controller answers.
+void StopSequencesTest::aStopBehindAReleaseIsSentAtOnce()
+{
+    QFETCH(QByteArray, fault);
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault(fault.constData());
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->stop().release();
+    m_program->stop().stop();
+    m_program->host.fault("none");
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 3, 3000);
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(m_program->stop().isHeld());
+}
+
+void StopSequencesTest::aStopBehindAnothersReleaseIsSentAtOnce()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault("late-replies 900 StopAll");
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(!m_program->stop().isHeld());
+    m_program->host.fault("none");
+    QElapsedTimer timer;
+    timer.start();
+    m_program->stop().stop();
+    QTRY_VERIFY_WITH_TIMEOUT(m_program->host.controller.isStopHeld(), 700);
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+}
+
+/// What the session tells is newer than an answer that comes late.
+void StopSequencesTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
+{
+    QVERIFY(m_program->makeReady());
+    const OutputPanel& output = m_program->workbench->window().output();
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->host.fault("late-replies 400 StopAll");
+    m_program->stop().stop();
+    QTRY_VERIFY(m_program->stop().isHeld());
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(!m_program->stop().isHeld());
+    QTRY_COMPARE(answered.count(), 1);
+    QVERIFY(!m_program->stop().isHeld());
+    QCOMPARE(m_program->feedback(), QString());
+    QVERIFY2(output.lines().last().contains(QStringLiteral("released since")), qPrintable(output.lines().last()));
+    m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 2);
+    m_program->stop().release();
+    QTRY_VERIFY(!m_program->stop().isHeld());
+    m_program->host.controller.stopAll(true);
+    QTRY_VERIFY(m_program->stop().isHeld());
+    QTRY_COMPARE(answered.count(), 3);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(m_program->workbench->action(QStringLiteral("online.release"))->isVisible());
+    QVERIFY2(output.lines().last().contains(QStringLiteral("holds again")), qPrintable(output.lines().last()));
+}
+
+/// A hold from before the press says nothing of it.
+void StopSequencesTest::anOlderHoldDoesNotAcknowledgeAStop()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    relay.silent = true;
+    m_program->stop().stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    QVERIFY(answered.at(0).at(1).value<short>() != Diagnosis::ok);
+    const QString last = m_program->workbench->window().output().lines().last();
+    QVERIFY2(!last.contains(QStringLiteral("has stopped every axis")), qPrintable(last));
+    // It stays to be seen when the loss of the link is noticed, and goes with the next login.
+    QTRY_VERIFY_WITH_TIMEOUT(!m_program->session().isLoggedIn(), 5000);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
+    m_program->host.controller.stopAll(false);
+    relay.silent = false;
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_COMPARE(m_program->feedback(), QString());
+}
+
+/// The end of a session is no release, and what a later one tells is no answer to a call of the former one.
+void StopSequencesTest::theEndOfTheConnectionIsNoRelease()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    const OutputPanel& output = m_program->workbench->window().output();
+    const int before = output.lines().size();
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    relay.silent = true;
+    m_program->stop().release();
+    m_program->session().disconnectNow();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    const QString said = output.lines().mid(before).join(QLatin1Char('|'));
+    QVERIFY2(!said.contains(QStringLiteral("has been released")), qPrintable(said));
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QCOMPARE(m_program->feedback(), QString());
+}
+
+void StopSequencesTest::aStopThatOutlivesItsConnectionIsToldAsItIs()
+{
+    QVERIFY(m_program->makeReady());
+    const OutputPanel& output = m_program->workbench->window().output();
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->host.fault("late-replies 400 StopAll");
+    m_program->stop().stop();
+    QTRY_VERIFY(m_program->stop().isHeld());
+    m_program->session().disconnectNow();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    for (const QString& line : output.lines())
+        QVERIFY2(!line.contains(QStringLiteral("released")), qPrintable(line));
+    QTRY_COMPARE(m_program->feedback(), QString());
+    QVERIFY(m_program->host.controller.isStopHeld());
+}
+
+void StopSequencesTest::aStopThatFailsBehindItsConnectionLeavesNoLabel()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    relay.silent = true;
+    m_program->stop().stop();
+    m_program->session().disconnectNow();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    QVERIFY(answered.at(0).at(1).value<short>() != Diagnosis::ok);
+    QCOMPARE(m_program->feedback(), QString());
+    // What became of it is told all the same.
+    const QString text = m_program->workbench->window().messageBar().text();
+    QVERIFY2(text.startsWith(QStringLiteral("STOP was not acknowledged")), qPrintable(text));
+}
+
+/// The call of the former session is still under way then.
+void StopSequencesTest::aStopBehindOneOfTheFormerSessionIsSentAtOnce()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    m_program->host.fault("lost-replies 1 StopAll");
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    QVERIFY(m_program->waitUntilOnline());
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(!m_program->stop().isHeld());
+    QCOMPARE(answered.count(), 0);
+    QElapsedTimer timer;
+    timer.start();
+    m_program->stop().stop();
+    QTRY_VERIFY_WITH_TIMEOUT(m_program->host.controller.isStopHeld(), 500);
+    QVERIFY2(timer.elapsed() < 300, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QTRY_COMPARE(answered.count(), 2);
+}
+
+void StopSequencesTest::theNextSessionAcknowledgesNoStopOfTheFormer()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    m_program->host.fault("refuse 9 StopAll");
+    m_program->host.fault("late-replies 900 StopAll");
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    QVERIFY(m_program->waitUntilOnline());
+    m_program->host.controller.stopAll(true);
+    QTRY_VERIFY(m_program->stop().isHeld());
+    QCOMPARE(answered.count(), 0);
+    QTRY_COMPARE(answered.count(), 1);
+    const QString last = m_program->workbench->window().output().lines().last();
+    QVERIFY2(last.contains(QStringLiteral("STOP was not acknowledged")), qPrintable(last));
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+}
+
+/// The news of a release may come behind the press of a stop that is on its way.
+void StopSequencesTest::olderNewsDoesNotTakeAStopFromSight()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->host.controller.stopAll(true);
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->host.fault("refuse 9 StopAll");
+    m_program->host.fault("late-replies 400 StopAll");
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(!m_program->stop().isHeld());
+    QCOMPARE(answered.count(), 0);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
+}
+
+void StopSequencesTest::everyCallHasItsOwnDuration()
+{
+    QVERIFY(m_program->makeReady());
+    m_program->host.fault("late-replies 900 StopAll");
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    QTRY_VERIFY(m_program->stop().isHeld());
+    QTest::qWait(300);
+    m_program->host.fault("none");
+    m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 2);
+    const qint64 givenUp = answered.at(0).at(2).toLongLong();
+    const qint64 second = answered.at(1).at(2).toLongLong();
+    QVERIFY2(givenUp >= 300000, qPrintable(QString::number(givenUp)));
+    QVERIFY2(second > 0 && second < givenUp, qPrintable(QString::number(second)));
+}
+
+void StopSequencesTest::anotherPressIsSentWhenTheFirstIsLost()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    relay.silent = true;
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    m_program->stop().stop();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 4000);
+    // Once a press: nobody has pressed since.
+    QTest::qWait(1200);
+    QCOMPARE(answered.count(), 2);
+}
+
+QTEST_MAIN(StopSequencesTest)
+#include "StopSequencesTest.moc"
