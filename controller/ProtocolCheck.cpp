@@ -124,6 +124,7 @@ public:
             checkDebugMode();
             checkMotion();
             checkStopAll();
+            checkStopOfAnother();
             checkDeadman();
             checkLostClient();
             checkAxesOfTheFormer();
@@ -407,6 +408,33 @@ private:
         request.set_number(9);
         say(result(&Stub::StopAll, request) == 0 && jog(1) == 0, "after the release motion is taken again");
         jog(0);
+    }
+
+    /// While this one has the axis in debug mode, enabled.
+    void checkStopOfAnother()
+    {
+        ProtocolClient other(channel());
+        other.login(m_token);
+        const std::uint64_t before = stopRevision();
+        jog(1);
+        proto::StopAllRequest request;
+        request.set_hold(true);
+        request.set_number(1);
+        say(other.result(&Stub::StopAll, request) == 0
+                && becomes([](const AxisRef& ref) { return ref.setVelocity == 0; }, 1000),
+            "another client may stop everything");
+        const bool told = waitFor([this, before] { return stopHeld() && stopRevision() > before; });
+        say(told, "the session's stream tells another client's stop");
+        request.set_hold(false);
+        request.set_number(10);
+        request.set_seen(before);
+        say(result(&Stub::StopAll, request) == Diagnosis::emergencyStop && jog(1) == Diagnosis::emergencyStop,
+            "a release that has not seen another client's stop is refused with 26");
+        request.set_number(11);
+        request.set_seen(stopRevision());
+        say(result(&Stub::StopAll, request) == 0 && jog(1) == 0, "one that has seen it is taken");
+        jog(0);
+        other.logout();
     }
 
     void checkDeadman()

@@ -23,7 +23,9 @@ enum Error {
     DownloadsWhileEnabled,
     FormerAxesRunOn,
     RefusedLoginsEnd,
-    ShortBytesTell
+    ShortBytesTell,
+    OlderReleasesTaken,
+    BlindReleasesTaken
 };
 
 /// The reference, but for one rule.
@@ -82,6 +84,16 @@ public:
         if (m_error == SharedAxes)
             changed.set_session(owner(request->session()));
         return ControllerService::MoveVel(context, &changed, reply);
+    }
+
+    Status StopAll(Context* context, const proto::StopAllRequest* request, proto::Result* reply) override
+    {
+        proto::StopAllRequest changed = *request;
+        if (m_error == OlderReleasesTaken)
+            changed.clear_number();
+        if (m_error == BlindReleasesTaken)
+            changed.clear_seen();
+        return ControllerService::StopAll(context, &changed, reply);
     }
 
     Status DownloadAxes(Context* context, const proto::DownloadRequest* request, proto::DownloadReply* reply) override
@@ -210,7 +222,7 @@ void ProtocolCheckTest::passesTheReference()
     const Outcome outcome = check({}, { QStringLiteral("--yes") });
     QVERIFY2(outcome.code == 0, qPrintable(outcome.said));
     QVERIFY(outcome.said.contains(QStringLiteral("The controller speaks the protocol.")));
-    QVERIFY2(outcome.said.count(QStringLiteral("fine ")) >= 70, qPrintable(outcome.said));
+    QVERIFY2(outcome.said.count(QStringLiteral("fine ")) >= 74, qPrintable(outcome.said));
 }
 
 void ProtocolCheckTest::noticesWhatIsWrong_data()
@@ -254,6 +266,10 @@ void ProtocolCheckTest::noticesWhoBreaksARule_data()
     QTest::newRow("a refused login that ends a session")
         << int(RefusedLoginsEnd) << QStringLiteral("a login that is refused ends no session");
     QTest::newRow("short bytes that tell a client") << int(ShortBytesTell) << QStringLiteral("15 bytes tell no client");
+    QTest::newRow("an older release taken")
+        << int(OlderReleasesTaken) << QStringLiteral("a release that is older than the stop is refused with 26");
+    QTest::newRow("a release taken that has not seen the stop") << int(
+        BlindReleasesTaken) << QStringLiteral("a release that has not seen another client's stop is refused with 26");
 }
 
 void ProtocolCheckTest::noticesWhoBreaksARule()
