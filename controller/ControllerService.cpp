@@ -113,8 +113,8 @@ Status ControllerService::Login(Context* context, const proto::LoginRequest* req
     } else {
         const SessionRegistry::Opened opened = m_sessions.open(request->client());
         // A client that comes back has left its former session, whether that end has come through or not.
-        if (opened.former != 0)
-            m_controller->endSession(opened.former);
+        for (const SessionId session : opened.ended)
+            m_controller->endSession(session);
         reply->set_session(opened.bytes);
         if (opened.bytes.empty()) {
             reply->set_result(Diagnosis::refused);

@@ -411,28 +411,40 @@ void MotionController::endSession(SessionId session)
 std::int16_t MotionController::stopAll(bool hold, const StopOrder& order)
 {
     return run([&]() -> std::int16_t {
-        std::uint64_t& latest = m_stopNumbers[order.session];
-        if (!hold && order.number != 0 && order.number < latest)
-            return Diagnosis::emergencyStop;
-        const bool unseen = order.seen != 0 && order.seen < m_lastStop && order.session != m_lastStopper;
-        if (!hold && unseen)
+        if (!hold && isOutdated(order))
             return Diagnosis::emergencyStop;
         m_stopHeld = hold;
         ++m_stopRevision;
-        if (hold) {
-            latest = std::max(latest, order.number);
-            m_lastStopper = order.session;
-            m_lastStop = m_stopRevision;
-        }
-        if (!hold)
-            return Diagnosis::ok;
-        for (auto& entry : m_entries) {
-            if (entry && entry->owner != 0)
-                entry->axis.emergencyStop();
-        }
-        m_lastStopTime = Clock::now().time_since_epoch().count();
+        if (hold)
+            stopNow(order);
+        else
+            m_lastStop = m_othersStop = 0;
         return Diagnosis::ok;
     });
+}
+
+bool MotionController::isOutdated(const StopOrder& release) const
+{
+    const auto own = m_stopNumbers.find(release.session);
+    if (release.number != 0 && own != m_stopNumbers.end() && release.number < own->second)
+        return true;
+    const std::uint64_t others = release.session == m_lastStopper ? m_othersStop : m_lastStop;
+    return release.seen != 0 && release.seen < others;
+}
+
+void MotionController::stopNow(const StopOrder& order)
+{
+    std::uint64_t& latest = m_stopNumbers[order.session];
+    latest = std::max(latest, order.number);
+    if (order.session != m_lastStopper)
+        m_othersStop = m_lastStop;
+    m_lastStopper = order.session;
+    m_lastStop = m_stopRevision;
+    for (auto& entry : m_entries) {
+        if (entry && entry->owner != 0)
+            entry->axis.emergencyStop();
+    }
+    m_lastStopTime = Clock::now().time_since_epoch().count();
 }
 
 bool MotionController::status(SessionId session, int axisNo, AxisRef* ref)

@@ -100,7 +100,7 @@ public:
     /// Ends all debug sessions of a client that has left or is lost; its axes stop at the emergency rate.
     void endSession(SessionId session);
     /// Stops every axis in debug mode and holds, or releases. Answers with emergencyStop when the release is older
-    /// than a stop of its session, or was given without knowledge of another session's.
+    /// than a stop of its session, or was given without knowledge of one of another session.
     std::int16_t stopAll(bool hold, const StopOrder& order = {});
     bool isStopHeld() const { return m_stopHeld.load(); }
     /// Grows with each stop and release that is taken.
@@ -159,6 +159,9 @@ private:
     void superviseSession(Entry& entry, int axisNo);
     void finishLeaving(Entry& entry, int axisNo);
     void leave(Entry& entry);
+    /// Whether a release is older than a stop of its session, or does not know one of another.
+    bool isOutdated(const StopOrder& release) const;
+    void stopNow(const StopOrder& order);
     void setOwner(Entry& entry, int axisNo, SessionId owner);
     void touch(SessionId session, int axisNo);
     Entry* find(int axisNo) const;
@@ -197,9 +200,11 @@ private:
     std::atomic<std::uint64_t> m_axesRevision{ 1 };
     /// Number of each session's latest stop.
     std::map<SessionId, std::uint64_t> m_stopNumbers;
-    /// Who has stopped last, and what stopRevision() became by it.
+    /// Since the last release: who has stopped last, and what stopRevision() became by it, and by the last stop of
+    /// anybody else.
     SessionId m_lastStopper = 0;
     std::uint64_t m_lastStop = 0;
+    std::uint64_t m_othersStop = 0;
     std::atomic<std::uint64_t> m_cycleCount{ 0 };
     std::atomic<std::uint64_t> m_lateCount{ 0 };
     std::atomic<std::int64_t> m_lastStopTime{ 0 };

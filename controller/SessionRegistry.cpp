@@ -30,9 +30,10 @@ SessionRegistry::Opened SessionRegistry::open(const std::string& client)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     Opened opened;
-    opened.former = dropFormer(client);
+    drop(former(client), &opened.ended);
+    // Whoever logs in and goes without a word must not keep others out.
     if (m_sessions.size() >= mostSessions)
-        dropUnattended();
+        drop(oldestUnattended(), &opened.ended);
     if (m_sessions.size() >= mostSessions)
         return opened;
     opened.bytes = randomBytes(protocolSessionLength);
@@ -40,29 +41,30 @@ SessionRegistry::Opened SessionRegistry::open(const std::string& client)
     return opened;
 }
 
-SessionId SessionRegistry::dropFormer(const std::string& client)
+SessionRegistry::Sessions::iterator SessionRegistry::former(const std::string& client)
 {
     if (client.size() != protocolSessionLength)
-        return 0;
-    const auto found = std::find_if(m_sessions.begin(), m_sessions.end(),
+        return m_sessions.end();
+    return std::find_if(m_sessions.begin(), m_sessions.end(),
         [&client](const auto& session) { return session.second.client == client; });
-    if (found == m_sessions.end())
-        return 0;
-    const SessionId id = found->second.id;
-    m_sessions.erase(found);
-    return id;
 }
 
-// Whoever logs in and goes without a word leaves nothing behind but this entry; its axes fall to the time-out.
-void SessionRegistry::dropUnattended()
+SessionRegistry::Sessions::iterator SessionRegistry::oldestUnattended()
 {
     auto oldest = m_sessions.end();
     for (auto it = m_sessions.begin(); it != m_sessions.end(); ++it) {
         if (!it->second.attended && (oldest == m_sessions.end() || it->second.id < oldest->second.id))
             oldest = it;
     }
-    if (oldest != m_sessions.end())
-        m_sessions.erase(oldest);
+    return oldest;
+}
+
+void SessionRegistry::drop(Sessions::iterator session, std::vector<SessionId>* ended)
+{
+    if (session == m_sessions.end())
+        return;
+    ended->push_back(session->second.id);
+    m_sessions.erase(session);
 }
 
 SessionId SessionRegistry::find(const std::string& bytes) const

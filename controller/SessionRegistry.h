@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <vector>
 
 /// The sessions that are open, by the random bytes that their requests carry. Any thread.
 class SessionRegistry {
@@ -12,8 +13,9 @@ public:
     struct Opened {
         /// Empty when there are too many.
         std::string bytes;
-        /// What the same client had open before, and has no longer; 0 if it had nothing.
-        SessionId former = 0;
+        /// What has been ended for it: the former session of the same client, and one that nobody attends when there
+        /// were too many.
+        std::vector<SessionId> ended;
     };
     /// Opens a session. The client is told by the bytes that it keeps through its logins; bytes of another length than
     /// a session's tell no client.
@@ -32,11 +34,13 @@ private:
         std::string client;
     };
 
-    SessionId dropFormer(const std::string& client);
-    void dropUnattended();
+    using Sessions = std::map<std::string, Session>;
+    Sessions::iterator former(const std::string& client);
+    Sessions::iterator oldestUnattended();
+    void drop(Sessions::iterator session, std::vector<SessionId>* ended);
 
     mutable std::mutex m_mutex;
-    std::map<std::string, Session> m_sessions;
+    Sessions m_sessions;
     SessionId m_last = 0;
 };
 

@@ -12,7 +12,7 @@
 #include "workbench/ProjectTreeView.h"
 #include "workbench/StartPage.h"
 #include "workbench/ToolWindowManager.h"
-#include "workbench/online/StopButton.h"
+#include "workbench/online/StopBar.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -37,7 +37,7 @@ MainWindow::MainWindow(
       m_output(new OutputPanel), m_problems(new ProblemsPanel), m_find(new FindPanel),
       m_comparison(new ComparisonPanel), m_messageBar(new MessageBar), m_startPage(new StartPage),
       m_centre(new QStackedWidget), m_toolWindows(new ToolWindowManager(*this, this)), m_toolBar(new QToolBar(this)),
-      m_controllerLabel(new QLabel(this)), m_stopButton(new StopButton(this)), m_stopFeedback(new QLabel(this))
+      m_controllerLabel(new QLabel(this))
 {
     setObjectName(QStringLiteral("MainWindow"));
     setAcceptDrops(true);
@@ -48,7 +48,7 @@ MainWindow::MainWindow(
     buildCentre();
     buildPanels();
     buildActions();
-    buildStop();
+    buildToolBars();
     buildUndoActions();
     buildMenus();
     buildStatusBar();
@@ -108,6 +108,10 @@ void MainWindow::buildActions()
         if (qstrcmp(entry.name, "file.quit") == 0)
             action->setMenuRole(QAction::QuitRole);
     }
+}
+
+void MainWindow::buildToolBars()
+{
     m_toolBar->setObjectName(QStringLiteral("mainToolBar"));
     m_toolBar->setMovable(false);
     m_toolBar->setIconSize({ 22, 22 });
@@ -119,6 +123,18 @@ void MainWindow::buildActions()
         else
             m_toolBar->addSeparator();
     }
+    m_stopBar = new StopBar(m_actions.action(QStringLiteral("online.release")), this);
+    addToolBar(m_stopBar);
+}
+
+StopButton& MainWindow::stopButton()
+{
+    return m_stopBar->button();
+}
+
+QLabel& MainWindow::stopFeedback()
+{
+    return m_stopBar->feedback();
 }
 
 void MainWindow::buildUndoActions()
@@ -138,21 +154,6 @@ void MainWindow::showUndo()
 {
     m_actions.action(QStringLiteral("edit.undo"))->setEnabled(!m_online && m_undo.canUndo());
     m_actions.action(QStringLiteral("edit.redo"))->setEnabled(!m_online && m_undo.canRedo());
-}
-
-void MainWindow::buildStop()
-{
-    auto* gap = new QWidget(this);
-    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_stopFeedback->setObjectName(QStringLiteral("stopFeedback"));
-    m_stopFeedback->setTextFormat(Qt::PlainText);
-    m_toolBar->addWidget(gap);
-    m_toolBar->addWidget(m_stopFeedback);
-    m_toolBar->addAction(m_actions.action(QStringLiteral("online.release")));
-    if (auto* release
-        = qobject_cast<QToolButton*>(m_toolBar->widgetForAction(m_actions.action(QStringLiteral("online.release")))))
-        release->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_toolBar->addWidget(m_stopButton);
 }
 
 QMenu* MainWindow::addMenu(const char* title)

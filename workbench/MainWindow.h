@@ -20,6 +20,7 @@ class QStackedWidget;
 class QToolBar;
 class QUndoStack;
 class StartPage;
+class StopBar;
 class StopButton;
 class ToolWindowManager;
 
@@ -58,9 +59,9 @@ public:
     void setOnline(bool online);
     /// Adds a panel at the bottom, with a place in the menu. The title is translated in the context "MainWindow".
     void addPanel(const char* name, const char* title, QWidget* widget);
-    StopButton& stopButton() { return *m_stopButton; }
+    StopButton& stopButton();
     /// The place beside the STOP button for what became of it.
-    QLabel& stopFeedback() { return *m_stopFeedback; }
+    QLabel& stopFeedback();
     /// Asked when the window is to close; false keeps it open.
     void setMayClose(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
 
@@ -79,11 +80,11 @@ protected:
 
 private:
     void buildActions();
+    void buildToolBars();
     void buildUndoActions();
     void buildMenus();
     void buildCentre();
     void buildPanels();
-    void buildStop();
     void showUndo();
     void buildStatusBar();
     void retranslate();
@@ -106,6 +107,7 @@ private:
     QStackedWidget* m_centre;
     ToolWindowManager* m_toolWindows;
     QToolBar* m_toolBar;
+    StopBar* m_stopBar = nullptr;
     QMenu* m_recentMenu = nullptr;
     struct TitledMenu {
         QMenu* menu;
@@ -119,8 +121,6 @@ private:
     std::vector<TitledPanel> m_addedPanels;
     QLabel* m_controllerLabel;
     QMenu* m_viewMenu = nullptr;
-    StopButton* m_stopButton;
-    QLabel* m_stopFeedback;
     ProjectState m_state;
     int m_problemCount = 0;
     bool m_online = false;

@@ -10,7 +10,7 @@
 namespace {
 
 /// Grows when the set of panels changes, so that an old layout is not forced on them.
-constexpr int layoutVersion = 3;
+constexpr int layoutVersion = 4;
 
 QString geometryKey()
 {

@@ -92,14 +92,12 @@ void AxisSampler::Private::readUntilChange(std::unique_lock<std::mutex>& lock, c
     const int number = orderNumber;
     const auto isOver = [this, number] { return ending || orderNumber != number; };
     lock.unlock();
-    QString ignored;
-    const std::shared_ptr<grpc::Channel> channel = makeControllerChannel(present.credentials->address, &ignored);
-    const auto stub = channel ? proto::AxisController::NewStub(channel) : nullptr;
+    const auto stub = proto::AxisController::NewStub(present.credentials->transport->makeChannel());
     auto next = std::chrono::steady_clock::now();
     lock.lock();
     while (!isOver()) {
         lock.unlock();
-        const bool fine = stub && readOnce(*stub, present);
+        const bool fine = readOnce(*stub, present);
         next = std::max(next + std::chrono::milliseconds(present.periodMs), std::chrono::steady_clock::now());
         lock.lock();
         changed.wait_until(lock, fine ? next : next + pauseAfterFailure, isOver);

@@ -23,13 +23,13 @@ std::string randomClient()
     return std::string(reinterpret_cast<const char*>(numbers.data()), sizeof numbers);
 }
 
-/// All links of a connection share a channel, which is made when the first is needed, on the session's thread.
+/// All links of a connection share a transport, which is made when the first is needed, on the session's thread.
 ControllerSession::MakeLink linkMaker(const ControllerAddress& address, const std::string& client)
 {
-    return [address, client, channel = std::shared_ptr<grpc::Channel>()](QString* error) mutable {
-        if (!channel)
-            channel = makeControllerChannel(address, error);
-        return channel ? std::make_shared<GrpcLink>(channel, address, client) : nullptr;
+    return [address, client, transport = std::shared_ptr<const ControllerTransport>()](QString* error) mutable {
+        if (!transport)
+            transport = ControllerTransport::make(address, error);
+        return transport ? std::make_shared<GrpcLink>(transport, address, client) : nullptr;
     };
 }
 } // namespace
@@ -160,7 +160,7 @@ void ControllerConnection::Private::opened(const std::shared_ptr<GrpcLink>& link
 {
     name = who;
     auto fresh = std::make_shared<Credentials>();
-    fresh->address = address;
+    fresh->transport = link->transport();
     fresh->session = link->session();
     credentials = fresh;
     state = Open;
@@ -209,10 +209,9 @@ void ControllerConnection::Private::compareRevisions()
     emit q->axesReplaced();
 }
 
-// The first news of a session tells what was before it.
 void ControllerConnection::Private::tellStop(bool held, quint64 revision)
 {
-    const bool isNew = held != stopHeld || (stopRevision && *stopRevision != revision);
+    const bool isNew = held != stopHeld || stopRevision != revision;
     stopHeld = held;
     stopRevision = revision;
     if (isNew)

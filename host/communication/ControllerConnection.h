@@ -65,8 +65,8 @@ signals:
     /// The link has gone down; once for each loss. The connection goes on trying until it is closed.
     void lost(const QString& reason);
     void closed();
-    /// The emergency stop of the controller holds, or has been released, by whomever; told anew after each stop and
-    /// release.
+    /// The emergency stop of the controller holds, or does not, by whomever; told first after each login, and anew
+    /// after each stop and release.
     void stopHeldTold(bool held);
     void axesRead(short result, const QVector<ControllerAxis>& axes);
     void axesDownloaded(const DownloadOutcome& outcome);

@@ -5,9 +5,6 @@
 #include "protocol/ProtocolVersion.h"
 #include "sdk/AxisDebugParams.h"
 
-#include <grpc/support/log.h>
-
-#include <QFile>
 #include <QSysInfo>
 
 #include <limits>
@@ -16,71 +13,7 @@ namespace proto = kestrun::protocol;
 
 namespace {
 constexpr auto axesDeadline = std::chrono::seconds(10);
-constexpr int largestMessage = 16 * 1024 * 1024;
-
-bool readPem(const QString& path, std::string* text, QString* error)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = ConnectionTexts::tr("The file %1 cannot be read.").arg(path);
-        return false;
-    }
-    *text = file.readAll().toStdString();
-    if (text->find("-----BEGIN ") != std::string::npos)
-        return true;
-    *error = ConnectionTexts::tr("The file %1 is no PEM file.").arg(path);
-    return false;
-}
-
-std::shared_ptr<grpc::ChannelCredentials> makeCredentials(const ControllerAddress& address, QString* error)
-{
-    if (!address.usesTls())
-        return grpc::InsecureChannelCredentials();
-    grpc::SslCredentialsOptions options;
-    if (!readPem(address.authorityFile, &options.pem_root_certs, error)
-        || !readPem(address.certificateFile, &options.pem_cert_chain, error)
-        || !readPem(address.keyFile, &options.pem_private_key, error))
-        return nullptr;
-    return grpc::SslCredentials(options);
-}
-
-/// What the transport has to tell comes back as the result of a call; its own lines on the error output help nobody.
-void silenceTransport()
-{
-    static const bool once = [] {
-        gpr_set_log_function([](gpr_log_func_args*) {});
-        return true;
-    }();
-    Q_UNUSED(once)
-}
-
-grpc::ChannelArguments channelArguments()
-{
-    grpc::ChannelArguments arguments;
-    arguments.SetInt(GRPC_ARG_INITIAL_RECONNECT_BACKOFF_MS, 100);
-    arguments.SetInt(GRPC_ARG_MIN_RECONNECT_BACKOFF_MS, 100);
-    arguments.SetInt(GRPC_ARG_MAX_RECONNECT_BACKOFF_MS, 200);
-    arguments.SetInt(GRPC_ARG_KEEPALIVE_TIME_MS, 1000);
-    arguments.SetInt(GRPC_ARG_KEEPALIVE_TIMEOUT_MS, 500);
-    arguments.SetInt(GRPC_ARG_KEEPALIVE_PERMIT_WITHOUT_CALLS, 1);
-    arguments.SetInt(GRPC_ARG_HTTP2_MAX_PINGS_WITHOUT_DATA, 0);
-    // The emergency stop's channel must not share the connection of the others.
-    arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
-    // A controller stands on the machine's own network; a proxy for web pages leads away from it.
-    arguments.SetInt(GRPC_ARG_ENABLE_HTTP_PROXY, 0);
-    arguments.SetMaxReceiveMessageSize(largestMessage);
-    return arguments;
-}
 } // namespace
-
-std::shared_ptr<grpc::Channel> makeControllerChannel(const ControllerAddress& address, QString* error)
-{
-    silenceTransport();
-    const std::shared_ptr<grpc::ChannelCredentials> credentials = makeCredentials(address, error);
-    if (!credentials)
-        return nullptr;
-    return grpc::CreateCustomChannel(address.text().toStdString(), credentials, channelArguments());
-}
 
 short resultOfStatus(const grpc::Status& status)
 {
@@ -132,8 +65,10 @@ private:
     GrpcLink* m_link;
 };
 
-GrpcLink::GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address, std::string client)
-    : m_address(address), m_client(std::move(client)), m_stub(proto::AxisController::NewStub(std::move(channel)))
+GrpcLink::GrpcLink(
+    std::shared_ptr<const ControllerTransport> transport, const ControllerAddress& address, std::string client)
+    : m_transport(std::move(transport)), m_address(address), m_client(std::move(client)),
+      m_stub(proto::AxisController::NewStub(m_transport->channel()))
 {
 }
 

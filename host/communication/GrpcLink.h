@@ -3,6 +3,7 @@
 #include "host/communication/ControllerAddress.h"
 #include "host/communication/ControllerAxis.h"
 #include "host/communication/ControllerLink.h"
+#include "host/communication/ControllerTransport.h"
 #include "protocol/controller.grpc.pb.h"
 
 #include <grpcpp/grpcpp.h>
@@ -14,10 +15,6 @@
 #include <mutex>
 #include <set>
 #include <string>
-
-/// A connection of its own to that address, which comes back quickly after a loss and notices one soon. Null, with a
-/// text for the user, when a certificate cannot be read.
-std::shared_ptr<grpc::Channel> makeControllerChannel(const ControllerAddress& address, QString* error);
 
 /// The code of the diagnosis table for what the transport says.
 short resultOfStatus(const grpc::Status& status);
@@ -35,7 +32,8 @@ public:
     };
 
     /// The client's bytes tell the controller whose former session a login replaces; empty: nobody's.
-    GrpcLink(std::shared_ptr<grpc::Channel> channel, const ControllerAddress& address, std::string client = {});
+    GrpcLink(std::shared_ptr<const ControllerTransport> transport, const ControllerAddress& address,
+        std::string client = {});
     ~GrpcLink() override;
 
     /// Handshake and login. Waits for a controller that is still starting, until the deadline.
@@ -64,6 +62,7 @@ public:
     short readAxes(QVector<ControllerAxis>* axes, quint64* revision);
 
     std::string session() const;
+    const std::shared_ptr<const ControllerTransport>& transport() const { return m_transport; }
 
 private:
     class Call;
@@ -90,6 +89,7 @@ private:
     grpc::Status handshake(kestrun::protocol::HandshakeReply* reply, Deadline deadline, std::string* detail);
     LoginOutcome sendLogin(Deadline deadline);
 
+    std::shared_ptr<const ControllerTransport> m_transport;
     ControllerAddress m_address;
     std::string m_client;
     std::unique_ptr<Stub> m_stub;

@@ -2,6 +2,7 @@
 
 #include "host/communication/BackgroundTransactionService.h"
 #include "host/communication/ControllerCredentials.h"
+#include "host/communication/ControllerTransport.h"
 #include "host/communication/GrpcLink.h"
 #include "host/communication/Mailbox.h"
 #include "host/communication/TaskThread.h"
@@ -18,36 +19,41 @@ namespace {
 using CredentialsPtr = std::shared_ptr<const ControllerConnection::Credentials>;
 constexpr auto deadline = std::chrono::milliseconds(1000);
 
+/// One call as it goes out.
+struct Order {
+    bool hold = true;
+    std::uint64_t number = 0;
+    std::uint64_t seen = 0;
+    /// Logged in: whoever does not answer may be waited for.
+    bool linked = true;
+};
+
 /// The channel of the emergency stop; used by its thread only, but for giveUpEarlier.
 class StopChannel {
 public:
-    /// Connects ahead of the need, so that the stop itself is one round trip.
+    /// Begins to connect ahead of the need, so that the stop itself is one round trip.
     void prepare(const CredentialsPtr& credentials)
     {
-        QString ignored;
-        m_channel = makeControllerChannel(credentials->address, &ignored);
-        if (m_channel)
-            m_channel->WaitForConnected(std::chrono::system_clock::now() + deadline);
+        m_channel = credentials->transport->makeChannel();
+        m_channel->GetState(true);
         m_session = credentials->session;
     }
 
-    short send(const CredentialsPtr& credentials, bool hold, std::uint64_t number, std::uint64_t seen)
+    short send(const CredentialsPtr& credentials, const Order& order)
     {
         if (!m_channel || m_session != credentials->session)
             prepare(credentials);
-        if (!m_channel)
-            return Diagnosis::notConnected;
         proto::StopAllRequest request;
         proto::Result reply;
         request.set_session(credentials->session);
-        request.set_hold(hold);
-        request.set_number(number);
-        request.set_seen(seen);
+        request.set_hold(order.hold);
+        request.set_number(order.number);
+        request.set_seen(order.seen);
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
-        context.set_wait_for_ready(true);
-        if (!begin(context, number))
-            return hold ? Diagnosis::notConnected : Diagnosis::emergencyStop;
+        context.set_wait_for_ready(order.linked);
+        if (!begin(context, order.number))
+            return order.hold ? Diagnosis::notConnected : Diagnosis::emergencyStop;
         const grpc::Status status = proto::AxisController::NewStub(m_channel)->StopAll(&context, request, &reply);
         end();
         return status.ok() ? resultOfNumber(reply.result()) : resultOfStatus(status);
@@ -90,10 +96,15 @@ private:
 } // namespace
 
 struct StopLine::Private {
-    void send(StopLine* line, bool hold, std::uint64_t number);
+    void use(const CredentialsPtr& fresh);
+    /// Null when there is nobody to send to.
+    CredentialsPtr present() const;
+    void send(StopLine* line, bool hold);
 
     QPointer<ControllerConnection> connection;
     QPointer<BackgroundTransactionService> service;
+    /// Of the last login until the connection is closed, also while the session's own link is gone.
+    CredentialsPtr credentials;
     Mailbox mailbox;
     StopChannel channel;
     /// Of the call that was made last.
@@ -107,24 +118,34 @@ StopLine::StopLine(ControllerConnection* connection, BackgroundTransactionServic
 {
     d->connection = connection;
     d->service = service;
-    connect(connection, &ControllerConnection::opened, this, [this] {
-        d->tasks.post([channel = &d->channel, credentials = d->connection->credentials()] {
-            if (credentials)
-                channel->prepare(credentials);
-        });
-    });
+    d->use(connection->credentials());
+    connect(connection, &ControllerConnection::opened, this, [this] { d->use(d->connection->credentials()); });
+    connect(connection, &ControllerConnection::closed, this, [this] { d->credentials.reset(); });
+    connect(connection, &ControllerConnection::failed, this, [this] { d->credentials.reset(); });
 }
 
 StopLine::~StopLine() = default;
 
-void StopLine::Private::send(StopLine* line, bool hold, std::uint64_t number)
+void StopLine::Private::use(const CredentialsPtr& fresh)
 {
-    const CredentialsPtr credentials = connection ? connection->credentials() : nullptr;
-    const std::uint64_t seen = connection ? connection->stopRevision() : 0;
+    credentials = fresh;
+    if (fresh)
+        tasks.post([this, fresh] { channel.prepare(fresh); });
+}
+
+CredentialsPtr StopLine::Private::present() const
+{
+    return connection && connection->state() != ControllerConnection::Closed ? credentials : nullptr;
+}
+
+void StopLine::Private::send(StopLine* line, bool hold)
+{
+    const bool linked = connection && connection->isOpen();
+    const Order order{ hold, number, connection ? connection->stopRevision() : 0, linked };
     // Without a connection too, so that answers keep the order of the calls.
-    tasks.post([this, line, credentials, hold, number, seen] {
-        const short result = credentials ? channel.send(credentials, hold, number, seen) : Diagnosis::notConnected;
-        mailbox.post([line, hold, result] { emit line->answered(hold, result); });
+    tasks.post([this, line, order, to = present()] {
+        const short result = to ? channel.send(to, order) : Diagnosis::notConnected;
+        mailbox.post([line, hold = order.hold, result] { emit line->answered(hold, result); });
     });
 }
 
@@ -132,13 +153,14 @@ void StopLine::stop()
 {
     if (d->service)
         d->service->refuseQueued(Diagnosis::emergencyStop);
-    const std::uint64_t number = ++d->number;
-    if (d->connection && d->connection->credentials())
-        d->channel.giveUpEarlier(number);
-    d->send(this, true, number);
+    ++d->number;
+    if (d->present())
+        d->channel.giveUpEarlier(d->number);
+    d->send(this, true);
 }
 
 void StopLine::release()
 {
-    d->send(this, false, ++d->number);
+    ++d->number;
+    d->send(this, false);
 }

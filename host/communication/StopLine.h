@@ -20,7 +20,8 @@ public:
     ~StopLine() override;
 
     /// Has queued commands refused, then stops every axis in debug mode and holds. May be pressed again at any time; a
-    /// call that is still under way, or waits, is given up for it.
+    /// call that is still under way, or waits, is given up for it. Goes out while the session's own link is lost, too:
+    /// this way may still be there, and so may the session.
     void stop();
     /// Allows motion again.
     void release();

@@ -27,7 +27,7 @@ ControllerAddress addressOf(quint16 port)
 std::shared_ptr<GrpcLink> linkTo(const ControllerAddress& address)
 {
     QString error;
-    return std::make_shared<GrpcLink>(makeControllerChannel(address, &error), address);
+    return std::make_shared<GrpcLink>(ControllerTransport::make(address, &error), address);
 }
 
 /// Counts what a session tells.

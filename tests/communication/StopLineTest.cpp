@@ -5,10 +5,13 @@
 #include "protocol/DiagnosisCodes.h"
 #include "sdk/Transaction.h"
 #include "tests/communication/ControllerClient.h"
+#include "tests/communication/QuietRelay.h"
 #include "tests/communication/RecordingController.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <condition_variable>
@@ -114,6 +117,8 @@ private slots:
     void answersKeepTheirOrderWithoutAConnection();
     void whatWaitsEndsWithAResult();
     void stopWorksAfterAReconnection();
+    void stopGoesOutWhileTheSessionsLinkIsLost();
+    void stopNeedsNoFileThatTheLoginHasRead();
     void aLineMadeOnAnOpenConnectionWorks();
     void releasesThatWaitHoldUpNoStop();
     void aStopWhoseAnswerIsLateHoldsUpNoStop();
@@ -212,9 +217,11 @@ void StopLineTest::stopHoldsUntilItIsReleased()
     QSignalSpy held(&connection, &ControllerConnection::stopHeldTold);
     QVERIFY(connectTo(connection, host.address()));
     QVERIFY(enableAxis(0));
-    line.stop();
     QTRY_COMPARE(held.count(), 1);
-    QCOMPARE(held.at(0).at(0).toBool(), true);
+    QCOMPARE(held.at(0).at(0).toBool(), false);
+    line.stop();
+    QTRY_COMPARE(held.count(), 2);
+    QCOMPARE(held.at(1).at(0).toBool(), true);
     RpcCmdSend rpc;
     QCOMPARE(rpc.rpc_AxisDebug_JopPos(0, 1, 5, 10, 10, 0), Diagnosis::emergencyStop);
     QCOMPARE(rpc.rpc_AxisDebug_MoveAbs(0, 5, 5, 10, 10, 0), Diagnosis::emergencyStop);
@@ -228,8 +235,9 @@ void StopLineTest::stopHoldsUntilItIsReleased()
     const std::shared_ptr<ControllerLink> link = ControllerLink::active();
     QVERIFY(connectTo(other, host.address()));
     QTRY_COMPARE(otherHeld.count(), 1);
+    QCOMPARE(otherHeld.at(0).at(0).toBool(), true);
     line.release();
-    QTRY_COMPARE(held.count(), 2);
+    QTRY_COMPARE(held.count(), 3);
     QTRY_COMPARE(otherHeld.count(), 2);
     ControllerLink::setActive(link);
     QCOMPARE(rpc.rpc_AxisDebug_MoveAbs(0, 5, 5, 10, 10, 0), Diagnosis::ok);
@@ -341,6 +349,74 @@ void StopLineTest::stopWorksAfterAReconnection()
     QVERIFY(host.controller.isStopHeld());
 }
 
+void StopLineTest::stopGoesOutWhileTheSessionsLinkIsLost()
+{
+    ControllerHost host;
+    QuietRelay relay(host.server->port());
+    ControllerAddress address = host.address();
+    address.port = relay.port();
+    ControllerConnection connection;
+    StopLine line(&connection, nullptr);
+    QSignalSpy lost(&connection, &ControllerConnection::lost);
+    QSignalSpy answered(&line, &StopLine::answered);
+    QVERIFY(connectTo(connection, address));
+    line.release();
+    QTRY_COMPARE(answered.count(), 1);
+    relay.hangUpOnFirst();
+    while (lost.isEmpty())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    line.stop();
+    QVERIFY(!connection.isOpen());
+    QTRY_COMPARE(answered.count(), 2);
+    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(host.controller.isStopHeld());
+    // After a farewell there is no session to speak in.
+    connection.close();
+    line.stop();
+    QTRY_COMPARE(answered.count(), 3);
+    QCOMPARE(answered.at(2).at(1).value<short>(), Diagnosis::notConnected);
+}
+
+void StopLineTest::stopNeedsNoFileThatTheLoginHasRead()
+{
+    QTemporaryDir directory;
+    const auto file = [&directory](const char* name) { return directory.filePath(QString::fromLatin1(name)); };
+    QCOMPARE(QProcess::execute(QStringLiteral(KESTRUN_SOURCE_DIR "/scripts/make-certificates"),
+                 { directory.path(), QStringLiteral("localhost"), QStringLiteral("127.0.0.1") }),
+        0);
+    MotionController controller({});
+    controller.start();
+    ServerOptions options;
+    options.authorityFile = file("authority.pem").toStdString();
+    options.certificateFile = file("controller.pem").toStdString();
+    options.keyFile = file("controller.key").toStdString();
+    ControllerServer server(&controller, options);
+    std::string error;
+    QVERIFY2(server.start(&error), error.c_str());
+    QuietRelay relay(server.port());
+    ControllerAddress address;
+    address.host = QStringLiteral("127.0.0.1");
+    address.port = relay.port();
+    address.authorityFile = file("authority.pem");
+    address.certificateFile = file("workbench.pem");
+    address.keyFile = file("workbench.key");
+    ControllerConnection connection;
+    StopLine line(&connection, nullptr);
+    QSignalSpy opened(&connection, &ControllerConnection::opened);
+    QSignalSpy answered(&line, &StopLine::answered);
+    QVERIFY(connectTo(connection, address));
+    QVERIFY(QFile::remove(file("workbench.key")));
+    relay.cut();
+    QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 2, 5000);
+    line.stop();
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(controller.isStopHeld());
+    connection.close();
+    server.shutdown();
+    controller.shutdown();
+}
+
 void StopLineTest::aLineMadeOnAnOpenConnectionWorks()
 {
     ControllerHost host;
@@ -428,7 +504,9 @@ void StopLineTest::everyStopAndReleaseIsTold()
     QSignalSpy told(&connection, &ControllerConnection::stopHeldTold);
     host.controller.stopAll(false);
     QVERIFY(connectTo(connection, host.address()));
-    QVERIFY2(!told.wait(200), "what was before the session is no news");
+    QTRY_COMPARE(told.count(), 1);
+    QVERIFY2(!told.wait(200), "once after the login");
+    told.clear();
     // Both within one look at the controller.
     host.controller.stopAll(true);
     host.controller.stopAll(false);

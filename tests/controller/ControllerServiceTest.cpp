@@ -85,6 +85,7 @@ private slots:
     void theLoginWantsTheToken();
     void aNewSessionEndsTheFormerOneOfItsClient_data();
     void aNewSessionEndsTheFormerOneOfItsClient();
+    void oneClientMoreEndsTheOldestThatNobodyAttends();
     void theHandshakeTellsWhatIsNeeded();
     void refusalsOnPurposeSayThatTheyAre();
     void curvesNeedASession();
@@ -154,6 +155,25 @@ void ControllerServiceTest::aNewSessionEndsTheFormerOneOfItsClient()
     // What has been in its own way is so no more; what is another's stays so.
     if (!next.empty())
         QCOMPARE(rig.download(next).result(), ends ? 0 : int(Diagnosis::ownedByOther));
+}
+
+void ControllerServiceTest::oneClientMoreEndsTheOldestThatNobodyAttends()
+{
+    Rig rig("right");
+    QCOMPARE(rig.controller.download({ makeAxisText(0, {}) }).code, Diagnosis::ok);
+    std::vector<std::string> sessions;
+    for (int i = 0; i < 32; ++i) {
+        sessions.push_back(rig.login("right").session());
+        QVERIFY(!sessions.back().empty());
+    }
+    QCOMPARE(rig.enterDebugMode(sessions.front(), 0), int(Diagnosis::ok));
+    QCOMPARE(rig.enterDebugMode(sessions.at(1), 0), int(Diagnosis::ownedByOther));
+    const proto::LoginReply reply = rig.login("right");
+    QCOMPARE(reply.result(), 0);
+    QCOMPARE(rig.enterDebugMode(sessions.front(), 0), int(Diagnosis::refused));
+    // Its axis does not wait for the time-out.
+    rig.controller.step(1);
+    QCOMPARE(rig.enterDebugMode(sessions.at(1), 0), int(Diagnosis::ok));
 }
 
 void ControllerServiceTest::theHandshakeTellsWhatIsNeeded()

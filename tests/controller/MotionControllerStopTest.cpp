@@ -8,6 +8,7 @@ private slots:
     void stopStopsEveryAxisInDebugModeAndHolds();
     void aReleaseThatAStopHasOvertakenIsRefused();
     void aReleaseThatHasNotSeenAnothersStopIsRefused();
+    void anothersStopCountsThoughOnesOwnCameBehindIt();
     void theEndOfAJogPassesTheStop();
 };
 
@@ -67,9 +68,26 @@ void MotionControllerStopTest::aReleaseThatHasNotSeenAnothersStopIsRefused()
     QCOMPARE(rig.controller.stopAll(false, { alice, 2, seen }), Diagnosis::emergencyStop);
     QVERIFY(rig.controller.isStopHeld());
     QCOMPARE(rig.controller.stopAll(false, { alice, 3, rig.controller.stopRevision() }), Diagnosis::ok);
-    // One's own stop one knows of, told or not.
+    // One's own stop one knows of, told or not, and what has been released is over.
     QCOMPARE(rig.controller.stopAll(true, { alice, 4 }), Diagnosis::ok);
     QCOMPARE(rig.controller.stopAll(false, { alice, 5, seen }), Diagnosis::ok);
+    QVERIFY(!rig.controller.isStopHeld());
+}
+
+/// Two of alice's stops stand around bob's.
+void MotionControllerStopTest::anothersStopCountsThoughOnesOwnCameBehindIt()
+{
+    Rig rig;
+    QCOMPARE(rig.controller.stopAll(true, { alice, 1 }), Diagnosis::ok);
+    const std::uint64_t seen = rig.controller.stopRevision();
+    QCOMPARE(rig.controller.stopAll(true, { bob, 1 }), Diagnosis::ok);
+    const std::uint64_t bobs = rig.controller.stopRevision();
+    QCOMPARE(rig.controller.stopAll(true, { alice, 2 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(true, { alice, 3 }), Diagnosis::ok);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 4, seen }), Diagnosis::emergencyStop);
+    QVERIFY(rig.controller.isStopHeld());
+    QCOMPARE(rig.controller.stopAll(false, { bob, 2, bobs }), Diagnosis::emergencyStop);
+    QCOMPARE(rig.controller.stopAll(false, { alice, 5, bobs }), Diagnosis::ok);
     QVERIFY(!rig.controller.isStopHeld());
 }
 

@@ -4,10 +4,13 @@
 #include "workbench/ProjectTreeView.h"
 #include "workbench/online/StopButton.h"
 
+#include <QDrag>
 #include <QElapsedTimer>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QProcess>
 #include <QScreen>
+#include <QTimer>
 #include <QToolBar>
 
 #include <csignal>
@@ -100,6 +103,7 @@ private slots:
 
     void fromTheMouseToTheAxisAndBack();
     void theKeyStopsUnderABox();
+    void theKeyStopsWhileSomethingIsDragged();
     void theButtonStopsUnderABox();
     void anotherProgramInFrontEndsTheJog();
     void theControllerGoesWithAKilledWorkbench();
@@ -194,6 +198,25 @@ void RealWindowTest::theKeyStopsUnderABox()
     QVERIFY(stands());
     QTRY_VERIFY(m_program->workbench->online().stop().isHeld());
     QVERIFY(box.isVisible());
+}
+
+void RealWindowTest::theKeyStopsWhileSomethingIsDragged()
+{
+    makeReady();
+    QCOMPARE(RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0), short(0));
+    QVERIFY(moves());
+    auto* data = new QMimeData;
+    data->setText(QStringLiteral("dragged"));
+    auto* drag = new QDrag(&m_program->workbench->window());
+    drag->setMimeData(data);
+    bool stopped = false;
+    QTimer::singleShot(0, this, [this, &stopped] {
+        stopped = pointAt(onAxis(QStringLiteral("Alpha")), { QStringLiteral("key"), QStringLiteral("F9") }) && stands();
+        QDrag::cancel();
+    });
+    drag->exec();
+    QVERIFY(stopped);
+    QTRY_VERIFY(m_program->workbench->online().stop().isHeld());
 }
 
 void RealWindowTest::theButtonStopsUnderABox()

@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QToolBar>
 
 #include <memory>
 
@@ -30,6 +31,9 @@ private slots:
     void theButtonCountsFromThePress();
     void theButtonStaysInReachUnderAModalBox();
     void theButtonStaysInReachBehindAMenu();
+    void theButtonStaysInANarrowWindow_data();
+    void theButtonStaysInANarrowWindow();
+    void nobodyCanHideTheButton();
     void theMenuStopsToo();
     void offlineThereIsNothingToStop();
     void itHoldsUntilItIsReleased();
@@ -177,6 +181,45 @@ void StopControlTest::theButtonStaysInReachBehindAMenu()
     QTest::mousePress(menu.windowHandle(), Qt::LeftButton, {}, menu.mapFromGlobal(place));
     QVERIFY(m_program->stoppedAndHeld());
     menu.close();
+}
+
+void StopControlTest::theButtonStaysInANarrowWindow_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("in English") << QStringLiteral("en");
+    QTest::newRow("in Chinese") << QStringLiteral("zh_CN");
+}
+
+void StopControlTest::theButtonStaysInANarrowWindow()
+{
+    QFETCH(QString, language);
+    m_program->workbench->setLanguage(language);
+    QVERIFY(m_program->connectHere());
+    MainWindow& window = m_program->workbench->window();
+    const auto inSight = [&window](const QWidget& widget) {
+        return widget.isVisible() && window.rect().contains(QRect(widget.mapTo(&window, QPoint()), widget.size()))
+            && widget.width() >= widget.sizeHint().width();
+    };
+    window.resize(window.minimumSizeHint());
+    QTRY_VERIFY(inSight(m_program->button()));
+    m_program->host.fault("refuse 9 StopAll");
+    m_program->stop().stop();
+    const QLabel& feedback = window.stopFeedback();
+    QTRY_VERIFY(inSight(m_program->button()) && inSight(feedback) && feedback.width() > m_program->button().width());
+    m_program->host.fault("none");
+    m_program->stop().stop();
+    QTRY_VERIFY(m_program->stop().isHeld());
+    QTRY_VERIFY(inSight(m_program->button()) && inSight(feedback));
+}
+
+void StopControlTest::nobodyCanHideTheButton()
+{
+    const std::unique_ptr<QMenu> menu(m_program->workbench->window().createPopupMenu());
+    auto* bar = m_program->workbench->window().findChild<QToolBar*>(QStringLiteral("stopBar"));
+    QVERIFY(menu && bar);
+    for (const QAction* action : menu->actions())
+        QVERIFY(action != bar->toggleViewAction() || !action->isVisible());
+    QVERIFY(bar->isAncestorOf(&m_program->button()));
 }
 
 void StopControlTest::theMenuStopsToo()

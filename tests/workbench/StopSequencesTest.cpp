@@ -31,9 +31,20 @@ private slots:
     void theNextSessionAcknowledgesNoStopOfTheFormer();
     void olderNewsDoesNotTakeAStopFromSight();
     void everyCallHasItsOwnDuration();
+    void aStopGoesOutWhileTheSessionsLinkIsLost();
+    void anotherReleaseDoesNotHideAFailedStop();
+    void aStopIsNotBlamedOnTheNextController();
+    void whileTheControllerStartsThereIsNothingToStop();
+    void aRefusedReleaseSaysWhy();
+    void whatOthersDoIsTold();
+    void aStopThatOvertakesOnesReleaseIsTold();
+    void aStopBeforeTheFirstNewsIsSeen_data();
+    void aStopBeforeTheFirstNewsIsSeen();
     void anotherPressIsSentWhenTheFirstIsLost();
 
 private:
+    QString said() const { return m_program->workbench->window().messageBar().text(); }
+
     std::unique_ptr<StopProgram> m_program;
 };
 
@@ -159,6 +170,8 @@ void StopSequencesTest::anOlderHoldDoesNotAcknowledgeAStop()
     QVERIFY(answered.at(0).at(1).value<short>() != Diagnosis::ok);
     const QString last = m_program->workbench->window().output().lines().last();
     QVERIFY2(!last.contains(QStringLiteral("has stopped every axis")), qPrintable(last));
+    QVERIFY(m_program->session().isLoggedIn());
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
     // It stays to be seen when the loss of the link is noticed, and goes with the next login.
     QTRY_VERIFY_WITH_TIMEOUT(!m_program->session().isLoggedIn(), 5000);
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
@@ -297,6 +310,149 @@ void StopSequencesTest::everyCallHasItsOwnDuration()
     const qint64 second = answered.at(1).at(2).toLongLong();
     QVERIFY2(givenUp >= 300000, qPrintable(QString::number(givenUp)));
     QVERIFY2(second > 0 && second < givenUp, qPrintable(QString::number(second)));
+}
+
+/// Its own way may still be there, and the session too.
+void StopSequencesTest::aStopGoesOutWhileTheSessionsLinkIsLost()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    // It counts from now on, so that the answer is no news of the way back.
+    m_program->host.fault("late-replies 3000 Login");
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QCOMPARE(m_program->feedback(), QString());
+    m_program->host.fault("none");
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+}
+
+void StopSequencesTest::anotherReleaseDoesNotHideAFailedStop()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->host.fault("refuse 9 StopAll");
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(m_program->outputText().contains(QStringLiteral("Another client has released STOP.")));
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
+    m_program->host.controller.stopAll(true);
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+}
+
+void StopSequencesTest::aStopIsNotBlamedOnTheNextController()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    const QString target = m_program->session().target();
+    relay.silent = true;
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    m_program->session().disconnectNow();
+    ControllerHost next;
+    m_program->session().connectTo(next.address(), false);
+    QCOMPARE(m_program->feedback(), QString());
+    QVERIFY(m_program->session().target() != target);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
+    QVERIFY2(said().contains(target), qPrintable(said()));
+    QCOMPARE(m_program->feedback(), QString());
+    m_program->session().disconnectNow();
+}
+
+void StopSequencesTest::whileTheControllerStartsThereIsNothingToStop()
+{
+    m_program->workbench->action(QStringLiteral("online.connect"))->trigger();
+    QCOMPARE(m_program->session().state(), OnlineSession::Starting);
+    m_program->stop().stop();
+    QTRY_VERIFY2(said().contains(QStringLiteral("is still starting")), qPrintable(said()));
+    QCOMPARE(m_program->feedback(), QString());
+}
+
+void StopSequencesTest::aRefusedReleaseSaysWhy()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->host.fault("refuse 26 StopAll");
+    m_program->stop().release();
+    QTRY_VERIFY2(said().contains(QStringLiteral("pressed again, here or by another client")), qPrintable(said()));
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+}
+
+void StopSequencesTest::whatOthersDoIsTold()
+{
+    QVERIFY(m_program->connectHere());
+    const OutputPanel& output = m_program->workbench->window().output();
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QTRY_VERIFY(output.lines().last().contains(QStringLiteral("and holds them")));
+    // The label has nothing to show of another stop while one holds.
+    m_program->host.controller.stopAll(true);
+    QTRY_VERIFY2(said().startsWith(QStringLiteral("Another client has pressed STOP")), qPrintable(said()));
+    QVERIFY(output.lines().last().contains(said()));
+    m_program->stop().release();
+    QTRY_COMPARE(m_program->feedback(), QString());
+    QTRY_VERIFY(output.lines().last().contains(QStringLiteral("STOP has been released.")));
+    m_program->host.controller.stopAll(true);
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(output.lines().last().contains(QStringLiteral("Another client has released STOP.")));
+    // What was before the login is nobody's deed.
+    m_program->host.controller.stopAll(true);
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->session().disconnectNow();
+    QVERIFY(m_program->connectHere());
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(m_program->outputText().contains(QStringLiteral("STOP has not been released.")));
+    QCOMPARE(m_program->outputText().count(QStringLiteral("Another client has pressed STOP")), 3);
+}
+
+/// Both may come up in one piece of news.
+void StopSequencesTest::aStopThatOvertakesOnesReleaseIsTold()
+{
+    QVERIFY(m_program->connectHere());
+    const OutputPanel& output = m_program->workbench->window().output();
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->host.fault("late-replies 300 StopAll");
+    m_program->stop().release();
+    while (m_program->host.controller.isStopHeld())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+    m_program->host.controller.stopAll(true);
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QVERIFY2(output.lines().last().contains(QStringLiteral("holds again")), qPrintable(output.lines().last()));
+}
+
+void StopSequencesTest::aStopBeforeTheFirstNewsIsSeen_data()
+{
+    QTest::addColumn<bool>("released");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("and holds") << false << QStringLiteral("STOP holds");
+    QTest::newRow("and has been released until then") << true << QString();
+}
+
+void StopSequencesTest::aStopBeforeTheFirstNewsIsSeen()
+{
+    QFETCH(bool, released);
+    QFETCH(QString, label);
+    m_program->host.fault("late-replies 700 Attend");
+    QVERIFY(m_program->connectHere());
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 1);
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
+    if (released)
+        m_program->host.controller.stopAll(false);
+    QTRY_COMPARE(m_program->feedback(), label);
 }
 
 void StopSequencesTest::anotherPressIsSentWhenTheFirstIsLost()

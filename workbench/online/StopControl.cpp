@@ -15,6 +15,8 @@
 #include <QStyle>
 #include <QVariant>
 
+#include <algorithm>
+
 StopControl::StopControl(
     OnlineSession& session, BackgroundTransactionService& service, const Parts& parts, QObject* parent)
     : QObject(parent), m_session(session), m_parts(parts), m_line(&session.connection(), &service),
@@ -42,9 +44,8 @@ void StopControl::stop()
 {
     if (!m_session.isWanted())
         return;
-    beginCall();
-    m_stopping = true;
-    m_failed = false;
+    beginCall(true);
+    m_awaited = true;
     tell(tr("STOP sent…"), "warning");
     m_line.stop();
 }
@@ -53,88 +54,134 @@ void StopControl::release()
 {
     if (!m_session.isWanted())
         return;
-    beginCall();
-    m_stopping = false;
+    beginCall(false);
+    m_awaited = false;
     m_line.release();
 }
 
-void StopControl::beginCall()
+void StopControl::beginCall(bool hold)
 {
-    m_heldSince = m_endedSince = m_sessionGone = false;
-    QElapsedTimer since;
-    since.start();
-    m_calls.enqueue(since);
+    m_failed = m_heldSince = m_endedSince = m_disconnected = false;
+    m_sessionGone = !m_loggedIn;
+    const auto before = static_cast<quint64>(m_calls.size());
+    m_ownRevision = m_session.connection().stopRevision() + before + 1;
+    ++m_untold;
+    Call call{ hold, QElapsedTimer(), m_session.target(), m_ownRevision };
+    call.since.start();
+    m_calls.enqueue(call);
 }
 
 void StopControl::onAnswered(bool hold, short result)
 {
-    const QElapsedTimer since = m_calls.isEmpty() ? QElapsedTimer() : m_calls.dequeue();
-    emit answered(hold, result, since.isValid() ? since.nsecsElapsed() / 1000 : 0);
+    if (m_calls.isEmpty())
+        return;
+    const Call call = m_calls.dequeue();
+    emit answered(hold, result, call.since.nsecsElapsed() / 1000);
+    const bool perhapsTaken
+        = result == Diagnosis::ok || result == Diagnosis::notConnected || result == Diagnosis::noAnswer;
+    if (!perhapsTaken && m_untold > 0)
+        --m_untold;
     // What came of a call has no meaning any more when another one was made behind it.
     if (!m_calls.isEmpty())
         return;
     // The session tells of holds too, so the answer may be missing and the call carried out.
     if (result == Diagnosis::ok || (hold ? m_heldSince : m_endedSince))
-        tellDone(hold, since.elapsed());
+        tellDone(call);
     else
-        tellFailure(hold, result);
+        tellFailure(call, result);
 }
 
-void StopControl::tellDone(bool hold, qint64 milliseconds)
+void StopControl::tellDone(const Call& call)
 {
-    // Before the session has told of it there is nothing better to show.
-    if (m_held || m_heldSince || m_endedSince || m_sessionGone)
-        showHold();
-    m_parts.log.report(hold ? LogWarning : LogInfo, doneText(hold, milliseconds));
+    // The session will tell of it.
+    if (m_sessionGone || m_toldRevision >= call.revision)
+        m_awaited = false;
+    showHold();
+    m_parts.log.report(call.hold ? LogWarning : LogInfo, doneText(call));
 }
 
 // Another client may have had its say before the answer came.
-QString StopControl::doneText(bool hold, qint64 milliseconds) const
+QString StopControl::doneText(const Call& call) const
 {
-    const bool overtaken = m_heldSince && m_endedSince && m_held != hold;
-    if (hold)
-        return (overtaken
-                ? tr("STOP: the controller has stopped every axis in debug mode (%1 ms), and has been released since.")
-                : tr("STOP: the controller has stopped every axis in debug mode and holds them (%1 ms)."))
-            .arg(milliseconds);
-    return overtaken ? tr("STOP has been released, and holds again.") : tr("STOP has been released.");
+    const bool overtaken = !m_sessionGone && m_held != call.hold && m_toldRevision > call.revision;
+    if (!call.hold)
+        return overtaken ? tr("STOP has been released, and holds again.") : tr("STOP has been released.");
+    return (overtaken
+            ? tr("STOP: the controller has stopped every axis in debug mode (%1 ms), and has been released since.")
+            : tr("STOP: the controller has stopped every axis in debug mode and holds them (%1 ms)."))
+        .arg(call.since.elapsed());
 }
 
-void StopControl::tellFailure(bool hold, short result)
+void StopControl::tellFailure(const Call& call, short result)
 {
-    // Without a connection there is nothing to label; the message stays.
-    m_failed = hold && m_session.isWanted();
-    const QString reason = m_parts.errorText(result);
-    const QString text = hold
-        ? tr("STOP was not acknowledged by the controller at %1: %2 Use the machine's own emergency "
-             "stop. Without a connection the controller stops its axes by itself.")
-              .arg(m_session.target(), reason)
-        : tr("The controller at %1 has not released STOP: %2").arg(m_session.target(), reason);
+    // Behind a disconnection there is nothing to label, nor behind a new login; the message stays.
+    m_failed = call.hold && !call.target.isEmpty() && !m_disconnected && !(m_sessionGone && m_loggedIn);
+    m_awaited = false;
     showHold();
+    const QString text = failureText(call, result);
     m_parts.messages.showMessage(text);
     m_parts.log.report(LogError, text);
 }
 
+QString StopControl::failureText(const Call& call, short result) const
+{
+    if (call.target.isEmpty())
+        return tr(
+            "The built-in controller is still starting and has no axes in debug mode: there was nothing to stop.");
+    if (!call.hold && result == Diagnosis::emergencyStop)
+        return tr("The controller at %1 has not released STOP: it has been pressed again, here or by another client.")
+            .arg(call.target);
+    return (call.hold ? tr("STOP was not acknowledged by the controller at %1: %2 Use the machine's own emergency "
+                           "stop. Without a connection the controller stops its axes by itself.")
+                      : tr("The controller at %1 has not released STOP: %2"))
+        .arg(call.target, m_parts.errorText(result));
+}
+
 void StopControl::onHeldTold(bool held)
 {
+    const bool first = !m_told;
+    m_told = true;
     m_held = held;
     if (!m_sessionGone) {
         m_heldSince = m_heldSince || held;
         m_endedSince = m_endedSince || !held;
     }
-    m_failed = false;
+    tellOthers(first);
+    if (held)
+        m_failed = m_awaited = false;
+    else if (m_calls.isEmpty() && m_toldRevision >= m_ownRevision)
+        m_awaited = false;
     m_parts.releaseAction.setEnabled(held);
     m_parts.releaseAction.setVisible(held);
     showHold();
 }
 
+void StopControl::tellOthers(bool first)
+{
+    const quint64 revision = m_session.connection().stopRevision();
+    const quint64 news = first ? 0 : revision - m_toldRevision;
+    const bool byOthers = news > m_untold;
+    m_untold -= std::min(news, m_untold);
+    m_toldRevision = revision;
+    if (first && m_held) {
+        m_parts.log.report(LogWarning, tr("The controller holds all axes in debug mode: STOP has not been released."));
+    } else if (byOthers && m_held) {
+        const QString text
+            = tr("Another client has pressed STOP: the controller has stopped every axis in debug mode.");
+        m_parts.messages.showMessage(text);
+        m_parts.log.report(LogWarning, text);
+    } else if (byOthers) {
+        m_parts.log.report(LogInfo, tr("Another client has released STOP."));
+    }
+}
+
 void StopControl::showHold()
 {
-    if (m_held)
-        tell(tr("STOP holds"), "danger");
-    else if (m_failed)
+    if (m_failed)
         tell(tr("STOP not acknowledged"), "danger");
-    else if (!m_calls.isEmpty() && m_stopping)
+    else if (m_held)
+        tell(tr("STOP holds"), "danger");
+    else if (m_awaited)
         tell(tr("STOP sent…"), "warning");
     else
         tell(QString(), "");
@@ -146,24 +193,33 @@ void StopControl::onSessionState()
     m_key->setEnabled(wanted);
     m_parts.button.setEnabled(wanted);
     m_parts.stopAction.setEnabled(wanted);
-    const bool loggedIn = m_session.isLoggedIn();
-    if (!wanted || (loggedIn && !m_loggedIn))
-        m_failed = false;
-    m_loggedIn = loggedIn;
-    if (!loggedIn)
-        onLoggedOut();
-    else
-        showHold();
+    const bool wasLoggedIn = m_loggedIn;
+    m_loggedIn = m_session.isLoggedIn();
+    if (m_loggedIn && !wasLoggedIn)
+        onLoggedIn();
+    else if (!m_loggedIn)
+        onLoggedOut(wanted);
+    showHold();
+}
+
+void StopControl::onLoggedIn()
+{
+    m_failed = false;
+    m_awaited = m_awaited && !m_calls.isEmpty();
+    m_untold = 0;
 }
 
 // That a stop was not acknowledged stays to be seen: until the next login nobody knows what became of it.
-void StopControl::onLoggedOut()
+void StopControl::onLoggedOut(bool wanted)
 {
-    m_held = m_heldSince = m_endedSince = false;
+    m_held = m_told = false;
     m_sessionGone = true;
+    if (!wanted) {
+        m_failed = m_awaited = false;
+        m_disconnected = true;
+    }
     m_parts.releaseAction.setEnabled(false);
     m_parts.releaseAction.setVisible(false);
-    showHold();
 }
 
 void StopControl::tell(const QString& text, const char* styleType)

@@ -31,6 +31,10 @@ bool StopKey::eventFilter(QObject* watched, QEvent* event)
             emit pressed();
         return false;
     }
+    case QEvent::DragEnter:
+        // A drag takes all keys by a filter that is younger than this one, and begins by entering a window.
+        qApp->installEventFilter(this);
+        return false;
     default:
         return false;
     }

@@ -6,9 +6,9 @@
 
 class QKeyEvent;
 
-/// The key of the emergency stop. It works whatever has the focus, also under modal boxes, dialogs and open menus,
-/// since it is taken before any window gets it. While an open menu has the mouse, it also notices a press on the STOP
-/// button behind it.
+/// The key of the emergency stop. It works whatever has the focus, also under modal boxes, dialogs, open menus and
+/// while something is dragged, since it is taken before any window gets it. While an open menu has the mouse, it also
+/// notices a press on the STOP button behind it.
 class StopKey : public QObject {
     Q_OBJECT
 

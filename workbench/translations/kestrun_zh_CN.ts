@@ -1900,6 +1900,26 @@
         <source>STOP holds</source>
         <translation>急停保持中</translation>
     </message>
+    <message>
+        <source>The built-in controller is still starting and has no axes in debug mode: there was nothing to stop.</source>
+        <translation>内置控制器仍在启动，没有处于调试模式的轴：没有可停止的轴。</translation>
+    </message>
+    <message>
+        <source>The controller at %1 has not released STOP: it has been pressed again, here or by another client.</source>
+        <translation>控制器 %1 未解除急停：此后又有人按下急停（本机或其他客户端）。</translation>
+    </message>
+    <message>
+        <source>The controller holds all axes in debug mode: STOP has not been released.</source>
+        <translation>控制器保持所有处于调试模式的轴：急停尚未解除。</translation>
+    </message>
+    <message>
+        <source>Another client has pressed STOP: the controller has stopped every axis in debug mode.</source>
+        <translation>其他客户端按下了急停：控制器已停止所有处于调试模式的轴。</translation>
+    </message>
+    <message>
+        <source>Another client has released STOP.</source>
+        <translation>其他客户端已解除急停。</translation>
+    </message>
 </context>
 <context>
     <name>StoreConnection</name>
