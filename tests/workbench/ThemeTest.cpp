@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QToolBar>
+#include <QToolButton>
 #include <QtTest>
 
 #include <cmath>
@@ -57,6 +59,7 @@ private slots:
     void theNameDecides_data();
     void theNameDecides();
     void symbolsFollowTheTheme();
+    void whatHasNoRoomInAToolBarHasAButton();
     void aThemeCanBeChangedAfterPagesThatDisconnectThemselves();
     void anActiveButtonCanBeRead_data();
     void anActiveButtonCanBeRead();
@@ -204,6 +207,25 @@ static double strongest(const QImage& image, const QColor& ground)
             most = qMax(most, contrast(image.pixelColor(x, y), ground));
     }
     return most;
+}
+
+/// Through every change of the theme.
+void ThemeTest::whatHasNoRoomInAToolBarHasAButton()
+{
+    QToolBar bar;
+    for (const char* symbol : { "document-new", "document-open", "document-save", "edit-undo", "edit-redo" })
+        bar.addAction(QIcon::fromTheme(QLatin1String(symbol)), QString());
+    bar.show();
+    bar.resize(bar.minimumSizeHint());
+    auto* more = bar.findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+    QVERIFY(more);
+    QTRY_VERIFY(more->isVisible());
+    for (const char* name : { "dark.qss", "default.qss", "dark.qss" }) {
+        Theme::apply(QLatin1String(name));
+        QCoreApplication::processEvents();
+        const QImage shown = more->grab().toImage();
+        QVERIFY2(strongest(shown, shown.pixelColor(0, 0)) > 3, name);
+    }
 }
 
 void ThemeTest::anActiveButtonCanBeRead_data()
