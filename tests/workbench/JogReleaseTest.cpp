@@ -173,7 +173,7 @@ void JogReleaseTest::aReleaseThatTheButtonNeverGetsEnds()
         getsRelease = other.windowHandle();
         break;
     case 4:
-        box.open();
+        OnlineProgram::showModal(box);
         getsRelease = box.windowHandle();
         break;
     case 5:

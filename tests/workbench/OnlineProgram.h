@@ -76,6 +76,13 @@ public:
         return control->mapTo(&workbench->window(), control->rect().center());
     }
 
+    /// As the boxes of the pages are: every other window is shut off from mouse and keyboard.
+    static void showModal(QWidget& box)
+    {
+        box.setWindowModality(Qt::ApplicationModal);
+        box.show();
+    }
+
     QWindow* window() const { return workbench->window().windowHandle(); }
     // Events go to the window, as from a real mouse, so that the program's idea of the buttons follows.
     void press(const char* name, Qt::MouseButton button = Qt::LeftButton) const

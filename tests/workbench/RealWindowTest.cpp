@@ -192,7 +192,7 @@ void RealWindowTest::theKeyStopsUnderABox()
     makeReady();
     holdJog();
     QMessageBox box(QMessageBox::Information, QStringLiteral("box"), QStringLiteral("box"), QMessageBox::Ok);
-    box.open();
+    OnlineProgram::showModal(box);
     QVERIFY(QTest::qWaitForWindowActive(&box));
     QVERIFY(xdotool({ QStringLiteral("key"), QStringLiteral("F9") }));
     QVERIFY(stands());
@@ -225,7 +225,7 @@ void RealWindowTest::theButtonStopsUnderABox()
     QCOMPARE(RpcCmdSend().rpc_AxisDebug_MoveVel(0, 5, 100, 100, 0), short(0));
     QVERIFY(moves());
     QMessageBox box(QMessageBox::Information, QStringLiteral("box"), QStringLiteral("box"), QMessageBox::Ok);
-    box.open();
+    OnlineProgram::showModal(box);
     QVERIFY(QTest::qWaitForWindowActive(&box));
     const StopButton& button = m_program->workbench->window().stopButton();
     QVERIFY(click(button.mapToGlobal(button.rect().center())));

@@ -98,9 +98,9 @@ void StopControlTest::theKeyStopsWhateverHasTheFocus()
         break;
     case 2:
     case 3:
-        box.open();
+        OnlineProgram::showModal(box);
         if (place == 3)
-            second.open();
+            OnlineProgram::showModal(second);
         target = (place == 3 ? second : box).windowHandle();
         break;
     case 4:
@@ -155,11 +155,17 @@ void StopControlTest::theButtonStaysInReachUnderAModalBox()
     QVERIFY(m_program->makeReady());
     QVERIFY(m_program->move());
     QMessageBox box(QMessageBox::Information, QStringLiteral("box"), QStringLiteral("box"), QMessageBox::Ok);
-    box.open();
+    OnlineProgram::showModal(box);
     auto* reach = box.findChild<StopButton*>(QStringLiteral("stopButtonInReach"));
     QVERIFY(reach && reach->isVisible() && reach->isEnabled());
     QCOMPARE(reach->geometry().topLeft(), m_program->button().mapToGlobal(QPoint(0, 0)));
     QCOMPARE(reach->size(), m_program->button().size());
+    // The window's own is shut off.
+    const QPoint place
+        = m_program->button().mapTo(&m_program->workbench->window(), m_program->button().rect().center());
+    QTest::mouseClick(m_program->window(), Qt::LeftButton, {}, place);
+    QVERIFY(m_program->isMoving());
+    QCOMPARE(m_program->feedback(), QString());
     QTest::mousePress(reach->windowHandle(), Qt::LeftButton, {}, reach->rect().center());
     QVERIFY(m_program->stoppedAndHeld());
     QTest::mouseRelease(reach->windowHandle(), Qt::LeftButton, {}, reach->rect().center());
