@@ -6,8 +6,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
-#include <QDialogButtonBox>
-#include <QLabel>
 #include <QPushButton>
 
 #include <optional>
@@ -25,8 +23,6 @@ private slots:
     void returnCommitsNothing();
     void limitsHold_data();
     void limitsHold();
-    void theSpeedMultiplierStaysAsTyped();
-    void aHugeMultiplierCountsAsNought();
 
     void continuousMotionHidesThePosition();
     void leavingTheJerkCurveLosesTheJerk();
@@ -48,13 +44,6 @@ private slots:
     void failuresAreShown_data();
     void failuresAreShown();
     void successShowsNothing();
-
-    void theMultiplierIsSetAfterAQuestion();
-    void cancellingTheQuestionRestoresTheBox_data();
-    void cancellingTheQuestionRestoresTheBox();
-    void takingTheMultiplierBackSendsTheDefault();
-    void aFailedMultiplierTurnsTheBoxBack();
-    void aFailedCancellingLeavesTheFieldDisabled();
 
     void aHeldJogButtonSendsStartAndEnd_data();
     void aHeldJogButtonSendsStartAndEnd();
@@ -163,21 +152,6 @@ void OnlineDebugCommandsTest::limitsHold()
     QCOMPARE(m->field(name.constData())->text().toDouble(), stands ? typed.toDouble() : 5.0);
     // A refused field takes the focus again.
     QCOMPARE(m->field(name.constData())->hasFocus(), !stands);
-}
-
-void OnlineDebugCommandsTest::theSpeedMultiplierStaysAsTyped()
-{
-    enter("speedMultiplierLineEdit", QStringLiteral("007"));
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("007"));
-}
-
-void OnlineDebugCommandsTest::aHugeMultiplierCountsAsNought()
-{
-    enter("speedMultiplierLineEdit", QStringLiteral("4294967296"));
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("4294967296"));
-    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
-    m->control<QCheckBox>("speedMultiplierCheckBox")->click();
-    QCOMPARE(last().as<SetVelRatioParam>().ratio, short(0));
 }
 
 void OnlineDebugCommandsTest::continuousMotionHidesThePosition()
@@ -425,93 +399,6 @@ void OnlineDebugCommandsTest::successShowsNothing()
     m->page->axisDebugKeepAlive(9);
     QCOMPARE(m->boxes.count(), 0);
     QVERIFY(m->debug.requests.isEmpty());
-}
-
-void OnlineDebugCommandsTest::theMultiplierIsSetAfterAQuestion()
-{
-    enter("speedMultiplierLineEdit", QStringLiteral("50"));
-    ModalDialogDriver dialogs([](QDialog* dialog) {
-        QCOMPARE(dialog->findChild<QLabel*>()->text(), QStringLiteral("Set the current speed multiplier?"));
-        QVERIFY(!dialog->parent());
-        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
-    });
-    QTest::mouseClick(m->control("speedMultiplierCheckBox"), Qt::LeftButton);
-    QCOMPARE(dialogs.count, 1);
-    QCOMPARE(last().code, int(AxisDebugSetVelRatio));
-    QCOMPARE(last().as<SetVelRatioParam>().ratio, short(50));
-    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
-    m->page->axisDebugSetVelRatio(0);
-    QVERIFY(!m->field("speedMultiplierLineEdit")->isEnabled());
-}
-
-void OnlineDebugCommandsTest::cancellingTheQuestionRestoresTheBox_data()
-{
-    QTest::addColumn<bool>("checked");
-    QTest::newRow("an unset multiplier stays unset") << false;
-    QTest::newRow("a set multiplier stays set") << true;
-}
-
-void OnlineDebugCommandsTest::cancellingTheQuestionRestoresTheBox()
-{
-    QFETCH(bool, checked);
-    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
-    {
-        const QSignalBlocker blocker(box);
-        box->setChecked(checked);
-    }
-    ModalDialogDriver dialogs([](QDialog* dialog) {
-        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel), Qt::LeftButton);
-    });
-    QTest::mouseClick(box, Qt::LeftButton);
-    QCOMPARE(dialogs.count, 1);
-    QCOMPARE(box->isChecked(), checked);
-    QVERIFY(m->debug.requests.isEmpty());
-}
-
-void OnlineDebugCommandsTest::takingTheMultiplierBackSendsTheDefault()
-{
-    enter("speedMultiplierLineEdit", QStringLiteral("50"));
-    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
-    dialogs.next([](QDialog* dialog) {
-        QCOMPARE(dialog->findChild<QLabel*>()->text(), QStringLiteral("Cancel the speed multiplier setting?"));
-        dialog->accept();
-    });
-    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
-    QTest::mouseClick(box, Qt::LeftButton);
-    m->page->axisDebugSetVelRatio(0);
-    QTest::mouseClick(box, Qt::LeftButton);
-    QCOMPARE(dialogs.count, 2);
-    QCOMPARE(last().as<SetVelRatioParam>().ratio, short(100));
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("100"));
-    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
-    m->page->axisDebugSetVelRatio(0);
-    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
-}
-
-void OnlineDebugCommandsTest::aFailedMultiplierTurnsTheBoxBack()
-{
-    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
-    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
-    QTest::mouseClick(box, Qt::LeftButton);
-    m->page->axisDebugSetVelRatio(3);
-    QCOMPARE(dialogs.count, 1);
-    QVERIFY(!box->isChecked());
-    QVERIFY(m->field("speedMultiplierLineEdit")->isEnabled());
-    QCOMPARE(m->boxes.texts(), QStringList({ QStringLiteral("Failed to set speed multiplier!,text 3") }));
-}
-
-void OnlineDebugCommandsTest::aFailedCancellingLeavesTheFieldDisabled()
-{
-    ModalDialogDriver dialogs([](QDialog* dialog) { dialog->accept(); });
-    dialogs.next([](QDialog* dialog) { dialog->accept(); });
-    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
-    QTest::mouseClick(box, Qt::LeftButton);
-    m->page->axisDebugSetVelRatio(0);
-    QTest::mouseClick(box, Qt::LeftButton);
-    m->page->axisDebugSetVelRatio(3);
-    QVERIFY(box->isChecked());
-    QVERIFY(!m->field("speedMultiplierLineEdit")->isEnabled());
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("100"));
 }
 
 void OnlineDebugCommandsTest::aHeldJogButtonSendsStartAndEnd_data()

@@ -2,10 +2,8 @@
 #include "host/languagecore/Symbol.h"
 #include "sdk/AxisDebugParams.h"
 #include "tests/online/OnlinePageFixture.h"
-#include "tests/support/ModalDialogDriver.h"
 
 #include <QCheckBox>
-#include <QDialog>
 #include <QPushButton>
 #include <QTableView>
 #include <QTimer>
@@ -63,9 +61,6 @@ private slots:
     void theTimeoutIsReadAtEachClick();
     void aTickAndAReplyUnderABoxAreServed();
     void aFailureIsNamedByTheStateOfItsAnswer();
-    void theMirrorLeavesTheCachedMultiplier();
-    void theMirrorTakesAnyRatio_data();
-    void theMirrorTakesAnyRatio();
     void withoutATransferNothingIsSent();
     void withoutATransactionNothingIsSubmitted();
     void twoClicksSendTwoRequests();
@@ -469,63 +464,6 @@ void OnlineDebugSessionTest::aFailureIsNamedByTheStateOfItsAnswer()
     QCOMPARE(m->boxes.texts(),
         QStringList(
             { QStringLiteral("Failed to exit Debug menu!,text 5"), QStringLiteral("Cancel Enable Failed!,text 5") }));
-}
-
-void OnlineDebugSessionTest::theMirrorLeavesTheCachedMultiplier()
-{
-    m->makePage();
-    m->page->onlineStatechanged(true);
-    m->receive(OnlinePageFixture::status(3, true));
-    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
-    {
-        const QSignalBlocker blocker(box);
-        box->setChecked(true);
-    }
-    m->page->axisDebugSetVelRatio(0);
-    AxisRef status = OnlinePageFixture::status(3, true);
-    status.speedRatio = 0.4;
-    m->receive(status);
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), QStringLiteral("40"));
-    // Cancelled and set again, what was typed counts, not what was shown.
-    m->field("speedMultiplierLineEdit")->setEnabled(true);
-    m->debug.requests.clear();
-    ModalDialogDriver driver([](QDialog* dialog) { dialog->accept(); });
-    {
-        const QSignalBlocker blocker(box);
-        box->setChecked(false);
-    }
-    box->click();
-    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetVelRatio }));
-    QCOMPARE(m->debug.requests.last().as<SetVelRatioParam>().ratio, short(100));
-}
-
-void OnlineDebugSessionTest::theMirrorTakesAnyRatio_data()
-{
-    QTest::addColumn<double>("ratio");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("cut off") << 0.999 << "99";
-    QTest::newRow("nought") << 0.0 << "0";
-    QTest::newRow("negative") << -0.5 << "-50";
-    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << "0";
-    QTest::newRow("past every integer") << 1e300 << "2147483647";
-    QTest::newRow("past every negative integer") << -std::numeric_limits<double>::infinity() << "-2147483648";
-}
-
-void OnlineDebugSessionTest::theMirrorTakesAnyRatio()
-{
-    QFETCH(double, ratio);
-    QFETCH(QString, text);
-    m->makePage();
-    auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
-    {
-        const QSignalBlocker blocker(box);
-        box->setChecked(true);
-    }
-    m->page->axisDebugSetVelRatio(0);
-    AxisRef status = OnlinePageFixture::status(3, true);
-    status.speedRatio = ratio;
-    m->receive(status);
-    QCOMPARE(m->field("speedMultiplierLineEdit")->text(), text);
 }
 
 void OnlineDebugSessionTest::withoutATransferNothingIsSent()
