@@ -6,9 +6,46 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QFocusEvent>
 #include <QPushButton>
 
 #include <optional>
+
+/// The state that reads as the error state, when a test sets it: no controller's description may say so. The linker
+/// leads the page's call to the function below.
+static std::optional<AxisModel::AxisState> stateWithTextOfError;
+
+using StateTexts = QMap<AxisModel::AxisState, QString>;
+StateTexts stateTextsOfTheModel(const AxisModel* model) __asm__("__real__ZNK9AxisModel15getAxisStateMapEv");
+Q_DECL_EXPORT StateTexts stateTextsForTheTest(const AxisModel* model) __asm__(
+    "__wrap__ZNK9AxisModel15getAxisStateMapEv");
+
+StateTexts stateTextsForTheTest(const AxisModel* model)
+{
+    StateTexts texts = stateTextsOfTheModel(model);
+    if (stateWithTextOfError)
+        texts.insert(*stateWithTextOfError, texts.value(AxisModel::ErrorStop));
+    return texts;
+}
+
+namespace {
+
+/// Notes why a widget gets the focus.
+class FocusReasons : public QObject {
+public:
+    explicit FocusReasons(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusIn)
+            reasons.append(static_cast<QFocusEvent*>(event)->reason());
+        return QObject::eventFilter(watched, event);
+    }
+
+    QVector<Qt::FocusReason> reasons;
+};
+
+} // namespace
 
 /// Fields, commands and jog of the online page.
 class OnlineDebugCommandsTest : public QObject {
@@ -16,13 +53,14 @@ class OnlineDebugCommandsTest : public QObject {
 
 private slots:
     void init();
-    void cleanup() { m.reset(); }
+    void cleanup();
 
     void aFieldCommitsWhenTheFocusLeaves_data();
     void aFieldCommitsWhenTheFocusLeaves();
     void returnCommitsNothing();
     void limitsHold_data();
     void limitsHold();
+    void aRefusedFieldTakesTheFocusForNoReasonOfTheKeyboard();
 
     void continuousMotionHidesThePosition();
     void leavingTheJerkCurveLosesTheJerk();
@@ -32,6 +70,9 @@ private slots:
     void enableSendsTheOtherState_data();
     void enableSendsTheOtherState();
     void enableInErrorWarnsAndGoesOn();
+    void enableSendsWhatStandsAfterItsWarning();
+    void theFirstStateOfATextDecidesOnTheWarning_data();
+    void theFirstStateOfATextDecidesOnTheWarning();
     void presetPositionSendsItsField();
     void homeSendsOffsetThenHome();
     void aFailedOffsetSendsNoHome();
@@ -66,6 +107,12 @@ void OnlineDebugCommandsTest::init()
     m->makePage();
     m->receive(OnlinePageFixture::status(3, true));
     m->show();
+}
+
+void OnlineDebugCommandsTest::cleanup()
+{
+    m.reset();
+    stateWithTextOfError.reset();
 }
 
 void OnlineDebugCommandsTest::leave(const char* name)
@@ -152,6 +199,16 @@ void OnlineDebugCommandsTest::limitsHold()
     QCOMPARE(m->field(name.constData())->text().toDouble(), stands ? typed.toDouble() : 5.0);
     // A refused field takes the focus again.
     QCOMPARE(m->field(name.constData())->hasFocus(), !stands);
+}
+
+void OnlineDebugCommandsTest::aRefusedFieldTakesTheFocusForNoReasonOfTheKeyboard()
+{
+    for (const char* name : { "positionLineEdit", "speedMultiplierLineEdit" }) {
+        type(name, QStringLiteral("10000000"));
+        const FocusReasons focus(*m->field(name));
+        leave(name);
+        QCOMPARE(focus.reasons, QVector<Qt::FocusReason>({ Qt::OtherFocusReason }));
+    }
 }
 
 void OnlineDebugCommandsTest::continuousMotionHidesThePosition()
@@ -243,6 +300,45 @@ void OnlineDebugCommandsTest::enableInErrorWarnsAndGoesOn()
     m->control<QPushButton>("enablePushButton")->click();
     const QString state = m->project.axisModel()->getAxisStateMap().value(AxisModel::ErrorStop);
     QCOMPARE(m->boxes.texts(), QStringList({ QStringLiteral("State: %1 ,Please reset first").arg(state) }));
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetEnable }));
+}
+
+void OnlineDebugCommandsTest::enableSendsWhatStandsAfterItsWarning()
+{
+    m->receive(OnlinePageFixture::status(1, true));
+    m->boxes.meanwhile([this] {
+        m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("9"));
+        m->receive(OnlinePageFixture::status(3, true));
+    });
+    m->control<QPushButton>("enablePushButton")->click();
+    QCOMPARE(m->boxes.count(), 1);
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetEnable }));
+    QCOMPARE(last().as<SetEnableParam>().axisNo, short(9));
+    QCOMPARE(last().as<SetEnableParam>().enable, short(0));
+}
+
+void OnlineDebugCommandsTest::theFirstStateOfATextDecidesOnTheWarning_data()
+{
+    QTest::addColumn<int>("same");
+    QTest::addColumn<int>("state");
+    QTest::addColumn<int>("warnings");
+    QTest::newRow("an error state that reads as the one before it") << 0 << 1 << 0;
+    QTest::newRow("the one before the error state that reads as it") << 0 << 0 << 0;
+    QTest::newRow("an error state that one behind it reads as") << 5 << 1 << 1;
+    QTest::newRow("one behind the error state that reads as it") << 5 << 5 << 1;
+}
+
+void OnlineDebugCommandsTest::theFirstStateOfATextDecidesOnTheWarning()
+{
+    QFETCH(int, same);
+    QFETCH(int, state);
+    QFETCH(int, warnings);
+    stateWithTextOfError = static_cast<AxisModel::AxisState>(same);
+    m->makePage();
+    m->receive(OnlinePageFixture::status(static_cast<quint16>(state), true));
+    QCOMPARE(m->field("statueLineEdit")->text(), m->project.axisModel()->getAxisStateMap().value(AxisModel::ErrorStop));
+    m->control<QPushButton>("enablePushButton")->click();
+    QCOMPARE(m->boxes.count(), warnings);
     QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugSetEnable }));
 }
 

@@ -1,9 +1,12 @@
 #include "host/languagecore/ACCore.h"
+#include "host/languagecore/SafeAccore.h"
 #include "host/languagecore/Symbol.h"
 #include "sdk/AxisDebugParams.h"
 #include "tests/online/OnlinePageFixture.h"
+#include "tests/support/NumberTyping.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QPushButton>
 #include <QTableView>
 #include <QTimer>
@@ -13,9 +16,20 @@
 
 /// What the language core of the project tells of its symbols, when a test sets it.
 static std::optional<std::vector<ac::Symbol*>> toldSymbols;
+/// While set, guards on the language core come out empty: an open project always has a core.
+static bool coreIsMissing = false;
 
-// The linker puts these two in the place of the language core's operation, as seen from the page.
+// The linker puts these in the place of the language core's operations, as seen from the page.
 extern "C" {
+void __real__ZN10SafeAccoreC1ERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEb(
+    SafeAccore* self, const std::string& projectName, bool reserved);
+Q_DECL_EXPORT void __wrap__ZN10SafeAccoreC1ERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEb(
+    SafeAccore* self, const std::string& projectName, bool reserved)
+{
+    const std::string& name = coreIsMissing ? std::string() : projectName;
+    __real__ZN10SafeAccoreC1ERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEb(self, name, reserved);
+}
+
 void __real__ZNK2ac6ACCore10allSymbolsEiRSt6vectorIPNS_6SymbolESaIS3_EE(
     const ac::ACCore* core, int kind, std::vector<ac::Symbol*>& out);
 Q_DECL_EXPORT void __wrap__ZNK2ac6ACCore10allSymbolsEiRSt6vectorIPNS_6SymbolESaIS3_EE(
@@ -43,14 +57,15 @@ private slots:
     void noTickFollowsGoingOffLine();
     void goingOnLineAgainEndsTheWaitForAReplyThatNeverCame();
     void withoutAHostThePageStands();
+    void withoutALanguageCoreErrorsAreNumbers_data();
     void withoutALanguageCoreErrorsAreNumbers();
     void errorNamesComeFromTheirEnumeration();
+    void noErrorIsNamedAsWell();
     void oddSymbolsAreSkipped();
     void theScanOfSymbolsEndsWithBothEnumerations();
     void withoutAVariableMonitorTheSessionGoesOn();
     void theMonitoredNumberIsTheOneOfGoingOnLine();
     void anEncoderPageGoesWithoutTouchingTheMonitor();
-    void aVanishedAxisOnlySkipsAKeepAlive();
     void withoutARecordThePageStaysAsItIs_data();
     void withoutARecordThePageStaysAsItIs();
     void withoutARecordNoPollStarts_data();
@@ -75,6 +90,12 @@ private:
         status.axisError = static_cast<quint16>(id);
         m->receive(status);
         return m->field("axisErrorLineEdit")->text();
+    }
+    /// The fields of a move, in the order in which it sends them.
+    QLineEdit* motionField(int place) const
+    {
+        const char* names[] = { "positionLineEdit", "velocityLineEdit", "accLineEdit", "decLineEdit", "jerkLineEdit" };
+        return m->field(names[place]);
     }
     void goOnLine(const QString& key, const QVariant& value)
     {
@@ -103,6 +124,7 @@ void OnlineDebugSessionTest::cleanup()
 {
     m.reset();
     toldSymbols.reset();
+    coreIsMissing = false;
 }
 
 void OnlineDebugSessionTest::theDiagnosisIsAskedForClassAndUnsignedCode()
@@ -199,10 +221,21 @@ void OnlineDebugSessionTest::withoutAHostThePageStands()
     QVERIFY(m->debug.requests.isEmpty());
 }
 
+void OnlineDebugSessionTest::withoutALanguageCoreErrorsAreNumbers_data()
+{
+    QTest::addColumn<bool>("core");
+    QTest::newRow("no core") << false;
+    QTest::newRow("a core that knows no symbol") << true;
+}
+
 void OnlineDebugSessionTest::withoutALanguageCoreErrorsAreNumbers()
 {
-    toldSymbols.emplace();
+    QFETCH(bool, core);
+    coreIsMissing = !core;
+    if (core)
+        toldSymbols.emplace();
     m->makePage();
+    QCOMPARE(errorShown(0), QStringLiteral("0"));
     QCOMPARE(errorShown(1), QStringLiteral("1"));
     m->page->onlineStatechanged(true);
     QVERIFY(timer()->isActive());
@@ -222,6 +255,16 @@ void OnlineDebugSessionTest::errorNamesComeFromTheirEnumeration()
     QCOMPARE(errorShown(40000), QStringLiteral("high"));
     QCOMPARE(errorShown(11), QStringLiteral("11"));
     QCOMPARE(errorShown(12), QStringLiteral("12"));
+    QCOMPARE(errorShown(0), QStringLiteral("0"));
+}
+
+void OnlineDebugSessionTest::noErrorIsNamedAsWell()
+{
+    ac::SymbolEnumType errors("MC_AXIS_ERROR_ID", { { "allIsWell", 0 } });
+    toldSymbols = std::vector<ac::Symbol*>{ &errors };
+    m->makePage();
+    QCOMPARE(errorShown(0), QStringLiteral("allIsWell"));
+    QCOMPARE(m->field("axisErrorLineEdit")->styleSheet(), QString());
 }
 
 void OnlineDebugSessionTest::oddSymbolsAreSkipped()
@@ -284,21 +327,6 @@ void OnlineDebugSessionTest::anEncoderPageGoesWithoutTouchingTheMonitor()
     QCOMPARE(
         m->host.calls.entriesOf({ QStringLiteral("varMonitor.addAxis"), QStringLiteral("varMonitor.releaseAxis") }),
         QStringList());
-}
-
-void OnlineDebugSessionTest::aVanishedAxisOnlySkipsAKeepAlive()
-{
-    m->makePage();
-    m->page->onlineStatechanged(true);
-    timer()->stop();
-    QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
-    for (int i = 0; i < 12; ++i)
-        tick();
-    QVERIFY(m->debug.requests.isEmpty());
-    QVERIFY(m->project.axisModel()->putObjectBack(m->axis));
-    for (int i = 0; i < 12; ++i)
-        tick();
-    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugKeepAlive }));
 }
 
 void OnlineDebugSessionTest::withoutARecordThePageStaysAsItIs_data()
@@ -511,12 +539,17 @@ void OnlineDebugSessionTest::fieldsOutliveAReconnection()
     m->page->onlineStatechanged(true);
     m->receive(OnlinePageFixture::status(3, true));
     m->show();
-    m->field("positionLineEdit")->setFocus();
-    m->field("positionLineEdit")->selectAll();
-    QTest::keyClicks(m->field("positionLineEdit"), QStringLiteral("42"));
-    QTest::keyClick(m->field("positionLineEdit"), Qt::Key_Tab);
-    const QString shown = m->field("positionLineEdit")->text();
-    QVERIFY(shown.startsWith(QLatin1String("42")));
+    m->control<QComboBox>("motionTypeComboBox")->setCurrentText(QStringLiteral("Relative positioning"));
+    m->control<QComboBox>("curveTypeComboBox")->setCurrentText(QStringLiteral("S_type"));
+    const QStringList numbers{ QStringLiteral("42"), QStringLiteral("43"), QStringLiteral("44"), QStringLiteral("45"),
+        QStringLiteral("46") };
+    QStringList shown;
+    for (int i = 0; i < numbers.size(); ++i) {
+        QLineEdit* field = motionField(i);
+        NumberTyping::replace(field, numbers.at(i));
+        QTest::keyClick(field, Qt::Key_Tab);
+        shown.append(field->text());
+    }
     auto* box = m->control<QCheckBox>("speedMultiplierCheckBox");
     {
         const QSignalBlocker blocker(box);
@@ -524,9 +557,18 @@ void OnlineDebugSessionTest::fieldsOutliveAReconnection()
     }
     m->page->onlineStatechanged(false);
     m->page->onlineStatechanged(true);
+    timer()->stop();
     m->receive(OnlinePageFixture::status(3, true));
-    QCOMPARE(m->field("positionLineEdit")->text(), shown);
+    for (int i = 0; i < numbers.size(); ++i)
+        QCOMPARE(motionField(i)->text(), shown.at(i));
     QVERIFY(box->isChecked());
+    QTest::mouseClick(m->control("motionPushButton"), Qt::LeftButton);
+    // What is sent is what is shown.
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugMoveRel }));
+    const auto sent = m->debug.requests.last().as<MoveRelParam>();
+    const double values[] = { sent.position, sent.velocity, sent.acceleration, sent.deceleration, sent.jerk };
+    for (int i = 0; i < numbers.size(); ++i)
+        QCOMPARE(values[i], numbers.at(i).toDouble());
 }
 
 QTEST_MAIN(OnlineDebugSessionTest)

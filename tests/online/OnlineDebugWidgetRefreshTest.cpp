@@ -154,6 +154,10 @@ void OnlineDebugWidgetRefreshTest::aReplyFillsTheFields_data()
                                     << "No error" << false;
     QTest::newRow("moving") << 4 << 1 << 0 << "ON"
                             << "No error" << true;
+    QTest::newRow("moving without an end") << 5 << 1 << 0 << "ON"
+                                           << "No error" << true;
+    QTest::newRow("following another axis") << 6 << 1 << 0 << "ON"
+                                            << "No error" << true;
     QTest::newRow("homing") << 7 << 1 << 0 << "ON"
                             << "No error" << true;
     QTest::newRow("a state without a text") << 900 << 1 << 0 << "ON"

@@ -36,12 +36,20 @@ private slots:
     void noTickSendsAnything_data();
     void noTickSendsAnything();
     void aVanishedAxisEndsThePoll();
+    void aVanishedAxisOnlySkipsAKeepAlive();
+    void aPollThatFindsNoAxisLeavesTheTicks();
+    void everyRequestReadsTheNumberOfTheAxisAnew();
+    void theNumberOfTheAxisIsReadAsADecimal_data();
+    void theNumberOfTheAxisIsReadAsADecimal();
+    void aNegativeNumberIsNotAskedFor();
     void requestsEndSilently_data();
     void requestsEndSilently();
     void enteringDebugModeCarriesTheTimeout_data();
     void enteringDebugModeCarriesTheTimeout();
     void theSameButtonLeavesDebugMode();
     void directLoginIsRefused();
+    void directLoginIsRefusedWhateverElseIsMissing_data();
+    void directLoginIsRefusedWhateverElseIsMissing();
     void withoutTransferEnteringIsRefused();
     void aRefusedEntryIsShown_data();
     void aRefusedEntryIsShown();
@@ -53,6 +61,7 @@ private:
     void tick() { QMetaObject::invokeMethod(m->page.get(), "onlineQTimerSlot"); }
     QTimer* timer() const { return m->page->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly); }
 
+    const QString directLoginText = QStringLiteral("Direct login mode does not support axis online debugging.");
     std::optional<OnlinePageFixture> m;
 };
 
@@ -68,6 +77,9 @@ void OnlineDebugWidgetTest::aProjectThatIsNotOpenGivesAPageWithoutTimer()
     m->page->onlineStatechanged(true);
     m->page->onlineStatechanged(false);
     tick();
+    // It has looked for no service, and so knows of no connection that could be debugged on.
+    m->control<QPushButton>("enterDebugButton")->click();
+    QCOMPARE(m->boxes.texts(), QStringList({ directLoginText }));
     QVERIFY(m->debug.requests.isEmpty());
 }
 
@@ -237,6 +249,110 @@ void OnlineDebugWidgetTest::aVanishedAxisEndsThePoll()
     QVERIFY(m->debug.requests.isEmpty());
 }
 
+void OnlineDebugWidgetTest::aVanishedAxisOnlySkipsAKeepAlive()
+{
+    m->makePage();
+    m->page->onlineStatechanged(true);
+    timer()->stop();
+    QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
+    for (int i = 0; i < 12; ++i)
+        tick();
+    QVERIFY(m->debug.requests.isEmpty());
+    QVERIFY(m->project.axisModel()->putObjectBack(m->axis));
+    // The turn that was skipped counts as taken.
+    for (int i = 0; i < 11; ++i)
+        tick();
+    QVERIFY(m->debug.requests.isEmpty());
+    tick();
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugKeepAlive }));
+}
+
+void OnlineDebugWidgetTest::aPollThatFindsNoAxisLeavesTheTicks()
+{
+    m->makePage();
+    m->page->onlineStatechanged(true);
+    timer()->stop();
+    for (int i = 0; i < 5; ++i)
+        tick();
+    QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
+    m->show();
+    tick();
+    m->page->hide();
+    QVERIFY(m->project.axisModel()->putObjectBack(m->axis));
+    m->page->axisDebugGetAxisRef(QByteArray());
+    for (int i = 0; i < 6; ++i)
+        tick();
+    QVERIFY(m->debug.requests.isEmpty());
+    tick();
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugKeepAlive }));
+}
+
+void OnlineDebugWidgetTest::everyRequestReadsTheNumberOfTheAxisAnew()
+{
+    m->makePage();
+    m->show();
+    m->page->onlineStatechanged(true);
+    timer()->stop();
+    m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("8"));
+    tick();
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugGetAxisRef }));
+    QCOMPARE(m->debug.requests.last().as<GetAxisRefParam>().axisNo, short(8));
+    m->page->axisDebugGetAxisRef(QByteArray());
+    m->page->hide();
+    m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("5"));
+    for (int i = 0; i < 12; ++i)
+        tick();
+    QCOMPARE(m->debug.codes(), QVector<int>({ AxisDebugGetAxisRef, AxisDebugKeepAlive }));
+    QCOMPARE(m->debug.requests.last().as<KeepAliveParam>().axisNo, short(5));
+}
+
+void OnlineDebugWidgetTest::theNumberOfTheAxisIsReadAsADecimal_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("number");
+    QTest::newRow("a nought in front") << "010" << 10;
+    QTest::newRow("no decimal") << "0x10" << 0;
+    QTest::newRow("nothing") << "" << 0;
+}
+
+void OnlineDebugWidgetTest::theNumberOfTheAxisIsReadAsADecimal()
+{
+    QFETCH(QString, text);
+    QFETCH(int, number);
+    m->axis->setProperty(QStringLiteral("AxisNo"), text);
+    m->makePage();
+    m->show();
+    m->page->onlineStatechanged(true);
+    timer()->stop();
+    QCOMPARE(m->host.calls.entriesOf({ QStringLiteral("varMonitor.addAxis") }),
+        QStringList({ QStringLiteral("varMonitor.addAxis(%1)").arg(number) }));
+    tick();
+    QCOMPARE(int(m->debug.requests.last().as<GetAxisRefParam>().axisNo), number);
+    m->receive(OnlinePageFixture::status(0, true));
+    m->control<QPushButton>("resetPushButton")->click();
+    QCOMPARE(m->debug.codes().last(), int(AxisDebugReset));
+    QCOMPARE(int(m->debug.requests.last().as<ResetParam>().axisNo), number);
+    m->control<QPushButton>("enterDebugButton")->click();
+    QCOMPARE(int(m->debug.requests.last().as<EnterDebugModelParam>().axisNo), number);
+}
+
+void OnlineDebugWidgetTest::aNegativeNumberIsNotAskedFor()
+{
+    m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("-4"));
+    m->makePage();
+    m->page->onlineStatechanged(true);
+    timer()->stop();
+    for (int i = 0; i < 12; ++i)
+        tick();
+    m->show();
+    tick();
+    QVERIFY(m->debug.requests.isEmpty());
+    // The request counts as under way.
+    m->axis->setProperty(QStringLiteral("AxisNo"), QStringLiteral("4"));
+    tick();
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
 void OnlineDebugWidgetTest::requestsEndSilently_data()
 {
     QTest::addColumn<QString>("missing");
@@ -255,7 +371,7 @@ void OnlineDebugWidgetTest::requestsEndSilently()
     else
         m->host.withhold(missing);
     m->makePage();
-    for (const char* name : { "enablePushButton", "presetPositionPushButton", "resetPushButton" }) {
+    for (const char* name : { "enterDebugButton", "enablePushButton", "presetPositionPushButton", "resetPushButton" }) {
         m->control("basicTabWidget")->setEnabled(true);
         m->control<QPushButton>(name)->click();
     }
@@ -316,11 +432,36 @@ void OnlineDebugWidgetTest::directLoginIsRefused()
     m->control<QPushButton>("enterDebugButton")->click();
     QCOMPARE(m->boxes.count(), 1);
     const MessageBoxWatcher::Box box = m->boxes.boxes.first();
-    QCOMPARE(box.text, QStringLiteral("Direct login mode does not support axis online debugging."));
+    QCOMPARE(box.text, directLoginText);
     QCOMPARE(box.title, QStringLiteral("Kestrun"));
     QCOMPARE(box.buttons, QStringList({ QStringLiteral("OK") }));
     QCOMPARE(box.icon, QMessageBox::Information);
     QVERIFY(!box.hasParent);
+    QVERIFY(m->debug.requests.isEmpty());
+}
+
+void OnlineDebugWidgetTest::directLoginIsRefusedWhateverElseIsMissing_data()
+{
+    QTest::addColumn<QString>("missing");
+    QTest::newRow("without settings") << Solution::ServiceKey::settings();
+    QTest::newRow("without a background service") << Solution::ServiceKey::backgroundTransaction();
+    QTest::newRow("off line") << "connection";
+    QTest::newRow("without the axis") << "axis";
+}
+
+void OnlineDebugWidgetTest::directLoginIsRefusedWhateverElseIsMissing()
+{
+    QFETCH(QString, missing);
+    m->host.transfer.setDirectLogin(true);
+    if (missing == QLatin1String("connection"))
+        m->host.transfer.setOnline(false);
+    else if (missing != QLatin1String("axis"))
+        m->host.withhold(missing);
+    m->makePage();
+    if (missing == QLatin1String("axis"))
+        QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
+    m->control<QPushButton>("enterDebugButton")->click();
+    QCOMPARE(m->boxes.texts(), QStringList({ directLoginText }));
     QVERIFY(m->debug.requests.isEmpty());
 }
 
@@ -329,8 +470,7 @@ void OnlineDebugWidgetTest::withoutTransferEnteringIsRefused()
     m->host.withhold(Solution::ServiceKey::transfer());
     m->makePage();
     m->control<QPushButton>("enterDebugButton")->click();
-    QCOMPARE(
-        m->boxes.texts(), QStringList({ QStringLiteral("Direct login mode does not support axis online debugging.") }));
+    QCOMPARE(m->boxes.texts(), QStringList({ directLoginText }));
 }
 
 void OnlineDebugWidgetTest::aRefusedEntryIsShown_data()
