@@ -6,6 +6,25 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
+namespace {
+
+/// Notes the presses and releases of the mouse that reach a widget.
+class MouseEvents : public QObject {
+public:
+    explicit MouseEvents(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease)
+            types.append(event->type());
+        return QObject::eventFilter(watched, event);
+    }
+
+    QVector<QEvent::Type> types;
+};
+
+} // namespace
+
 class JogPushButtonTest : public QObject {
     Q_OBJECT
 
@@ -23,9 +42,27 @@ private slots:
     void otherButtonsDoNothing();
     void theSpaceBarMovesNothing();
     void aDisabledButtonTakesNoPress();
+    void aDoublePressBeginsAgainOnlyWithItsSecondPress_data();
     void aDoublePressBeginsAgainOnlyWithItsSecondPress();
+    void thePressIsThatOfAnyButton();
+    void theEndIsReportedWhileTheButtonIsDown();
+    void everyClickIsOneClick();
+    void pressesOfOtherButtonsGoOnToTheWindow_data();
+    void pressesOfOtherButtonsGoOnToTheWindow();
+    void theRightButtonLeavesAHoldAlone();
 
 private:
+    static void otherButtons();
+    /// Events of the window, as from a real mouse, so that each tells of all buttons that are held.
+    void pressInWindow(Qt::MouseButton button) const
+    {
+        QTest::mousePress(m_window->windowHandle(), button, Qt::NoModifier, place());
+    }
+    void releaseInWindow(Qt::MouseButton button) const
+    {
+        QTest::mouseRelease(m_window->windowHandle(), button, Qt::NoModifier, place());
+    }
+    QPoint place() const { return m_button->mapTo(m_window.get(), m_button->rect().center()); }
     QTimer* timer() const { return m_button->findChild<QTimer*>(); }
 
     std::unique_ptr<QWidget> m_window;
@@ -113,11 +150,16 @@ void JogPushButtonTest::aReleaseAwayFromTheButtonEnds()
     QCOMPARE(m_released->count(), 1);
 }
 
-void JogPushButtonTest::otherButtonsDoNothing_data()
+void JogPushButtonTest::otherButtons()
 {
     QTest::addColumn<int>("button");
     QTest::newRow("the right button") << int(Qt::RightButton);
     QTest::newRow("the middle button") << int(Qt::MiddleButton);
+}
+
+void JogPushButtonTest::otherButtonsDoNothing_data()
+{
+    otherButtons();
 }
 
 void JogPushButtonTest::otherButtonsDoNothing()
@@ -151,13 +193,114 @@ void JogPushButtonTest::aDisabledButtonTakesNoPress()
     QVERIFY(m_released->isEmpty());
 }
 
+void JogPushButtonTest::aDoublePressBeginsAgainOnlyWithItsSecondPress_data()
+{
+    QTest::addColumn<bool>("doubleClick");
+    QTest::newRow("two presses") << false;
+    QTest::newRow("a double click") << true;
+}
+
 void JogPushButtonTest::aDoublePressBeginsAgainOnlyWithItsSecondPress()
 {
+    QFETCH(bool, doubleClick);
     QTest::mouseClick(m_button, Qt::LeftButton);
+    QVERIFY(!timer()->isActive());
+    // The event of a double click stands in the place of the second press.
+    if (doubleClick)
+        QTest::mouseDClick(m_button, Qt::LeftButton);
+    else
+        QTest::mousePress(m_button, Qt::LeftButton);
+    QVERIFY(timer()->isActive());
+    QVERIFY(m_button->isDown());
+    QTRY_COMPARE(m_pressed->count(), 1);
+    QTest::mouseRelease(m_button, Qt::LeftButton);
+    QCOMPARE(m_pressed->count(), 1);
+    QCOMPARE(m_released->count(), 2);
+}
+
+void JogPushButtonTest::thePressIsThatOfAnyButton()
+{
+    bool runningThen = false;
+    connect(m_button, &QPushButton::pressed, this, [&] { runningThen = timer()->isActive(); });
+    QSignalSpy pressed(m_button, &QPushButton::pressed);
+    QTest::mousePress(m_button, Qt::LeftButton);
+    QVERIFY(m_button->isDown());
+    QCOMPARE(pressed.count(), 1);
+    QVERIFY(runningThen);
+    QTest::mouseRelease(m_button, Qt::LeftButton);
+    QVERIFY(!m_button->isDown());
+}
+
+void JogPushButtonTest::theEndIsReportedWhileTheButtonIsDown()
+{
+    bool downThen = false;
+    int clicksThen = -1;
+    bool runningThen = true;
+    QSignalSpy clicked(m_button, &QPushButton::clicked);
+    connect(m_button, &JogPushButton::jogReleased, this, [&] {
+        downThen = m_button->isDown();
+        clicksThen = clicked.count();
+        runningThen = timer()->isActive();
+    });
+    QTest::mouseClick(m_button, Qt::LeftButton);
+    QVERIFY(downThen);
+    QCOMPARE(clicksThen, 0);
+    QVERIFY(!runningThen);
+    QVERIFY(!m_button->isDown());
+}
+
+void JogPushButtonTest::everyClickIsOneClick()
+{
+    QSignalSpy clicked(m_button, &QPushButton::clicked);
+    QTest::mouseClick(m_button, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 1);
     QTest::mousePress(m_button, Qt::LeftButton);
     QTRY_COMPARE(m_pressed->count(), 1);
     QTest::mouseRelease(m_button, Qt::LeftButton);
-    QCOMPARE(m_released->count(), 2);
+    QCOMPARE(clicked.count(), 2);
+    // Nor is it one that is let go elsewhere.
+    QTest::mousePress(m_button, Qt::LeftButton);
+    QTest::mouseRelease(m_button, Qt::LeftButton, Qt::NoModifier, QPoint(-50, -50));
+    QCOMPARE(clicked.count(), 2);
+}
+
+void JogPushButtonTest::pressesOfOtherButtonsGoOnToTheWindow_data()
+{
+    otherButtons();
+}
+
+void JogPushButtonTest::pressesOfOtherButtonsGoOnToTheWindow()
+{
+    QFETCH(int, button);
+    const auto mouseButton = static_cast<Qt::MouseButton>(button);
+    MouseEvents events(*m_window);
+    // What no button takes its parents are asked for.
+    QTest::mousePress(m_button, mouseButton);
+    QTest::mouseRelease(m_button, mouseButton);
+    QCOMPARE(events.types, QVector<QEvent::Type>({ QEvent::MouseButtonPress, QEvent::MouseButtonRelease }));
+    events.types.clear();
+    QTest::mouseClick(m_button, Qt::LeftButton);
+    QVERIFY(events.types.isEmpty());
+}
+
+void JogPushButtonTest::theRightButtonLeavesAHoldAlone()
+{
+    pressInWindow(Qt::LeftButton);
+    QTRY_VERIFY(timer()->remainingTime() < 150);
+    pressInWindow(Qt::RightButton);
+    QVERIFY(timer()->remainingTime() < 150);
+    releaseInWindow(Qt::RightButton);
+    QVERIFY(m_released->isEmpty());
+    QVERIFY(m_button->isDown());
+    QTRY_COMPARE(m_pressed->count(), 1);
+    pressInWindow(Qt::RightButton);
+    QVERIFY(!timer()->isActive());
+    // The left button's release ends it, whatever else is held.
+    releaseInWindow(Qt::LeftButton);
+    QCOMPARE(m_released->count(), 1);
+    releaseInWindow(Qt::RightButton);
+    QCOMPARE(m_pressed->count(), 1);
+    QCOMPARE(m_released->count(), 1);
 }
 
 QTEST_MAIN(JogPushButtonTest)

@@ -1,3 +1,4 @@
+#include "online/JogPushButton.h"
 #include "sdk/AxisDebugParams.h"
 #include "tests/online/OnlinePageFixture.h"
 
@@ -17,6 +18,8 @@ private slots:
     void aReleaseForgetsNoShownFailure();
     void aPressForgetsAShownFailure_data();
     void aPressForgetsAShownFailure();
+    void aPressWithoutTheAxisForgetsAShownFailure_data();
+    void aPressWithoutTheAxisForgetsAShownFailure();
     void answersAreCountedRoundToNought_data();
     void answersAreCountedRoundToNought();
     void aHoldThatLosesItsEnablingSendsNothingMore_data();
@@ -112,6 +115,30 @@ void OnlineDebugJogTest::aPressForgetsAShownFailure()
     QCOMPARE(m->boxes.count(), 2);
     answer(way, 5);
     QCOMPARE(m->boxes.count(), 3);
+}
+
+void OnlineDebugJogTest::aPressWithoutTheAxisForgetsAShownFailure_data()
+{
+    bothDirections();
+}
+
+void OnlineDebugJogTest::aPressWithoutTheAxisForgetsAShownFailure()
+{
+    QFETCH(bool, positive);
+    const Direction way = direction(positive);
+    answer(way, 5);
+    QCOMPARE(m->boxes.count(), 1);
+    m->show();
+    m->debug.requests.clear();
+    QVERIFY(m->project.axisModel()->removeAxisTable(m->axis));
+    auto* button = m->control<JogPushButton>(way.button);
+    QSignalSpy held(button, &JogPushButton::jogPressed);
+    QTest::mousePress(button, Qt::LeftButton);
+    QTRY_COMPARE(held.count(), 1);
+    release(way);
+    QVERIFY(!m->debug.codes().contains(way.code));
+    answer(way, 5);
+    QCOMPARE(m->boxes.count(), 2);
 }
 
 void OnlineDebugJogTest::answersAreCountedRoundToNought_data()

@@ -18,6 +18,20 @@ const char* const backwards = "negJogPushButton";
 /// The usual end goes out at once, the watch's after its grace; then the axis has to brake from a slow jog.
 constexpr int soon = 1500;
 
+/// Counts the double clicks that a widget gets.
+class DoubleClicks : public QObject {
+public:
+    explicit DoubleClicks(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        count += event->type() == QEvent::MouseButtonDblClick ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
 } // namespace
 
 // A jog whose release never comes ends: the whole program, from the press on the button to the axis.
@@ -34,6 +48,7 @@ private slots:
     void aReleaseThatTheButtonNeverGetsEnds();
     void whatIsNoHoldMovesNothing_data();
     void whatIsNoHoldMovesNothing();
+    void aDoublePressMovesWithItsSecondPressOnly_data();
     void aDoublePressMovesWithItsSecondPressOnly();
     void aDeactivatedProgramEndsItWhileTheButtonIsHeld();
     void theEndOfTheSessionEndsItWhileTheButtonIsHeld_data();
@@ -228,11 +243,24 @@ void JogReleaseTest::whatIsNoHoldMovesNothing()
     QVERIFY(!endsOf("Jog forwards").contains(QStringLiteral("start")));
 }
 
+void JogReleaseTest::aDoublePressMovesWithItsSecondPressOnly_data()
+{
+    QTest::addColumn<bool>("doubleClick");
+    QTest::newRow("two presses") << false;
+    QTest::newRow("a double click") << true;
+}
+
 void JogReleaseTest::aDoublePressMovesWithItsSecondPressOnly()
 {
+    QFETCH(bool, doubleClick);
     QVERIFY(m_program->makeReady());
+    DoubleClicks doubleClicks(*m_program->find(forwards));
     m_program->click(forwards);
+    // The clock of the test's mouse runs on after each release, so that no two presses make a double click.
+    if (doubleClick)
+        QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
     QVERIFY(jog());
+    QCOMPARE(doubleClicks.count, doubleClick ? 1 : 0);
     m_program->release(forwards);
     QVERIFY(m_program->stands(soon));
     QTRY_COMPARE(
