@@ -1,6 +1,7 @@
 #include "tests/online/OnlinePageFixture.h"
 
 #include <QGroupBox>
+#include <QIcon>
 #include <QLabel>
 #include <QScrollArea>
 #include <QSignalSpy>
@@ -8,11 +9,37 @@
 #include <QTabWidget>
 #include <QTableView>
 
+#include <functional>
+
+namespace {
+
+/// Runs a function whenever a widget gets another style.
+class StyleWatch : public QObject {
+public:
+    StyleWatch(QWidget& widget, std::function<void()> changed) : m_changed(std::move(changed))
+    {
+        widget.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::StyleChange)
+            m_changed();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> m_changed;
+};
+
+} // namespace
+
 /// Where the controls of the online page stand, how they look, and in which order its cells are written.
 class OnlineDebugLayoutTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init() { m.makePage(); }
 
     void theUpperPartHasItsFont();
@@ -23,10 +50,17 @@ private slots:
     void groupsStandFromTopToBottom();
     void everythingStandsInTheScrollArea();
     void cellsAreWrittenInTheirOrder();
+    void textsOfTheSignalsAreWrittenBeforeTheirLamps();
+    void goingOffLineBlanksThePageInItsOrder();
 
 private:
     OnlinePageFixture m;
 };
+
+void OnlineDebugLayoutTest::initTestCase()
+{
+    Q_INIT_RESOURCE(axis_resources);
+}
 
 void OnlineDebugLayoutTest::theUpperPartHasItsFont()
 {
@@ -148,6 +182,52 @@ void OnlineDebugLayoutTest::cellsAreWrittenInTheirOrder()
             expected.append({ 0, column });
     }
     QCOMPARE(cellsOf(states), expected);
+}
+
+void OnlineDebugLayoutTest::textsOfTheSignalsAreWrittenBeforeTheirLamps()
+{
+    AxisRef status = OnlinePageFixture::status(4);
+    for (quint8* flag : { &status.positiveHardLimit, &status.negativeHardLimit, &status.homeSwitch,
+             &status.positiveSoftLimit, &status.negativeSoftLimit })
+        *flag = 1;
+    const QAbstractItemModel* states = m.control<QTableView>("runStatusView")->model();
+    QStringList written;
+    connect(states, &QAbstractItemModel::dataChanged, this, [&written](const QModelIndex& cell) {
+        const bool lit = !cell.data(Qt::DecorationRole).value<QIcon>().isNull();
+        written.append(QStringLiteral("%1 %2%3")
+                           .arg(cell.column())
+                           .arg(cell.data(Qt::EditRole).toString(), lit ? QStringLiteral(" lit") : QString()));
+    });
+    m.receive(status);
+    QStringList expected;
+    for (const char* state : { "%1 ON", "%1 ON lit" }) {
+        for (int column = 1; column <= 6; ++column)
+            expected.append(QString::fromLatin1(state).arg(column));
+    }
+    QCOMPARE(written, expected);
+}
+
+void OnlineDebugLayoutTest::goingOffLineBlanksThePageInItsOrder()
+{
+    AxisRef status = OnlinePageFixture::status(4, true);
+    status.axisError = 9;
+    m.receive(status);
+    QStringList steps;
+    const auto note = [&steps](const QString& step) {
+        if (steps.isEmpty() || steps.last() != step)
+            steps.append(step);
+    };
+    for (const char* view : { "varTableView", "runStatusView" })
+        connect(m.control<QTableView>(view)->model(), &QAbstractItemModel::dataChanged, this,
+            [=] { note(QString::fromLatin1(view)); });
+    for (const char* name : { "statueLineEdit", "comLineEdit", "axisErrorLineEdit", "servoErrorLineEdit" })
+        connect(m.field(name), &QLineEdit::textChanged, this, [=] { note(QString::fromLatin1(name)); });
+    const StyleWatch style(*m.field("axisErrorLineEdit"), [=] { note(QStringLiteral("style")); });
+    m.page->onlineStatechanged(false);
+    QCOMPARE(steps,
+        QStringList({ QStringLiteral("varTableView"), QStringLiteral("statueLineEdit"), QStringLiteral("comLineEdit"),
+            QStringLiteral("axisErrorLineEdit"), QStringLiteral("servoErrorLineEdit"), QStringLiteral("runStatusView"),
+            QStringLiteral("style") }));
 }
 
 QTEST_MAIN(OnlineDebugLayoutTest)

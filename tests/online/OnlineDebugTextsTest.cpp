@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 
 #include <optional>
@@ -147,6 +148,7 @@ void OnlineDebugTextsTest::headersAndRowsAreLookedUpForThePage()
         const QString header = states.headerData(column, Qt::Horizontal).toString();
         QVERIFY2(header.startsWith(QLatin1String("OnlineDebugWidget|")), qPrintable(header));
     }
+    QCOMPARE(states.index(0, 0).data().toString(), QStringLiteral("OnlineDebugWidget|Status"));
 }
 
 void OnlineDebugTextsTest::textsOfTheFormAreLookedUpForThePage()
@@ -155,6 +157,11 @@ void OnlineDebugTextsTest::textsOfTheFormAreLookedUpForThePage()
     QVERIFY(!buttons.isEmpty());
     for (const QPushButton* button : buttons)
         QVERIFY2(button->text().startsWith(QLatin1String("OnlineDebugWidget|")), qPrintable(button->text()));
+    const QList<QLabel*> labels = m->page->findChildren<QLabel*>();
+    QCOMPARE(labels.size(), 19);
+    for (const QLabel* label : labels)
+        QVERIFY2(label->text().startsWith(QLatin1String("OnlineDebugWidget|")), qPrintable(label->text()));
+    QCOMPARE(m->control<QTabWidget>("basicTabWidget")->tabText(0), QStringLiteral("OnlineDebugWidget|Basic"));
 }
 
 void OnlineDebugTextsTest::statesOfTheReplyAreShownAsTheyAre()

@@ -27,6 +27,7 @@ private slots:
     void slotsStandInTheirOrder();
     void controlsHaveTheirTextsAndStates_data();
     void controlsHaveTheirTextsAndStates();
+    void nothingMovesTheAxisBeforeItsFirstReply();
     void fieldsShareTheirValidators();
     void sizesAreFixed();
     void everyPushButtonIsStyled();
@@ -149,6 +150,18 @@ void OnlineDebugWidgetFormTest::controlsHaveTheirTextsAndStates()
     QCOMPARE(m->control<QTabWidget>("basicTabWidget")->widget(0)->objectName(), QStringLiteral("tab"));
 }
 
+void OnlineDebugWidgetFormTest::nothingMovesTheAxisBeforeItsFirstReply()
+{
+    m->makePage();
+    // By themselves, not only as parts of the disabled tab.
+    const QWidget* tab = m->control("tab");
+    for (const char* name :
+        { "posJogPushButton", "negJogPushButton", "motionPushButton", "stopPushButton", "homePushButton" })
+        QVERIFY2(!m->control(name)->isEnabledTo(tab), name);
+    for (const char* name : { "enablePushButton", "presetPositionPushButton", "resetPushButton" })
+        QVERIFY2(m->control(name)->isEnabledTo(tab), name);
+}
+
 void OnlineDebugWidgetFormTest::fieldsShareTheirValidators()
 {
     m->makePage();
@@ -165,6 +178,7 @@ void OnlineDebugWidgetFormTest::fieldsShareTheirValidators()
         QCOMPARE(m->field(name)->validator(), shared);
     const auto* integer = qobject_cast<const RegExpValidator*>(m->field("speedMultiplierLineEdit")->validator());
     QVERIFY(integer);
+    QCOMPARE(integer->parent(), m->page.get());
     QCOMPARE(integer->regExp().pattern(), QStringLiteral("-?[0-9]*"));
     QCOMPARE(integer->regExp().caseSensitivity(), Qt::CaseSensitive);
 }
