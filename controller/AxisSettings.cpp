@@ -10,6 +10,10 @@
 namespace {
 constexpr int highestAxisNumber = 255;
 
+/// Pulses per unit: beyond what the fields of any record can give, where places in pulses would be no numbers any more.
+constexpr double finestRatio = 1e30;
+constexpr double coarsestRatio = 1e-30;
+
 /// Reads a record key by key and remembers the first fault; after one every further reading does nothing.
 class Reader {
 public:
@@ -125,7 +129,7 @@ void readUnits(Reader& reader, AxisSettings& settings)
     if (reader.failed())
         return;
     settings.pulsesPerUnit = pulses * numerator / (travel * denominator);
-    if (!std::isnormal(settings.pulsesPerUnit))
+    if (!(settings.pulsesPerUnit >= coarsestRatio && settings.pulsesPerUnit <= finestRatio))
         reader.fail("PulseCountPerCircle", "gives no usable ratio", Diagnosis::unitRatioInvalid);
 }
 

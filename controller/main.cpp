@@ -2,6 +2,7 @@
 #include "controller/ControllerServer.h"
 #include "controller/MotionController.h"
 
+#include <google/protobuf/stubs/logging.h>
 #include <grpc/support/log.h>
 
 #include <poll.h>
@@ -82,6 +83,7 @@ public:
     {
         // Strangers that speak no protocol are no news; what matters to the user is said below.
         gpr_set_log_function([](gpr_log_func_args*) {});
+        google::protobuf::SetLogHandler(nullptr);
         const int signals = openSignals();
         if (!m_options.server.usesTls()) {
             const InputLines::Wait end = m_lines.wait(&m_options.server.token, signals);

@@ -3,52 +3,48 @@
 #include "protocol/DiagnosisCodes.h"
 #include "protocol/ProtocolVersion.h"
 #include "protocol/controller.grpc.pb.h"
+#include "tests/controller/AxesTrial.h"
 #include "tests/controller/AxisRecords.h"
+#include "tests/controller/OddRequests.h"
 #include "tests/support/FuzzRounds.h"
 
+#include <google/protobuf/stubs/logging.h>
 #include <grpcpp/generic/generic_stub.h>
 #include <grpcpp/grpcpp.h>
 
 #include <QtTest>
 
 #include <cmath>
-#include <cstring>
-#include <random>
+#include <functional>
+#include <map>
 
 namespace proto = kestrun::protocol;
 
 // Requests that no sound client makes, from fixed seeds: the controller answers each, runs on, and no axis leaves its
 // bounds.
 namespace {
-using Random = std::mt19937;
-
-double oddNumber(Random& random)
+/// An axis of any type with any of the methods, which has all signals and is soon at them.
+AxisValues anyKind(Random& random)
 {
-    static const double odd[] = { 0, -0.0, 1, -1, 1e-300, -1e-300, 1e300, -1e300, std::nan(""), INFINITY, -INFINITY, 5,
-        -5, 1e9, -1e9, 0.5, 100, 1e-9 };
-    if (random() % 4 == 0) {
-        double value = 0;
-        const std::uint64_t bits = (std::uint64_t(random()) << 32) | random();
-        std::memcpy(&value, &bits, sizeof value);
-        return value;
+    static const char* const types[] = { "Axis_Virtual", "Axis_Pulse", "Axis_Encoder", "Axis_EtherCAT" };
+    return { { "AxisType", types[random() % std::size(types)] },
+        { "HomeMode", "Homing_" + std::to_string(17 + random() % 19) }, { "PosLimitEnable", "TRUE" },
+        { "NegsLimitEnable", "TRUE" }, { "OrgSignalEnable", "TRUE" }, { "HomeSpeed", "300" }, { "HomeAcc", "5000" },
+        { "HomeCloseSpeed", "50" } };
+}
+
+/// What a failure names: where the record differs from that of a new axis.
+QString oddValues(const AxisText& text)
+{
+    const AxisText usual = makeAxisText(0);
+    QString odd;
+    for (const auto& value : text.values) {
+        const auto found = usual.values.find(value.first);
+        if (found == usual.values.end() || found->second != value.second)
+            odd += QStringLiteral(", %1 %2").arg(
+                QString::fromStdString(value.first), QString::fromStdString(value.second));
     }
-    return odd[random() % std::size(odd)];
-}
-
-int oddInteger(Random& random)
-{
-    static const int odd[] = { 0, 1, 2, 3, -1, 255, 256, 32767, -32768, 65536, INT_MAX, INT_MIN };
-    return odd[random() % std::size(odd)];
-}
-
-std::string oddText(Random& random)
-{
-    static const char* const odd[] = { "", "0", "-1", "1", "TRUE", "FALSE", "nan", "inf", "-inf", "1e308", "1e309",
-        "1,5", "0x10", "99999999999999999999999999", "Axis_Pulse", "Axis_Virtual", "Homing_17", "Homing_", "\xff\xfe",
-        " 5", "5 ", "+5", "++5", "1e-320", "-0" };
-    if (random() % 5 == 0)
-        return std::string(random() % 300, static_cast<char>('0' + random() % 60));
-    return odd[random() % std::size(odd)];
+    return odd;
 }
 } // namespace
 
@@ -61,12 +57,30 @@ private slots:
     void requestsWithOddNumbers();
     void downloadsWithOddTexts();
     void bytesThatAreNoMessages();
+    void messagesWithChangedBytes();
     void sessionsThatAreNone();
 
 private:
+    using Stub = proto::AxisController::Stub;
+    /// Sends a request for the axis; gives its result.
+    using Sender = std::function<int(Random& random, int axis)>;
+    static constexpr int axes = 4;
+    static constexpr int unanswered = -1;
+
     void login();
     bool answers();
     void restoreAxes();
+    static std::vector<AxisText> usualAxes();
+    template <typename Request, typename Reply>
+    int call(grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*), Request request, Reply* reply);
+    template <typename Request>
+    int call(
+        grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, proto::Result*), const Request& request);
+    grpc::Status callRaw(const std::string& method, const std::string& bytes);
+    std::map<QByteArray, Sender> oddRequests();
+    void readOddly(Random& random, int axis);
+    void axesAreSound();
+    std::vector<std::pair<std::string, std::string>> soundMessages();
 
     std::unique_ptr<MotionController> m_controller;
     std::unique_ptr<ControllerServer> m_server;
@@ -77,6 +91,8 @@ private:
 
 void ControllerServiceFuzzTest::initTestCase()
 {
+    // Texts that are none are found here by the hundred.
+    google::protobuf::SetLogHandler(nullptr);
     m_controller = std::make_unique<MotionController>(MotionController::Options());
     m_controller->start();
     ServerOptions options;
@@ -108,20 +124,21 @@ void ControllerServiceFuzzTest::login()
     m_session = reply.session();
 }
 
+/// Half of them with software limits, and with homing that ends at once or at the next index pulse.
+std::vector<AxisText> ControllerServiceFuzzTest::usualAxes()
+{
+    std::vector<AxisText> texts;
+    for (int i = 0; i < axes; ++i)
+        texts.push_back(makeAxisText(
+            i, { { "SoftLimitEnable", i % 2 ? "TRUE" : "FALSE" }, { "HomeMode", i % 2 ? "Homing_35" : "Homing_34" } }));
+    return texts;
+}
+
 void ControllerServiceFuzzTest::restoreAxes()
 {
-    for (int i = 0; i < 4; ++i) {
-        grpc::ClientContext context;
-        proto::EnterDebugModeRequest leave;
-        proto::Result result;
-        leave.set_session(m_session);
-        leave.set_axis(i);
-        m_stub->EnterDebugMode(&context, leave, &result);
-    }
-    std::vector<AxisText> axes;
-    for (int i = 0; i < 4; ++i)
-        axes.push_back(makeAxisText(i, { { "SoftLimitEnable", i % 2 ? "TRUE" : "FALSE" } }));
-    QTRY_COMPARE_WITH_TIMEOUT(m_controller->download(axes).code, Diagnosis::ok, 20000);
+    for (int i = 0; i < axes; ++i)
+        call(&Stub::EnterDebugMode, ofAxis<proto::EnterDebugModeRequest>(i));
+    QTRY_COMPARE_WITH_TIMEOUT(m_controller->download(usualAxes()).code, Diagnosis::ok, 20000);
 }
 
 bool ControllerServiceFuzzTest::answers()
@@ -132,81 +149,115 @@ bool ControllerServiceFuzzTest::answers()
     return m_stub->Handshake(&context, proto::HandshakeRequest(), &reply).ok() && reply.version() == protocolVersion;
 }
 
+template <typename Request, typename Reply>
+int ControllerServiceFuzzTest::call(
+    grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, Reply*), Request request, Reply* reply)
+{
+    grpc::ClientContext context;
+    context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
+    request.set_session(m_session);
+    return (m_stub.get()->*method)(&context, request, reply).ok() ? reply->result() : unanswered;
+}
+
+template <typename Request>
+int ControllerServiceFuzzTest::call(
+    grpc::Status (Stub::*method)(grpc::ClientContext*, const Request&, proto::Result*), const Request& request)
+{
+    proto::Result reply;
+    return call(method, request, &reply);
+}
+
+std::map<QByteArray, ControllerServiceFuzzTest::Sender> ControllerServiceFuzzTest::oddRequests()
+{
+    std::map<QByteArray, Sender> senders;
+    const auto motion = [&](const char* name, auto method) {
+        senders[name] = [=](Random& random, int axis) { return call(method, oddMotion(random, axis)); };
+    };
+    const auto axisOnly = [&](const char* name, auto method) {
+        senders[name] = [=](Random&, int axis) { return call(method, ofAxis<proto::AxisOnlyRequest>(axis)); };
+    };
+    const auto flag = [&](const char* name, auto method) {
+        senders[name] = [=](Random& random, int axis) { return call(method, oddFlag(random, axis)); };
+    };
+    const auto position = [&](const char* name, auto method) {
+        senders[name] = [=](Random& random, int axis) { return call(method, oddPosition(random, axis)); };
+    };
+    motion("SetStop", &Stub::SetStop);
+    motion("MoveAbs", &Stub::MoveAbs);
+    motion("MoveRel", &Stub::MoveRel);
+    motion("MoveVel", &Stub::MoveVel);
+    motion("JopPos", &Stub::JopPos);
+    motion("JopNeg", &Stub::JopNeg);
+    axisOnly("SetHome", &Stub::SetHome);
+    axisOnly("Reset", &Stub::Reset);
+    axisOnly("KeepAlive", &Stub::KeepAlive);
+    flag("SetEnable", &Stub::SetEnable);
+    flag("SetVelRatio", &Stub::SetVelRatio);
+    position("SetPosition", &Stub::SetPosition);
+    position("SetHomeOffset", &Stub::SetHomeOffset);
+    senders["EnterDebugMode"]
+        = [this](Random& random, int axis) { return call(&Stub::EnterDebugMode, oddEntering(random, axis)); };
+    senders["StopAll"] = [this](Random& random, int) { return call(&Stub::StopAll, oddStop(random)); };
+    return senders;
+}
+
+/// What reads: the answers have their sizes, whatever was asked for.
+void ControllerServiceFuzzTest::readOddly(Random& random, int axis)
+{
+    proto::StatusReply status;
+    const proto::StatusRequest request = oddStatus(random, axis);
+    const int size = std::clamp(request.size(), 0, axisRefSize);
+    const bool known = axis >= 0 && axis < axes;
+    QCOMPARE(call(&Stub::GetAxisRef, request, &status), known ? 0 : int(Diagnosis::unknownAxis));
+    QCOMPARE(status.data().size(), std::size_t(known ? size : 0));
+    proto::StatusReply group;
+    QCOMPARE(call(&Stub::GetAxesGroupRef, oddStatus(random, axis), &group), int(Diagnosis::unknownAxis));
+    QVERIFY(group.data().empty());
+    proto::CurvesReply curves;
+    const proto::CurvesRequest wanted = oddCurves(random);
+    QCOMPARE(call(&Stub::ReadCurves, wanted, &curves), 0);
+    QCOMPARE(curves.status_size(), wanted.axes_size());
+    for (int i = 0; i < curves.status_size(); ++i) {
+        const bool there = wanted.axes(i) >= 0 && wanted.axes(i) < axes;
+        QCOMPARE(curves.status(i).size(), std::size_t(there ? axisRefSize : 0));
+    }
+    proto::AxisList list;
+    QCOMPARE(call(&Stub::ReadAxes, proto::SessionRequest(), &list), 0);
+    QCOMPARE(list.axes_size(), axes);
+}
+
+void ControllerServiceFuzzTest::axesAreSound()
+{
+    for (int axisNo = 0; axisNo < axes; ++axisNo) {
+        AxisRef ref{};
+        QVERIFY(m_controller->peek(axisNo, &ref, nullptr));
+        for (const double number : { ref.setPosition, ref.setVelocity, ref.setAcceleration, ref.setTorque,
+                 ref.actualPosition, ref.actualVelocity, ref.actualAcceleration, ref.actualTorque })
+            QVERIFY(std::isfinite(number));
+        QVERIFY(std::fabs(ref.setVelocity) <= 1000 + 1e-6);
+        QVERIFY(ref.axisState <= 7);
+    }
+}
+
 void ControllerServiceFuzzTest::requestsWithOddNumbers()
 {
     Random random(20260521);
-    using Stub = proto::AxisController::Stub;
-    using Motion = grpc::Status (Stub::*)(grpc::ClientContext*, const proto::MotionRequest&, proto::Result*);
-    static const Motion motions[]
-        = { &Stub::SetStop, &Stub::MoveAbs, &Stub::MoveRel, &Stub::MoveVel, &Stub::JopPos, &Stub::JopNeg };
-    for (int i = 0; i < fuzzRounds(3000); ++i) {
-        const int axis = random() % 8 == 0 ? oddInteger(random) : static_cast<int>(random() % 4);
-        grpc::ClientContext context;
-        context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
-        proto::Result result;
-        grpc::Status status;
-        switch (random() % 6) {
-        case 0: {
-            proto::EnterDebugModeRequest request;
-            request.set_session(m_session);
-            request.set_axis(axis);
-            request.set_enter(random() % 3 ? 1 : oddInteger(random));
-            request.set_timeout(random() % 2 ? 30000 : oddInteger(random));
-            status = m_stub->EnterDebugMode(&context, request, &result);
-            break;
-        }
-        case 1: {
-            proto::FlagRequest request;
-            request.set_session(m_session);
-            request.set_axis(axis);
-            request.set_value(random() % 2 ? 1 : oddInteger(random));
-            status = random() % 2 ? m_stub->SetEnable(&context, request, &result)
-                                  : m_stub->SetVelRatio(&context, request, &result);
-            break;
-        }
-        case 2: {
-            proto::PositionRequest request;
-            request.set_session(m_session);
-            request.set_axis(axis);
-            request.set_position(oddNumber(random));
-            status = random() % 2 ? m_stub->SetPosition(&context, request, &result)
-                                  : m_stub->SetHomeOffset(&context, request, &result);
-            break;
-        }
-        case 3: {
-            proto::StatusRequest request;
-            proto::StatusReply reply;
-            request.set_session(m_session);
-            request.set_axis(axis);
-            request.set_size(oddInteger(random));
-            status = m_stub->GetAxisRef(&context, request, &reply);
-            QVERIFY(reply.data().size() <= axisRefSize);
-            break;
-        }
-        default: {
-            proto::MotionRequest request;
-            request.set_session(m_session);
-            request.set_axis(axis);
-            request.set_pressed(random() % 4 ? 1 : oddInteger(random));
-            request.set_position(oddNumber(random));
-            request.set_velocity(random() % 2 ? 50 : oddNumber(random));
-            request.set_acceleration(random() % 2 ? 1000 : oddNumber(random));
-            request.set_deceleration(random() % 2 ? 1000 : oddNumber(random));
-            request.set_jerk(random() % 2 ? 0 : oddNumber(random));
-            status = (m_stub.get()->*motions[random() % std::size(motions)])(&context, request, &result);
-        }
-        }
-        QVERIFY2(status.ok(), status.error_message().c_str());
-        QVERIFY(result.result() >= 0 && result.result() <= 32767);
-        for (int axisNo = 0; axisNo < 4; ++axisNo) {
-            AxisRef ref{};
-            QVERIFY(m_controller->peek(axisNo, &ref, nullptr));
-            QVERIFY2(
-                std::isfinite(ref.setPosition) && std::isfinite(ref.actualPosition), qPrintable(QString::number(i)));
-            QVERIFY2(std::fabs(ref.setVelocity) <= 1000 + 1e-6, qPrintable(QString::number(i)));
-            QVERIFY(ref.axisState <= 7);
-        }
+    const std::map<QByteArray, Sender> senders = oddRequests();
+    std::map<QByteArray, int> successes;
+    for (int i = 0; i < fuzzRounds(3000) && !QTest::currentTestFailed(); ++i) {
+        const int axis = random() % 8 == 0 ? oddInteger(random) : static_cast<int>(random() % axes);
+        const auto sender = std::next(senders.begin(), static_cast<long>(random() % senders.size()));
+        const int result = sender->second(random, axis);
+        QVERIFY2(result >= 0 && result <= 32767, sender->first.constData());
+        successes[sender->first] += result == 0 ? 1 : 0;
+        if (i % 10 == 0)
+            readOddly(random, axis);
+        axesAreSound();
     }
+    // Otherwise all of this would show no more than that everything is refused.
+    for (const auto& sender : senders)
+        QVERIFY2(successes[sender.first] > 0, sender.first.constData());
+    QCOMPARE(call(&Stub::StopAll, proto::StopAllRequest()), 0);
     QVERIFY(answers());
     restoreAxes();
 }
@@ -214,12 +265,14 @@ void ControllerServiceFuzzTest::requestsWithOddNumbers()
 void ControllerServiceFuzzTest::downloadsWithOddTexts()
 {
     Random random(815);
+    int taken = 0;
+    int refused = 0;
     for (int i = 0; i < fuzzRounds(1500); ++i) {
         proto::DownloadRequest request;
         request.set_session(m_session);
         const int count = static_cast<int>(random() % 4);
         for (int k = 0; k < count; ++k) {
-            const AxisText text = makeAxisText(k);
+            const AxisText text = makeAxisText(k, anyKind(random));
             proto::AxisRecord* record = request.add_axes();
             record->set_name(text.name);
             for (const auto& value : text.values) {
@@ -234,24 +287,42 @@ void ControllerServiceFuzzTest::downloadsWithOddTexts()
         grpc::ClientContext context;
         proto::DownloadReply reply;
         QVERIFY(m_stub->DownloadAxes(&context, request, &reply).ok());
-        const std::size_t now = m_controller->axes().size();
-        if (reply.result() == 0)
-            QCOMPARE(now, std::size_t(count));
-        else
+        const std::vector<AxisText> now = m_controller->axes();
+        ++(reply.result() == 0 ? taken : refused);
+        if (reply.result() != 0) {
             QVERIFY(!reply.key().empty() && !reply.reason().empty());
-        // Whatever was taken can be run.
-        for (const AxisText& text : m_controller->axes()) {
-            const int axisNo = std::stoi(text.values.at("AxisNo"));
-            m_controller->enterDebugMode(99, axisNo, 1, 50);
-            m_controller->command(99, axisNo, MotionController::Kind::Motion, [](Axis& axis) {
-                return axis.moveVelocity({ 1, 1, 1, 1 });
-            });
+            continue;
         }
-        // Axes in debug mode of another client would stand in the way of the next download.
-        m_controller->endSession(99);
+        QCOMPARE(now.size(), std::size_t(count));
+        // Whatever was taken can be run.
+        AxesTrial trial(now);
+        for (const AxisText& text : now) {
+            const QString problem = trial.run(std::stoi(text.values.at("AxisNo")), random);
+            QVERIFY2(problem.isEmpty(), qPrintable(problem + oddValues(text)));
+        }
     }
+    QVERIFY(taken > 0 && refused > 0);
     QVERIFY(answers());
     restoreAxes();
+}
+
+/// Sends bytes as a request, and says how the call has ended.
+grpc::Status ControllerServiceFuzzTest::callRaw(const std::string& method, const std::string& bytes)
+{
+    grpc::GenericStub generic(m_channel);
+    grpc::Slice slice(bytes);
+    grpc::ByteBuffer request(&slice, 1);
+    grpc::ByteBuffer reply;
+    grpc::ClientContext context;
+    context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
+    grpc::CompletionQueue queue;
+    const auto call = generic.PrepareUnaryCall(&context, "/kestrun.protocol.AxisController/" + method, request, &queue);
+    grpc::Status status;
+    call->StartCall();
+    call->Finish(&reply, &status, this);
+    void* tag = nullptr;
+    bool fine = false;
+    return queue.Next(&tag, &fine) ? status : grpc::Status::CANCELLED;
 }
 
 void ControllerServiceFuzzTest::bytesThatAreNoMessages()
@@ -259,31 +330,100 @@ void ControllerServiceFuzzTest::bytesThatAreNoMessages()
     Random random(4242);
     static const char* const methods[]
         = { "Login", "DownloadAxes", "MoveAbs", "GetAxisRef", "StopAll", "Handshake", "ReadCurves", "NoSuchMethod" };
-    grpc::GenericStub generic(m_channel);
     for (int i = 0; i < fuzzRounds(600); ++i) {
         std::string bytes(random() % 200, '\0');
         for (char& byte : bytes)
             byte = static_cast<char>(random());
-        grpc::Slice slice(bytes);
-        grpc::ByteBuffer request(&slice, 1);
-        grpc::ByteBuffer reply;
-        grpc::ClientContext context;
-        context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
-        grpc::CompletionQueue queue;
-        const std::string method
-            = std::string("/kestrun.protocol.AxisController/") + methods[random() % std::size(methods)];
-        const auto call = generic.PrepareUnaryCall(&context, method, request, &queue);
-        grpc::Status status;
-        call->StartCall();
-        call->Finish(&reply, &status, this);
-        void* tag = nullptr;
-        bool fine = false;
-        QVERIFY(queue.Next(&tag, &fine));
-        QVERIFY2(status.error_code() != grpc::StatusCode::DEADLINE_EXCEEDED, method.c_str());
-        QVERIFY2(status.error_code() != grpc::StatusCode::UNAVAILABLE, method.c_str());
+        const char* method = methods[random() % std::size(methods)];
+        const grpc::Status status = callRaw(method, bytes);
+        QVERIFY2(status.error_code() != grpc::StatusCode::DEADLINE_EXCEEDED, method);
+        QVERIFY2(status.error_code() != grpc::StatusCode::UNAVAILABLE, method);
     }
     QVERIFY(answers());
     QVERIFY(!m_controller->isStopHeld());
+}
+
+/// Requests that a sound client makes, under the present session.
+std::vector<std::pair<std::string, std::string>> ControllerServiceFuzzTest::soundMessages()
+{
+    std::vector<std::pair<std::string, std::string>> messages;
+    const auto add = [&](const char* method, auto request) {
+        request.set_session(m_session);
+        messages.emplace_back(method, request.SerializeAsString());
+    };
+    auto motion = ofAxis<proto::MotionRequest>(1);
+    motion.set_position(5);
+    motion.set_velocity(10);
+    motion.set_acceleration(100);
+    motion.set_deceleration(200);
+    motion.set_jerk(3000);
+    motion.set_pressed(1);
+    auto enter = ofAxis<proto::EnterDebugModeRequest>(1);
+    enter.set_enter(1);
+    enter.set_timeout(30000);
+    auto on = ofAxis<proto::FlagRequest>(1);
+    on.set_value(1);
+    auto status = ofAxis<proto::StatusRequest>(1);
+    status.set_size(axisRefSize);
+    proto::CurvesRequest curves;
+    for (int i = 0; i < axes; ++i)
+        curves.add_axes(i);
+    proto::StopAllRequest stop;
+    stop.set_hold(true);
+    stop.set_number(7);
+    proto::DownloadRequest download;
+    for (const AxisText& text : usualAxes()) {
+        proto::AxisRecord* record = download.add_axes();
+        record->set_name(text.name);
+        record->mutable_values()->insert(text.values.begin(), text.values.end());
+    }
+    for (const char* method : { "MoveAbs", "MoveRel", "MoveVel", "JopPos", "JopNeg", "SetStop" })
+        add(method, motion);
+    for (const char* method : { "SetHome", "Reset", "KeepAlive" })
+        add(method, ofAxis<proto::AxisOnlyRequest>(1));
+    add("EnterDebugMode", enter);
+    add("SetEnable", on);
+    add("GetAxisRef", status);
+    add("ReadCurves", curves);
+    add("ReadAxes", proto::SessionRequest());
+    add("Logout", proto::SessionRequest());
+    add("StopAll", stop);
+    add("DownloadAxes", download);
+    proto::LoginRequest login;
+    login.set_version(protocolVersion);
+    login.set_token("token");
+    login.set_client(std::string(protocolSessionLength, 'c'));
+    messages.emplace_back("Login", login.SerializeAsString());
+    return messages;
+}
+
+void ControllerServiceFuzzTest::messagesWithChangedBytes()
+{
+    Random random(31);
+    for (int i = 0; i < fuzzRounds(1500); ++i) {
+        // A logout that came through makes all the others strangers' requests.
+        if (i % 30 == 0) {
+            call(&Stub::Logout, proto::SessionRequest());
+            login();
+        }
+        const auto messages = soundMessages();
+        const auto& message = messages[random() % messages.size()];
+        const bool sound = random() % 8 == 0;
+        const grpc::Status status = callRaw(message.first, sound ? message.second : altered(message.second, random));
+        QVERIFY2(status.error_code() != grpc::StatusCode::DEADLINE_EXCEEDED, message.first.c_str());
+        QVERIFY2(status.error_code() != grpc::StatusCode::UNAVAILABLE, message.first.c_str());
+        QVERIFY2(status.ok() || !sound, message.first.c_str());
+        for (int axisNo = 0; axisNo < 256; ++axisNo) {
+            AxisRef ref{};
+            if (m_controller->peek(axisNo, &ref, nullptr))
+                QVERIFY(std::isfinite(ref.setPosition) && std::fabs(ref.setVelocity) <= 1e6);
+        }
+    }
+    call(&Stub::Logout, proto::SessionRequest());
+    login();
+    QCOMPARE(call(&Stub::StopAll, proto::StopAllRequest()), 0);
+    QVERIFY(answers());
+    restoreAxes();
 }
 
 void ControllerServiceFuzzTest::sessionsThatAreNone()

@@ -313,6 +313,7 @@ void MotionControllerTest::downloadsAreCheckedWhole_data()
     add("no pulses", "PulseCountPerCircle", "0", Diagnosis::unitRatioInvalid);
     add("no travel", "UnUseGearValue", "0", Diagnosis::unitRatioInvalid);
     add("negative travel", "UnUseGearValue", "-1", Diagnosis::unitRatioInvalid);
+    add("pulses without end", "PulseCountPerCircle", "1e308", Diagnosis::unitRatioInvalid);
     add("a negative velocity", "MaxVel", "-1", Diagnosis::parameterInvalid);
     add("a negative acceleration", "MaxAcc", "-3", Diagnosis::parameterInvalid);
     add("a negative deceleration at a limit", "LimitDec", "-1", Diagnosis::parameterInvalid);
