@@ -283,6 +283,19 @@ ACCore::Owner ACCore::ownerOf(const std::string& path) const
     return variable->section == VarSection::External ? Owner::Elsewhere : Owner::Unit;
 }
 
+ACCore::Reach ACCore::reachOf(const std::string& path) const
+{
+    const PathResolver resolver(*d->table, PathResolver::Indices::Fitting);
+    if (resolver.resolve(path))
+        return PathResolver::hasNamedIndex(path) && type(path) == nullptr ? Reach::Element : Reach::Variable;
+    return resolver.resolveInner(path) ? Reach::Inner : Reach::None;
+}
+
+std::string ACCore::withIndexValues(const std::string& path, const std::string& owner) const
+{
+    return PathResolver(*d->table, PathResolver::Indices::Any).withIndexValues(path, owner);
+}
+
 const std::vector<SourceProblem>& ACCore::problems() const
 {
     return d->problems;

@@ -114,6 +114,21 @@ public:
     /// a global list.
     enum class Owner { NoUnit, Unit, Elsewhere };
     Owner ownerOf(const std::string& path) const;
+    /// How far a path leads that may have no type.
+    enum class Reach {
+        /// Nothing is declared of that name.
+        None,
+        /// A function, a block or a type declares it, where no path leads from outside.
+        Inner,
+        /// An element by an index that has no value before the program runs.
+        Element,
+        /// A variable. Its bounds may be out of sight, as those by constants of a program are.
+        Variable
+    };
+    Reach reachOf(const std::string& path) const;
+    /// The path with the values in place of the constants in its indices: "Main.row[3].open" for
+    /// "Main.row[LAST].open". The names in them are those of the owner, any declaration or none, before global ones.
+    std::string withIndexValues(const std::string& path, const std::string& owner) const;
     /// What is wrong in the sources, in their order.
     const std::vector<SourceProblem>& problems() const;
 

@@ -15,6 +15,18 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
+bool isNumber(const std::string& index)
+{
+    const auto expression = parseConstExpression(index);
+    return expression
+        && std::all_of(expression->begin(), expression->end(), [](const ConstTerm& term) { return term.name.empty(); });
+}
+
+bool isWithin(const std::optional<std::int64_t>& value, const Bounds& bounds)
+{
+    return value && *value >= bounds.low && *value <= bounds.high;
+}
+
 /// Cuts a path into its steps.
 class StepReader {
 public:
@@ -98,6 +110,47 @@ std::optional<ResolvedType> PathResolver::resolve(const std::string& path) const
     return follow(m_table.globalVariable(reader.name), reader.steps, 0);
 }
 
+std::optional<ResolvedType> PathResolver::resolveInner(const std::string& path) const
+{
+    StepReader reader(path);
+    if (!reader.read() || reader.steps.empty() || reader.steps.front().kind != PathStep::Kind::Member)
+        return std::nullopt;
+    return follow(m_table.declared(reader.name, reader.steps.front().text), reader.steps, 1);
+}
+
+bool PathResolver::hasNamedIndex(const std::string& path)
+{
+    StepReader reader(path);
+    reader.read();
+    for (const PathStep& step : reader.steps) {
+        if (!std::all_of(step.indices.begin(), step.indices.end(), isNumber))
+            return true;
+    }
+    return false;
+}
+
+std::string PathResolver::withIndexValues(const std::string& path, const std::string& owner) const
+{
+    StepReader reader(path);
+    if (!reader.read())
+        return path;
+    std::string text = reader.name;
+    for (const PathStep& step : reader.steps) {
+        if (step.kind != PathStep::Kind::Index) {
+            text += '.' + step.text;
+            continue;
+        }
+        char mark = '[';
+        for (const std::string& index : step.indices) {
+            const auto value = valueOf(index, owner);
+            text += mark + (value ? std::to_string(*value) : index);
+            mark = ',';
+        }
+        text += ']';
+    }
+    return text;
+}
+
 std::optional<ResolvedType> PathResolver::follow(
     const VariableDecl* variable, const std::vector<PathStep>& steps, std::size_t from) const
 {
@@ -124,7 +177,7 @@ std::optional<ResolvedType> PathResolver::step(const ResolvedType& type, const P
     case PathStep::Kind::Index:
         return type.array == nullptr ? std::nullopt : element(*type.array, step.indices);
     case PathStep::Kind::Bit:
-        if (isWithin(step.text, { 0, bitsOf(type.dataType) - 1 }))
+        if (isWithin(valueOf(step.text), { 0, bitsOf(type.dataType) - 1 }))
             return ResolvedType{ Bool, "BOOL", nullptr, nullptr };
         return std::nullopt;
     }
@@ -135,21 +188,28 @@ std::optional<ResolvedType> PathResolver::element(const TypeSpec& array, const s
 {
     if (indices.size() != array.dimensions.size())
         return std::nullopt;
-    if (m_indices == Indices::Known) {
+    if (m_indices != Indices::Any) {
         const auto bounds = m_table.bounds(array);
         for (std::size_t i = 0; i < indices.size(); ++i) {
-            if (!bounds || !isWithin(indices[i], (*bounds)[i]))
+            if (!mayStand(indices[i], bounds ? &(*bounds)[i] : nullptr))
                 return std::nullopt;
         }
     }
     return m_table.resolve(array.element.get());
 }
 
-bool PathResolver::isWithin(const std::string& index, const Bounds& bounds) const
+bool PathResolver::mayStand(const std::string& index, const Bounds* bounds) const
+{
+    const auto value = valueOf(index);
+    if (m_indices == Indices::Fitting && (!value || bounds == nullptr))
+        return true;
+    return bounds != nullptr && isWithin(value, *bounds);
+}
+
+std::optional<std::int64_t> PathResolver::valueOf(const std::string& index, const std::string& owner) const
 {
     const auto expression = parseConstExpression(index);
-    const auto value = expression ? m_table.value(*expression) : std::nullopt;
-    return value && *value >= bounds.low && *value <= bounds.high;
+    return expression ? m_table.value(*expression, owner) : std::nullopt;
 }
 
 } // namespace ac

@@ -25,6 +25,8 @@ public:
     enum class Indices {
         /// Whole numbers and constants within the bounds.
         Known,
+        /// The same, and whatever has no value before the program runs.
+        Fitting,
         /// Whatever an expression may have there.
         Any
     };
@@ -33,13 +35,22 @@ public:
 
     /// Nothing when the path names no variable, member, element or bit.
     std::optional<ResolvedType> resolve(const std::string& path) const;
+    /// The same for a path that begins with a function, block or type: what that declares.
+    std::optional<ResolvedType> resolveInner(const std::string& path) const;
+    /// True when an index of the path is not just a number.
+    static bool hasNamedIndex(const std::string& path);
+    /// The path with the values of the indices that have one, the names in them being those of the owner before the
+    /// global ones.
+    std::string withIndexValues(const std::string& path, const std::string& owner) const;
 
 private:
     std::optional<ResolvedType> follow(
         const VariableDecl* variable, const std::vector<PathStep>& steps, std::size_t from) const;
     std::optional<ResolvedType> step(const ResolvedType& type, const PathStep& step) const;
     std::optional<ResolvedType> element(const TypeSpec& array, const std::vector<std::string>& indices) const;
-    bool isWithin(const std::string& index, const Bounds& bounds) const;
+    /// The bounds are null where they are not known.
+    bool mayStand(const std::string& index, const Bounds* bounds) const;
+    std::optional<std::int64_t> valueOf(const std::string& index, const std::string& owner = {}) const;
 
     const SymbolTable& m_table;
     Indices m_indices;

@@ -175,6 +175,20 @@ const VariableDecl* SymbolTable::variableOf(std::string_view unit, std::string_v
     return variable == variables->second.end() ? nullptr : variable->second;
 }
 
+const VariableDecl* SymbolTable::declared(std::string_view owner, std::string_view name) const
+{
+    if (const VariableDecl* variable = variableOf(owner, name))
+        return variable;
+    for (const Declaration& declaration : m_declarations) {
+        const auto own = m_members.find(&declaration);
+        if (own == m_members.end() || !sameName(declaration.name, owner))
+            continue;
+        const auto variable = own->second.find(foldedName(name));
+        return variable == own->second.end() ? member(declaration, name) : variable->second;
+    }
+    return nullptr;
+}
+
 const VariableDecl* SymbolTable::globalVariable(std::string_view name) const
 {
     const auto variable = m_globals.find(foldedName(name));
@@ -296,18 +310,19 @@ std::optional<std::vector<Bounds>> SymbolTable::bounds(const TypeSpec& array) co
     return found;
 }
 
-std::optional<std::int64_t> SymbolTable::value(const ConstExpression& expression) const
+std::optional<std::int64_t> SymbolTable::value(const ConstExpression& expression, std::string_view owner) const
 {
-    return value(expression, 0);
+    return value(expression, owner, 0);
 }
 
-std::optional<std::int64_t> SymbolTable::value(const ConstExpression& expression, int depth) const
+std::optional<std::int64_t> SymbolTable::value(
+    const ConstExpression& expression, std::string_view owner, int depth) const
 {
     std::int64_t sum = 0;
     if (expression.empty() || depth > longestChain)
         return std::nullopt;
     for (const ConstTerm& term : expression) {
-        const auto part = term.name.empty() ? term.number : constant(term.name, depth + 1);
+        const auto part = term.name.empty() ? term.number : constant(term.name, owner, depth + 1);
         if (!part)
             return std::nullopt;
         const bool overflow
@@ -318,22 +333,28 @@ std::optional<std::int64_t> SymbolTable::value(const ConstExpression& expression
     return sum;
 }
 
-std::optional<std::int64_t> SymbolTable::constant(const std::string& name, int depth) const
+std::optional<std::int64_t> SymbolTable::constant(std::string_view name, std::string_view owner, int depth) const
 {
+    const VariableDecl* own = owner.empty() ? nullptr : declared(owner, name);
+    if (own != nullptr && own->section != VarSection::External)
+        return own->constant ? initialValue(*own, owner, depth) : std::nullopt;
     const auto item = m_items.find(foldedName(name));
     if (item != m_items.end())
         return item->second;
     const VariableDecl* variable = variableByPath(name);
-    return variable != nullptr && variable->constant ? initialValue(*variable, depth) : std::nullopt;
+    const std::size_t point = name.find('.');
+    const std::string_view unit = point == std::string_view::npos ? std::string_view() : name.substr(0, point);
+    return variable != nullptr && variable->constant ? initialValue(*variable, unit, depth) : std::nullopt;
 }
 
-std::optional<std::int64_t> SymbolTable::initialValue(const VariableDecl& variable, int depth) const
+std::optional<std::int64_t> SymbolTable::initialValue(
+    const VariableDecl& variable, std::string_view owner, int depth) const
 {
     const auto known = m_constants.emplace(&variable, std::nullopt);
     if (!known.second)
         return known.first->second;
     const auto initial = parseConstExpression(variable.initial);
-    const auto found = initial ? value(*initial, depth) : std::nullopt;
+    const auto found = initial ? value(*initial, owner, depth) : std::nullopt;
     m_constants[&variable] = found;
     return found;
 }

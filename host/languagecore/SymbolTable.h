@@ -44,6 +44,8 @@ public:
     bool isTaken(std::string_view name) const;
     /// A program, or a list of global variables, that has the variable.
     const VariableDecl* variableOf(std::string_view unit, std::string_view name) const;
+    /// What any declaration, also a function or type, declares of itself or inherits.
+    const VariableDecl* declared(std::string_view owner, std::string_view name) const;
     const VariableDecl* globalVariable(std::string_view name) const;
     bool isFunction(std::string_view name) const;
     /// A value of an enumeration, alone or behind its type's name.
@@ -57,7 +59,8 @@ public:
     std::vector<const VariableDecl*> members(const Declaration& owner) const;
     /// The bounds of an array's dimensions; nothing when one is open or not known.
     std::optional<std::vector<Bounds>> bounds(const TypeSpec& array) const;
-    std::optional<std::int64_t> value(const ConstExpression& expression) const;
+    /// Names are those of the owner, a declaration or none, before the global ones.
+    std::optional<std::int64_t> value(const ConstExpression& expression, std::string_view owner = {}) const;
     /// The values of an enumeration that has a name, in the order of its items.
     const std::vector<std::int64_t>& itemValues(const Declaration& enumeration) const;
 
@@ -72,9 +75,9 @@ private:
     std::vector<const Declaration*> contents(const Declaration& owner) const;
     std::vector<const Declaration*> lineage(const Declaration& owner) const;
     const Declaration* typeOf(std::string_view name) const;
-    std::optional<std::int64_t> value(const ConstExpression& expression, int depth) const;
-    std::optional<std::int64_t> constant(const std::string& name, int depth) const;
-    std::optional<std::int64_t> initialValue(const VariableDecl& variable, int depth) const;
+    std::optional<std::int64_t> value(const ConstExpression& expression, std::string_view owner, int depth) const;
+    std::optional<std::int64_t> constant(std::string_view name, std::string_view owner, int depth) const;
+    std::optional<std::int64_t> initialValue(const VariableDecl& variable, std::string_view owner, int depth) const;
     bool isKnownType(const TypeSpec& type) const;
     const VariableDecl* variableByPath(std::string_view path) const;
     std::string arrayText(const TypeSpec& array) const;

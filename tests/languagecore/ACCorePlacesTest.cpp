@@ -17,7 +17,31 @@ private slots:
     void unitsAtLines();
     void namesInsideDeclarations_data();
     void namesInsideDeclarations();
+    void reaches_data();
+    void reaches();
+    void indexValues_data();
+    void indexValues();
 };
+
+namespace {
+
+const char* const rows = "VAR_GLOBAL CONSTANT FIRST : INT := 1; LAST : INT := 3; END_VAR\n"
+                         "PROGRAM Main\n"
+                         "VAR CONSTANT LAST : INT := TOP - 1; TOP : INT := 3; END_VAR\n"
+                         "VAR n : INT; row : ARRAY [0..3, 1..2] OF Guard; own : ARRAY [0..TOP] OF BOOL; END_VAR\n"
+                         "VAR_TEMP t : BOOL; END_VAR\n"
+                         "END_PROGRAM\n"
+                         "PROGRAM Aside\n"
+                         "VAR_EXTERNAL CONSTANT LAST : INT; END_VAR\n"
+                         "END_PROGRAM\n"
+                         "FUNCTION_BLOCK Base VAR a : Guard; END_VAR VAR_TEMP t : BOOL; END_VAR END_FUNCTION_BLOCK\n"
+                         "FUNCTION_BLOCK Blk EXTENDS Base\n"
+                         "VAR CONSTANT EDGE : INT := 2; END_VAR VAR row : ARRAY [1..2] OF BOOL; END_VAR\n"
+                         "END_FUNCTION_BLOCK\n"
+                         "FUNCTION Half : REAL VAR_INPUT speed : REAL; END_VAR END_FUNCTION\n"
+                         "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n";
+
+} // namespace
 
 void ACCorePlacesTest::comments_data()
 {
@@ -128,6 +152,79 @@ void ACCorePlacesTest::namesInsideDeclarations()
     QTEST(found.line, "declared");
     QCOMPARE(QString::fromStdString(found.source), found.line > 0 ? QStringLiteral("Main") : QString());
     QCOMPARE(core.localName("Elsewhere", line, name.toStdString()).line, 0);
+}
+
+void ACCorePlacesTest::reaches_data()
+{
+    using Reach = ACCore::Reach;
+    QTest::addColumn<int>("reach");
+    const auto row = [](const char* path, Reach reach) { QTest::newRow(path) << int(reach); };
+    row("Main.row[0,1].open", Reach::Variable);
+    row("main.ROW[FIRST,1].open", Reach::Variable);
+    row("Main.row", Reach::Variable);
+    row("Main.t", Reach::Variable);
+    row("Main.own[2]", Reach::Variable);
+    row("Main.row[n,1].open", Reach::Element);
+    row("Main.row[n*2,1].open", Reach::Element);
+    row("Main.row[n,3].open", Reach::None);
+    row("Main.row[4,1].open", Reach::None);
+    row("Main.row[n].open", Reach::None);
+    row("Main.row[n,1].shut", Reach::None);
+    row("Base.a", Reach::Inner);
+    row("base.A.open", Reach::Inner);
+    row("Base.a.shut", Reach::None);
+    row("Base.t", Reach::Inner);
+    row("Blk.a.open", Reach::Inner);
+    row("Blk.t", Reach::None);
+    row("Blk.row[2]", Reach::Inner);
+    row("Blk.row[3]", Reach::None);
+    row("Half.speed", Reach::Inner);
+    row("Guard.open", Reach::Inner);
+    row("Guard", Reach::None);
+    row("Guard[1]", Reach::None);
+    row("Unheard.open", Reach::None);
+    row("..", Reach::None);
+}
+
+void ACCorePlacesTest::reaches()
+{
+    ACCore core;
+    core.setSources({ { "IO", rows } });
+    QCOMPARE(core.problems().size(), std::size_t(0));
+    QTEST(int(core.reachOf(QTest::currentDataTag())), "reach");
+    QCOMPARE(int(core.reachOf(std::string())), int(ACCore::Reach::None));
+}
+
+void ACCorePlacesTest::indexValues_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("owner");
+    QTest::addColumn<QString>("known");
+    const auto row = [](const char* tag, const char* path, const char* owner, const char* known) {
+        QTest::newRow(tag) << QString::fromLatin1(path) << QString::fromLatin1(owner) << QString::fromLatin1(known);
+    };
+    row("numbers", "Main.row[0,1].open", "Main", "Main.row[0,1].open");
+    row("a global constant", "Main.row[FIRST,1].open", "Main", "Main.row[1,1].open");
+    row("a constant of the owner goes before", "Main.row[last,1].open", "Main", "Main.row[2,1].open");
+    row("the global one without an owner", "Main.row[LAST,1].open", "", "Main.row[3,1].open");
+    row("the global one by way of an external", "Main.row[LAST,1]", "Aside", "Main.row[3,1]");
+    row("one of a program by its path", "Main.row[Main.LAST,1]", "", "Main.row[2,1]");
+    row("one of a block", "Blk.row[EDGE]", "Blk", "Blk.row[2]");
+    row("a sum", "Main.row[LAST-1,1]", "Main", "Main.row[1,1]");
+    row("a variable", "Main.row[n,LAST].open", "Main", "Main.row[n,2].open");
+    row("a member", "Main.t", "Main", "Main.t");
+    row("a bit", "Main.n.3", "Main", "Main.n.3");
+    row("no path", "Main.row[1", "Main", "Main.row[1");
+    row("nothing", "", "Main", "");
+}
+
+void ACCorePlacesTest::indexValues()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, owner);
+    ACCore core;
+    core.setSources({ { "IO", rows } });
+    QTEST(QString::fromStdString(core.withIndexValues(path.toStdString(), owner.toStdString())), "known");
 }
 
 QTEST_GUILESS_MAIN(ACCorePlacesTest)
