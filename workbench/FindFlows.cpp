@@ -154,13 +154,28 @@ FindFlows::Answer FindFlows::answerText()
 
 FindFlows::Answer FindFlows::answerUses() const
 {
-    const QString& project = m_question.project;
-    const QString path = variablePath(project, m_question.variable);
-    const QStringList paths = path.isEmpty() ? QStringList(m_question.variable) : pathSpellings(project, path);
-    const FindOutcome outcome = m_find.findReferences(project, paths);
-    QStringList status{ path.isEmpty() ? tr("The project has no variable %1.").arg(m_question.variable)
-                                       : tr("Uses of %1: %2.").arg(path).arg(outcome.places.size()) };
-    return { outcome.places, (status + outcome.problems).join(QLatin1Char(' ')) };
+    const NamedVariable variable = namedVariable(m_question.project, m_question.variable);
+    const FindOutcome outcome = m_find.findReferences(m_question.project, variable.paths);
+    const QStringList status = QStringList(usesStatus(variable, outcome.places.size())) + outcome.problems;
+    return { outcome.places, status.join(QLatin1Char(' ')) };
+}
+
+QString FindFlows::usesStatus(const NamedVariable& variable, int uses) const
+{
+    using Reach = ac::ACCore::Reach;
+    switch (variable.reach) {
+    case Reach::Variable:
+        return tr("Uses of %1: %2.").arg(variable.path).arg(uses);
+    case Reach::Element:
+        return tr("An index of %1 is known only while the program runs. Places that use it as it is written: %2.")
+            .arg(variable.path)
+            .arg(uses);
+    case Reach::Inner:
+        return tr("%1 belongs to a function, a block or a type. No place can use it by this name.").arg(variable.path);
+    case Reach::None:
+        break;
+    }
+    return tr("The project has no variable %1.").arg(m_question.variable);
 }
 
 QString FindFlows::textStatus(const FindOutcome& outcome) const

@@ -8,6 +8,7 @@
 class FindPanel;
 class IEditor;
 class MainWindow;
+struct NamedVariable;
 class ProjectTree;
 class QAction;
 class Workspace;
@@ -70,6 +71,7 @@ private:
     /// Opens what the last search had to leave out, and searches again.
     void openUnsearched();
     QString textStatus(const FindOutcome& outcome) const;
+    QString usesStatus(const NamedVariable& variable, int uses) const;
     void raisePanel();
     QString variableAtCursor() const;
 

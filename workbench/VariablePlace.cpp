@@ -1,6 +1,5 @@
 #include "workbench/VariablePlace.h"
 
-#include "host/languagecore/ACCore.h"
 #include "host/languagecore/SafeAccore.h"
 #include "host/languagecore/Symbol.h"
 
@@ -19,6 +18,41 @@ bool isSame(const QString& a, const QString& b)
 QString firstName(const QString& written)
 {
     return written.section(QLatin1Char('.'), 0, 0).section(QLatin1Char('['), 0, 0);
+}
+
+bool isWordPart(QChar character)
+{
+    return character.isLetterOrNumber() || character == QLatin1Char('_');
+}
+
+/// Without the blanks between a name and a sign; between two names they stay, for together those are none.
+QString withoutBlanks(const QString& written)
+{
+    QString text;
+    const QString simple = written.simplified();
+    for (int i = 0; i < simple.size(); ++i) {
+        const bool isBlank = simple.at(i) == QLatin1Char(' ');
+        if (!isBlank || (isWordPart(simple.at(i - 1)) && isWordPart(simple.at(i + 1))))
+            text.append(simple.at(i));
+    }
+    return text;
+}
+
+QString withIndexValues(const ac::ACCore& core, const QString& written, const QString& owner)
+{
+    return QString::fromStdString(core.withIndexValues(written.toStdString(), owner.toStdString()));
+}
+
+bool hasType(const ac::ACCore& core, const QString& path)
+{
+    return core.type(path.toStdString()) != nullptr;
+}
+
+/// A path to a variable, or to an element of one that only the running program knows.
+bool leadsToVariable(const ac::ACCore& core, const QString& path)
+{
+    const ac::ACCore::Reach reach = core.reachOf(path.toStdString());
+    return reach == ac::ACCore::Reach::Variable || reach == ac::ACCore::Reach::Element;
 }
 
 QString joined(const QString& unit, const QString& rest)
@@ -53,7 +87,7 @@ QString declaredPath(const ac::ACCore& core, const QString& path)
         if (isSame(each, path))
             return each;
         // The elements of a large array are not listed.
-        if (found.isEmpty() && isSame(each, owner) && core.type(path.toStdString()))
+        if (found.isEmpty() && isSame(each, owner) && leadsToVariable(core, path))
             found = QString(each + path.mid(owner.size()));
     }
     return found;
@@ -87,7 +121,7 @@ QString undeclaredPath(const ac::ACCore& core, const QString& written)
 
 QString projectPath(const ac::ACCore& core, const QString& written)
 {
-    if (!core.type(written.toStdString()))
+    if (!leadsToVariable(core, written))
         return {};
     QString path = declaredPath(core, written);
     if (path.isEmpty())
@@ -112,10 +146,42 @@ QString ownPath(const ac::ACCore& core, const ac::LocalName& local, const QStrin
 {
     const QString own = joined(unit, written);
     if (core.ownerOf(own.toStdString()) != ac::ACCore::Owner::NoUnit)
-        return core.type(own.toStdString()) ? projectPath(core, own) : own;
+        return leadsToVariable(core, own) ? projectPath(core, own) : own;
     const QString variable = variableAt(core, local);
     const QString path = variable + written.mid(firstName(written).size());
-    return variable.isEmpty() || !core.type(path.toStdString()) ? own : path;
+    return variable.isEmpty() || !leadsToVariable(core, path) ? own : path;
+}
+
+QString pathAt(const ac::ACCore& core, const VariablePlace& place, const QString& unit, const QString& written)
+{
+    const ac::LocalName local
+        = core.localName(place.source.toStdString(), place.line, firstName(written).toStdString());
+    switch (local.kind) {
+    case ac::LocalName::Kind::Own:
+        return ownPath(core, local, unit, written);
+    case ac::LocalName::Kind::External:
+        return globalPath(core, written);
+    case ac::LocalName::Kind::None:
+        break;
+    }
+    return projectPath(core, written);
+}
+
+/// A path as declared, then the others under which the variable may be used.
+QStringList spellings(const ac::ACCore& core, const QString& path)
+{
+    QStringList spellings{ path };
+    const QString inList = path.section(QLatin1Char('.'), 1);
+    if (isSame(projectPath(core, inList), path))
+        spellings.append(inList);
+    const QStringList programs = unitsOf(core, ac::ProgramSymbols);
+    for (const QString& program : programs) {
+        const QString spelling = joined(program, inList);
+        if (core.ownerOf(spelling.toStdString()) == ac::ACCore::Owner::Elsewhere
+            && isSame(projectPath(core, spelling), path))
+            spellings.append(spelling);
+    }
+    return spellings;
 }
 
 } // namespace
@@ -123,42 +189,32 @@ QString ownPath(const ac::ACCore& core, const ac::LocalName& local, const QStrin
 QString variablePathAt(const VariablePlace& place)
 {
     const SafeAccore core(place.project.toStdString(), false);
-    if (!core || place.written.isEmpty())
+    const QString written = withoutBlanks(place.written);
+    if (!core || written.isEmpty())
         return {};
-    const std::string source = place.source.toStdString();
-    const ac::LocalName local = core->localName(source, place.line, firstName(place.written).toStdString());
-    switch (local.kind) {
-    case ac::LocalName::Kind::Own:
-        return ownPath(*core.core(), local, QString::fromStdString(core->unitAt(source, place.line)), place.written);
-    case ac::LocalName::Kind::External:
-        return globalPath(*core.core(), place.written);
-    case ac::LocalName::Kind::None:
-        break;
-    }
-    return projectPath(*core.core(), place.written);
+    const QString unit = QString::fromStdString(core->unitAt(place.source.toStdString(), place.line));
+    const QString path = pathAt(*core.core(), place, unit, written);
+    // Constants of the program or block around the place have no meaning outside of it.
+    return hasType(*core.core(), path)
+        ? path
+        : pathAt(*core.core(), place, unit, withIndexValues(*core.core(), written, unit));
 }
 
-QString variablePath(const QString& project, const QString& written)
+NamedVariable namedVariable(const QString& project, const QString& written)
 {
-    const SafeAccore core(project.toStdString(), false);
-    return core ? projectPath(*core.core(), written) : QString();
-}
-
-QStringList pathSpellings(const QString& project, const QString& path)
-{
-    QStringList spellings{ path };
+    const QString name = withoutBlanks(written);
+    NamedVariable variable;
     const SafeAccore core(project.toStdString(), false);
     if (!core)
-        return spellings;
-    const QString inList = path.section(QLatin1Char('.'), 1);
-    if (isSame(projectPath(*core.core(), inList), path))
-        spellings.append(inList);
-    const QStringList programs = unitsOf(*core.core(), ac::ProgramSymbols);
-    for (const QString& program : programs) {
-        const QString spelling = joined(program, inList);
-        if (core->ownerOf(spelling.toStdString()) == ac::ACCore::Owner::Elsewhere
-            && isSame(projectPath(*core.core(), spelling), path))
-            spellings.append(spelling);
-    }
-    return spellings;
+        return variable;
+    const QString known = withIndexValues(*core.core(), name, firstName(name));
+    variable.reach = core->reachOf(known.toStdString());
+    variable.path = variable.reach == ac::ACCore::Reach::Inner ? known : projectPath(*core.core(), known);
+    if (!variable.path.isEmpty())
+        variable.paths = spellings(*core.core(), variable.path);
+    if (known != name && hasType(*core.core(), name))
+        variable.paths += spellings(*core.core(), projectPath(*core.core(), name));
+    // Places give the names that they use without any blanks, also those between words.
+    variable.paths.replaceInStrings(QStringLiteral(" "), QString());
+    return variable;
 }

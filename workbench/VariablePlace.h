@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/languagecore/ACCore.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,15 +16,18 @@ struct VariablePlace {
 };
 
 /// The full path of the variable that is meant by a name at a place: one of the program or list around it, else one of
-/// the whole project (see variablePath). What a type or block declares is the first variable of the project that it
-/// makes. Empty when the
-/// project knows no such name there.
+/// the whole project (see namedVariable). What a type or block declares is the first variable of the project that it
+/// makes. Blanks in a name do not matter. Empty when the project knows no such name there.
 QString variablePathAt(const VariablePlace& place);
 
-/// The full path of the variable that a name means anywhere in a project: a path, the bare name of
-/// a global variable, or either by way of a program's VAR_EXTERNAL. Empty when the project knows none.
-QString variablePath(const QString& project, const QString& written);
-
-/// All paths under which a variable may be used, given the one as declared: itself first, then without
-/// its list, then by way of the programs that declare it as external.
-QStringList pathSpellings(const QString& project, const QString& path);
+/// What a name means anywhere in a project: a path, the bare name of a global variable, or either by way of a program's
+/// VAR_EXTERNAL.
+struct NamedVariable {
+    ac::ACCore::Reach reach = ac::ACCore::Reach::None;
+    /// The full path as it is declared, with the values of constants in its indices. Empty when the project knows none.
+    QString path;
+    /// All paths under which it may be used: that one first, then without its list, then by way of the programs that
+    /// declare it as external, then the same with the constants by name.
+    QStringList paths;
+};
+NamedVariable namedVariable(const QString& project, const QString& written);

@@ -42,6 +42,9 @@ private slots:
     void usesInAxesThatWereNeverOpenedAreGoneThroughInTurn();
     void anEditorThatOpensAfterTheSearchIsSearched();
     void anEditorAfterAllHaveClosedIsSearched();
+    void aVariableThatNoPlaceCanUseIsToldOf_data();
+    void aVariableThatNoPlaceCanUseIsToldOf();
+    void blanksInAnIndexDoNotMatter();
     void theListTakesTheLanguage();
     void usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage();
 
@@ -349,6 +352,69 @@ void FindFlowsTest::anEditorAfterAllHaveClosedIsSearched()
     next();
     QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop") });
     QCOMPARE(here(), text("Turn lineEditPos"));
+}
+
+void FindFlowsTest::aVariableThatNoPlaceCanUseIsToldOf_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("of a block that nothing is made of")
+        << 8 << 6 << text("Blk.a")
+        << text("Blk.a belongs to a function, a block or a type. No place can use it by this name.");
+    QTest::newRow("a temporary one")
+        << 8 << 1 << text("Blk.t")
+        << text("Blk.t belongs to a function, a block or a type. No place can use it by this name.");
+    QTest::newRow("of a function")
+        << 10 << 33 << text("Half.speed")
+        << text("Half.speed belongs to a function, a block or a type. No place can use it by this name.");
+    QTest::newRow("an element by a variable")
+        << 4 << 9 << text("Main.row[n].open")
+        << text("An index of Main.row[n].open is known only while the program runs. Places that use it as it is "
+                "written: 1.");
+    QTest::newRow("an element by a constant")
+        << 4 << 29 << text("Main.row[2].open") << text("Uses of Main.row[2].open: 1.");
+    QTest::newRow("an element that there is not")
+        << 4 << 45 << text("Main.row[4].open") << text("The project has no variable Main.row[4].open.");
+}
+
+void FindFlowsTest::aVariableThatNoPlaceCanUseIsToldOf()
+{
+    program->project()->sourceModel()->setSource(text("Main"),
+        text("PROGRAM Main\n"
+             "VAR CONSTANT LAST : INT := 2; END_VAR\n"
+             "VAR n : INT; row : ARRAY [1..3] OF Guard; END_VAR\n"
+             "row[n].open := row[ LAST ].open AND row[4].open;\n"
+             "END_PROGRAM\n"
+             "FUNCTION_BLOCK Blk\n"
+             "VAR a : BOOL; END_VAR VAR_TEMP t : BOOL; END_VAR\n"
+             "t := a;\n"
+             "END_FUNCTION_BLOCK\n"
+             "FUNCTION Half : REAL VAR_INPUT speed : REAL; END_VAR END_FUNCTION\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
+    addAxis("Cut", "Main.row[2].open");
+    addAxis("Turn", "Main.row[n].open");
+    QFETCH(int, line);
+    QFETCH(int, column);
+    program->workbench->workspace().showSource(text("Main"), line, column);
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QTEST(program->child<QLineEdit>("variable")->text(), "variable");
+    QTEST(program->status(), "status");
+}
+
+void FindFlowsTest::blanksInAnIndexDoNotMatter()
+{
+    program->project()->sourceModel()->setSource(text("Main"),
+        text("PROGRAM Main\nVAR grid : ARRAY [0..2, 1..2] OF Guard; END_VAR\ngrid[1, 2].open := TRUE;\nEND_PROGRAM\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
+    addAxis("Cut", "Main.grid[1,2].open");
+    addAxis("Turn", "Main.grid[ 1 , 2 ].open");
+    program->workbench->workspace().showSource(text("Main"), 3, 14);
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QCOMPARE(program->status(), text("Uses of Main.grid[1,2].open: 2."));
+    program->findReferences(text("Main.grid[1, 2].open"));
+    QCOMPARE(program->status(), text("Uses of Main.grid[1,2].open: 2."));
 }
 
 void FindFlowsTest::setChinese()

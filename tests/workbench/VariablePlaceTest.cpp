@@ -59,12 +59,31 @@ const char* const program = "PROGRAM First\n"
                             "TYPE Latch : STRUCT\n"
                             "  shut : BOOL;\n"
                             "END_STRUCT\n"
-                            "END_TYPE\n";
+                            "END_TYPE\n"
+                            "PROGRAM Fifth\n"
+                            "VAR CONSTANT LAST : INT := 1; END_VAR\n"
+                            "VAR n : INT; grid : ARRAY [0..3, 1..2] OF Guard; rack : Rack; END_VAR\n"
+                            "grid[n, 1].open := ready;\n"
+                            "END_PROGRAM\n"
+                            "FUNCTION_BLOCK Rack\n"
+                            "VAR CONSTANT EDGE : INT := 2; END_VAR\n"
+                            "VAR n : INT; row : ARRAY [0..3] OF BOOL; END_VAR\n"
+                            "row[n] := row[EDGE];\n"
+                            "END_FUNCTION_BLOCK\n"
+                            "FUNCTION_BLOCK Blk\n"
+                            "VAR a : Guard; END_VAR\n"
+                            "VAR_TEMP t : BOOL; END_VAR\n"
+                            "t := a.open;\n"
+                            "END_FUNCTION_BLOCK\n";
 
 const char* const globals = "VAR_GLOBAL\n"
                             "  ready : BOOL;\n"
                             "  speed : REAL;\n"
                             "  cover : Guard;\n"
+                            "  doors : ARRAY [1..4] OF Guard;\n"
+                            "END_VAR\n"
+                            "VAR_GLOBAL CONSTANT\n"
+                            "  TOP : INT := 3;\n"
                             "END_VAR\n";
 
 } // namespace
@@ -78,6 +97,8 @@ private slots:
     void namesOfTheProject_data();
     void namesOfTheProject();
     void aGlobalOneIsUsedByWayOfExternals();
+    void whatIsNoVariableIsTold_data();
+    void whatIsNoVariableIsTold();
     void withoutAProjectThereIsNone();
 };
 
@@ -126,6 +147,19 @@ void VariablePlaceTest::namesAtAPlace_data()
                                                 << "IO.speed";
     QTest::newRow("one of a function hides the global one") << 39 << "speed"
                                                             << "Half.speed";
+    const auto row = [](const char* tag, int line, const char* written, const char* found) {
+        QTest::newRow(tag) << line << QString::fromLatin1(written) << QString::fromLatin1(found);
+    };
+    row("an element with blanks in its index", 58, "grid[ 1, 2 ] .open", "Fifth.grid[1,2].open");
+    row("an element by a constant of the program", 58, "grid[LAST, LAST].open", "Fifth.grid[1,1].open");
+    row("a global element by a constant of the program", 58, "doors[LAST].open", "IO.doors[1].open");
+    row("an element by a global constant", 58, "grid[TOP, 2].open", "Fifth.grid[TOP,2].open");
+    row("an element by a variable", 58, "grid[n, 1].open", "Fifth.grid[n,1].open");
+    row("a global element by a variable", 58, "doors[n + 1].open", "IO.doors[n+1].open");
+    row("an element of a block's variable by its constant", 63, "row[EDGE]", "Fifth.rack.row[2]");
+    row("an element of a block's variable by a variable", 63, "row[n]", "Fifth.rack.row[n]");
+    row("a variable of a block that nothing is made of", 68, "a.open", "Blk.a.open");
+    row("a temporary one of it", 68, "t", "Blk.t");
     QTest::newRow("an unknown name") << 6 << "unheard" << QString();
     QTest::newRow("no name") << 6 << "" << QString();
 }
@@ -145,6 +179,13 @@ void VariablePlaceTest::namesOfTheProject_data()
 {
     QTest::addColumn<QString>("written");
     QTest::addColumn<QString>("path");
+    const auto row = [](const char* tag, const char* written, const char* path) {
+        QTest::newRow(tag) << QString::fromLatin1(written) << QString::fromLatin1(path);
+    };
+    row("an element with blanks in its index", "Fifth . grid[1 ,\t2].open ", "Fifth.grid[1,2].open");
+    row("an element by a constant of its program", "fifth.grid[LAST, 2].open", "Fifth.grid[1,2].open");
+    row("an element by a global constant", "doors[top].open", "IO.doors[3].open");
+    row("names with a blank between them", "Fifth grid", "");
     QTest::newRow("a bare global name") << "READY"
                                         << "IO.ready";
     QTest::newRow("a bare path below a global") << "cover.open"
@@ -169,7 +210,7 @@ void VariablePlaceTest::namesOfTheProject()
     TestProject project(QStringLiteral("NV3T_70Q12"));
     project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
     project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
-    QCOMPARE(variablePath(project.name(), written), path);
+    QCOMPARE(namedVariable(project.name(), written).path, path);
 }
 
 void VariablePlaceTest::aGlobalOneIsUsedByWayOfExternals()
@@ -177,17 +218,49 @@ void VariablePlaceTest::aGlobalOneIsUsedByWayOfExternals()
     TestProject project(QStringLiteral("NV3T_70Q12"));
     project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
     project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
-    QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.speed")),
-        QStringList({ QStringLiteral("IO.speed"), QStringLiteral("speed"), QStringLiteral("Second.speed") }));
-    QCOMPARE(pathSpellings(project.name(), QStringLiteral("IO.cover.open")),
-        QStringList({ QStringLiteral("IO.cover.open"), QStringLiteral("cover.open") }));
+    const auto paths = [&project](const char* written) {
+        return namedVariable(project.name(), QString::fromLatin1(written)).paths.join(QLatin1Char(' '));
+    };
+    QCOMPARE(paths("IO.speed"), QStringLiteral("IO.speed speed Second.speed"));
+    QCOMPARE(paths("IO.cover.open"), QStringLiteral("IO.cover.open cover.open"));
+    QCOMPARE(paths("First.speed"), QStringLiteral("First.speed"));
     QCOMPARE(
-        pathSpellings(project.name(), QStringLiteral("First.speed")), QStringList({ QStringLiteral("First.speed") }));
+        paths("doors[TOP].open"), QStringLiteral("IO.doors[3].open doors[3].open IO.doors[TOP].open doors[TOP].open"));
+    QCOMPARE(paths("doors[n MOD 2].open"), QStringLiteral("IO.doors[nMOD2].open doors[nMOD2].open"));
+    QCOMPARE(paths("Main.unheard"), QString());
+}
+
+void VariablePlaceTest::whatIsNoVariableIsTold_data()
+{
+    using Reach = ac::ACCore::Reach;
+    QTest::addColumn<int>("reach");
+    const auto row = [](const char* written, Reach reach) { QTest::newRow(written) << int(reach); };
+    row("Fifth.grid[LAST, 1].open", Reach::Variable);
+    row("Fifth.grid[TOP, 1].open", Reach::Variable);
+    row("Fifth.grid[n, 1].open", Reach::Element);
+    row("Fifth.grid[n MOD 2, 1].open", Reach::Element);
+    row("doors[n].open", Reach::Element);
+    row("Fifth.grid[n, 3].open", Reach::None);
+    row("Fifth.grid[4, 1].open", Reach::None);
+    row("Blk.a", Reach::Inner);
+    row("Blk.t", Reach::Inner);
+    row("Half.speed", Reach::Inner);
+    row("Guard.open", Reach::Inner);
+    row("Blk.unheard", Reach::None);
+    row("Fifth grid", Reach::None);
+}
+
+void VariablePlaceTest::whatIsNoVariableIsTold()
+{
+    TestProject project(QStringLiteral("NV3T_70Q12"));
+    project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
+    project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
+    QTEST(int(namedVariable(project.name(), QString::fromLatin1(QTest::currentDataTag())).reach), "reach");
 }
 
 void VariablePlaceTest::withoutAProjectThereIsNone()
 {
-    QCOMPARE(variablePath(QStringLiteral("Nowhere"), QStringLiteral("IO.ready")), QString());
+    QCOMPARE(namedVariable(QStringLiteral("Nowhere"), QStringLiteral("IO.ready")).path, QString());
     QCOMPARE(
         variablePathAt({ QStringLiteral("Nowhere"), QStringLiteral("Main"), 1, QStringLiteral("speed") }), QString());
 }

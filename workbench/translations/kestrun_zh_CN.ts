@@ -895,6 +895,14 @@
         <translation>从未打开、未被搜索的对象：%1。</translation>
     </message>
     <message>
+        <source>An index of %1 is known only while the program runs. Places that use it as it is written: %2.</source>
+        <translation>%1 的下标在程序运行时才能确定。按此写法引用它的位置：%2。</translation>
+    </message>
+    <message>
+        <source>%1 belongs to a function, a block or a type. No place can use it by this name.</source>
+        <translation>%1 属于函数、功能块或类型，任何位置都不能以此名称引用它。</translation>
+    </message>
+    <message>
         <source>The page of this place is not shown for the type of %1.</source>
         <translation>%1 的轴类型不显示此位置所在的页面。</translation>
     </message>
