@@ -81,6 +81,8 @@ private slots:
     void settingsOfAnyKindLeaveThePageUsable();
     void aDirectLoginRefusesDebugging();
     void repliesOfAnotherLengthLeaveThePageAsItIs();
+    void lateAndLostRepliesLeaveThePageUsable_data();
+    void lateAndLostRepliesLeaveThePageUsable();
 
 private:
     void happen(int accident);
@@ -358,6 +360,38 @@ void OnlineWorkTest::repliesOfAnotherLengthLeaveThePageAsItIs()
     }
     m_program->host.fault("none");
     QVERIFY(canWork());
+}
+
+void OnlineWorkTest::lateAndLostRepliesLeaveThePageUsable_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<QStringList>("texts");
+    const QString noAnswer = QStringLiteral("The controller has not answered in time.");
+    QTest::newRow("late replies of the status") << QByteArray("late-replies 400 GetAxisRef") << QStringList();
+    QTest::newRow("late replies of a command") << QByteArray("late-replies 1500 Reset") << QStringList();
+    QTest::newRow("a lost reply of the status") << QByteArray("lost-replies 1 GetAxisRef") << QStringList();
+    QTest::newRow("a lost reply of a command") << QByteArray("lost-replies 1 Reset") << QStringList{ noAnswer };
+}
+
+void OnlineWorkTest::lateAndLostRepliesLeaveThePageUsable()
+{
+    QFETCH(QByteArray, fault);
+    QFETCH(QStringList, texts);
+    QVERIFY(m_program->makeReady());
+    const CommandLog& log = m_program->workbench->online().commands();
+    const int before = log.rowCount();
+    m_program->host.fault(fault.constData());
+    m_program->click("resetPushButton");
+    // Nothing hangs longer than the ten seconds that a call may take.
+    QTRY_COMPARE_WITH_TIMEOUT(log.rowCount(), before + 1, 12000);
+    QTRY_COMPARE(m_boxes->count(), texts.size());
+    for (const QString& text : texts)
+        QVERIFY2(m_boxes->texts().first().contains(text), qPrintable(m_boxes->texts().first()));
+    // While nothing was answered the controller may have ended debug mode; the page follows.
+    QTRY_COMPARE(m_program->find("basicTabWidget")->isEnabled(), m_program->host.peek(0).debugMode != 0);
+    // Off the screen nobody else gives the focus back after a box.
+    m_program->workbench->window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&m_program->workbench->window()) && canWork());
 }
 
 QTEST_MAIN(OnlineWorkTest)
