@@ -125,7 +125,10 @@ GrpcLink::LoginOutcome GrpcLink::login(Deadline deadline)
         return { result, ConnectionTexts::tr("The controller at %1 has refused the connection.").arg(m_address.text()),
             QString() };
     if (!status.ok()) {
-        const QString reason = ConnectionTexts::tr("No controller answers at %1.").arg(m_address.text());
+        const QString reason = (m_address.usesTls()
+                ? ConnectionTexts::tr("No controller answers at %1: there is none, or the certificates do not fit.")
+                : ConnectionTexts::tr("No controller answers at %1."))
+                                   .arg(m_address.text());
         const QString text
             = detail.empty() ? reason : QString(reason + QLatin1Char(' ') + QString::fromStdString(detail));
         return { Diagnosis::notConnected, text, QString() };

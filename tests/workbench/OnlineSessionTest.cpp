@@ -64,6 +64,7 @@ private slots:
     void aProgramThatCannotStartSaysWhy();
     void whoMayNotConnectIsToldWhyAndWhere_data();
     void whoMayNotConnectIsToldWhyAndWhere();
+    void aControllerOfAnotherAuthorityIsNotTrusted();
     void anotherVersionIsRefusedAndNamed();
     void aReplacedControllerEndsTheConnection();
     void aLossIsToldOnceAndTheLinkComesBack();
@@ -224,6 +225,42 @@ void OnlineSessionTest::whoMayNotConnectIsToldWhyAndWhere()
     QVERIFY2(text.contains(where), qPrintable(text));
     QCOMPARE(desk.session.state(), OnlineSession::Offline);
     QVERIFY(desk.online.isEmpty());
+}
+
+void OnlineSessionTest::aControllerOfAnotherAuthorityIsNotTrusted()
+{
+    QTemporaryDir directory;
+    const auto file = [&directory](const char* set, const char* name) {
+        return directory.filePath(QString::fromLatin1(set) + QLatin1Char('/') + QString::fromLatin1(name));
+    };
+    for (const char* set : { "theirs", "mine" })
+        QCOMPARE(QProcess::execute(QStringLiteral(KESTRUN_SOURCE_DIR "/scripts/make-certificates"),
+                     { directory.filePath(QString::fromLatin1(set)), QStringLiteral("localhost"),
+                         QStringLiteral("127.0.0.1") }),
+            0);
+    MotionController controller({});
+    ServerOptions options;
+    options.authorityFile = file("theirs", "authority.pem").toStdString();
+    options.certificateFile = file("theirs", "controller.pem").toStdString();
+    options.keyFile = file("theirs", "controller.key").toStdString();
+    ControllerServer server(&controller, options);
+    std::string error;
+    QVERIFY2(server.start(&error), error.c_str());
+    ControllerAddress address;
+    address.host = QStringLiteral("127.0.0.1");
+    address.port = static_cast<quint16>(server.port());
+    address.authorityFile = file("mine", "authority.pem");
+    address.certificateFile = file("mine", "workbench.pem");
+    address.keyFile = file("mine", "workbench.key");
+    Desk desk;
+    desk.session.connectTo(address, false);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.failed.count(), 1, 8000);
+    const QString text = desk.failed.at(0).at(0).toString();
+    QVERIFY2(text.contains(address.text()), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("or the certificates do not fit")), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("verify failed"), Qt::CaseInsensitive), qPrintable(text));
+    QCOMPARE(desk.session.state(), OnlineSession::Offline);
+    server.shutdown();
 }
 
 void OnlineSessionTest::anotherVersionIsRefusedAndNamed()

@@ -2,11 +2,13 @@
 #include "protocol/AxisRefLayout.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
+#include "workbench/monitor/VariableMonitor.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QProcess>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <csignal>
@@ -81,6 +83,7 @@ private slots:
     void settingsOfAnyKindLeaveThePageUsable();
     void aDirectLoginRefusesDebugging();
     void repliesOfAnotherLengthLeaveThePageAsItIs();
+    void theWholeWayWorksOverTls();
     void lateAndLostRepliesLeaveThePageUsable_data();
     void lateAndLostRepliesLeaveThePageUsable();
 
@@ -360,6 +363,36 @@ void OnlineWorkTest::repliesOfAnotherLengthLeaveThePageAsItIs()
     }
     m_program->host.fault("none");
     QVERIFY(canWork());
+}
+
+/// The controller takes nothing in the clear, so each channel that there is has to show its certificate.
+void OnlineWorkTest::theWholeWayWorksOverTls()
+{
+    QTemporaryDir directory;
+    const auto file = [&directory](const char* name) { return directory.filePath(QString::fromLatin1(name)); };
+    QCOMPARE(QProcess::execute(QStringLiteral(KESTRUN_SOURCE_DIR "/scripts/make-certificates"),
+                 { directory.path(), QStringLiteral("localhost"), QStringLiteral("127.0.0.1") }),
+        0);
+    m_controller = std::make_unique<RealController>();
+    QVERIFY(m_controller->start(
+        { QStringLiteral("--tls-authority"), file("authority.pem"), QStringLiteral("--tls-certificate"),
+            file("controller.pem"), QStringLiteral("--tls-key"), file("controller.key") }));
+    ControllerAddress address = m_controller->address();
+    address.authorityFile = file("authority.pem");
+    address.certificateFile = file("workbench.pem");
+    address.keyFile = file("workbench.key");
+    m_program->session().connectTo(address, false);
+    QVERIFY(m_program->waitUntilOnline());
+    QVERIFY(m_program->openPage(QStringLiteral("Alpha")));
+    QVERIFY(canWork());
+    const VariableMonitor& monitor = m_program->workbench->monitor();
+    QTRY_VERIFY(monitor.curves().curves(0) && monitor.curves().curves(0)->size() > 20);
+    m_program->press("posJogPushButton");
+    QVERIFY(QTest::qWaitFor([] { return statusOf(0).setVelocity != 0; }, 3000));
+    QTest::keyClick(m_program->window(), Qt::Key_F9);
+    QVERIFY(QTest::qWaitFor([] { return statusOf(0).setVelocity == 0; }, 2000));
+    QTRY_VERIFY(m_program->workbench->online().stop().isHeld());
+    m_program->release("posJogPushButton");
 }
 
 void OnlineWorkTest::lateAndLostRepliesLeaveThePageUsable_data()

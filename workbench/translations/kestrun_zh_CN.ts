@@ -565,6 +565,10 @@
         <translation>%1 处没有控制器应答。</translation>
     </message>
     <message>
+        <source>No controller answers at %1: there is none, or the certificates do not fit.</source>
+        <translation>%1 处没有控制器应答：没有控制器，或证书不匹配。</translation>
+    </message>
+    <message>
         <source>The controller at %1 has not answered the login.</source>
         <translation>%1 处的控制器没有应答登录。</translation>
     </message>
