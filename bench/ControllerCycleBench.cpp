@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <thread>
 
 // Whether the controller's cycle, with 64 axes on the move, begins as punctually as a loop that does nothing but sleep,
@@ -75,35 +76,81 @@ double share(const CycleStatistics& statistics)
     return 100.0 * static_cast<double>(statistics.late) / static_cast<double>(statistics.cycles);
 }
 
-/// All axes run to and fro, so that plans are made anew all the time.
-bool bringAxesToMove(MotionController& controller)
+bool waitFor(const std::function<bool()>& condition)
+{
+    const auto until = Clock::now() + std::chrono::seconds(2);
+    while (!condition() && Clock::now() < until)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return condition();
+}
+
+bool allAxes(MotionController& controller, const std::function<bool(const AxisRef&)>& condition)
+{
+    for (int i = 0; i < axes; ++i) {
+        AxisRef ref{};
+        if (!controller.peek(i, &ref, nullptr) || !condition(ref))
+            return false;
+    }
+    return true;
+}
+
+bool allMove(MotionController& controller)
+{
+    return allAxes(controller, [](const AxisRef& ref) {
+        return ref.axisState == static_cast<std::uint16_t>(AxisState::ContinuousMotion) && ref.setVelocity != 0
+            && ref.actualVelocity != 0;
+    });
+}
+
+bool moveAll(MotionController& controller, int direction)
+{
+    bool fine = true;
+    for (int i = 0; i < axes; ++i) {
+        fine = fine && controller.command(1, i, MotionController::Kind::Motion, [direction](Axis& axis) {
+            return axis.moveVelocity(numbers(direction * 100, 500, 500, 5000));
+        }) == 0;
+    }
+    return fine;
+}
+
+/// What has kept the axes from moving; null for nothing. Axes that stand would be no measurement.
+const char* bringAxesToMove(MotionController& controller)
 {
     std::vector<AxisText> texts;
     texts.reserve(axes);
     for (int i = 0; i < axes; ++i)
         texts.push_back(makeAxisText(i, { { "ModeSet", "TRUE" } }));
     if (controller.download(texts).code != 0)
-        return false;
+        return "the axes were not taken over";
     for (int i = 0; i < axes; ++i) {
-        controller.enterDebugMode(1, i, 1, 32767);
-        controller.command(1, i, MotionController::Kind::Plain, [](Axis& axis) { return axis.setEnable(true); });
+        if (controller.enterDebugMode(1, i, 1, 32767) != 0)
+            return "an axis did not enter debug mode";
+        if (controller.command(1, i, MotionController::Kind::Plain, [](Axis& axis) { return axis.setEnable(true); })
+            != 0)
+            return "an axis was not enabled";
     }
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    return true;
+    const auto stands
+        = [](const AxisRef& ref) { return ref.axisState == static_cast<std::uint16_t>(AxisState::StandStill); };
+    if (!waitFor([&] { return allAxes(controller, stands); }))
+        return "not all axes came on";
+    if (!moveAll(controller, 1))
+        return "an axis refused to move";
+    return waitFor([&] { return allMove(controller); }) ? nullptr : "not all axes move";
 }
 
-void keepMoving(MotionController& controller, double seconds)
+/// All axes run to and fro, so that plans are made anew all the time. False when one of them did not.
+bool keepMoving(MotionController& controller, double seconds)
 {
     const auto until = Clock::now() + std::chrono::duration<double>(seconds);
-    int direction = 1;
-    while (Clock::now() < until) {
-        for (int i = 0; i < axes; ++i) {
-            controller.command(1, i, MotionController::Kind::Motion,
-                [direction](Axis& axis) { return axis.moveVelocity(numbers(direction * 100, 500, 500, 5000)); });
-        }
+    int direction = -1;
+    bool fine = true;
+    while (fine && Clock::now() < until) {
+        fine = moveAll(controller, direction);
         direction = -direction;
         std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        fine = fine && allMove(controller);
     }
+    return fine;
 }
 } // namespace
 
@@ -112,19 +159,23 @@ int main(int argc, char** argv)
     const double seconds = argc > 1 ? std::atof(argv[1]) : 60;
     MotionController controller({});
     controller.start();
-    if (!bringAxesToMove(controller)) {
-        std::puts("the axes were not taken over");
+    if (const char* trouble = bringAxesToMove(controller)) {
+        std::printf("nothing is measured: %s\n", trouble);
         return 1;
     }
     const CycleStatistics before = controller.statistics();
     const double processorBefore = cycleSeconds(controller);
     SleepingLoop loop;
-    keepMoving(controller, seconds);
+    const bool moved = keepMoving(controller, seconds);
     const LoopResult sleeping = loop.end();
     const CycleStatistics& bare = sleeping.statistics;
     CycleStatistics cycle = controller.statistics();
     const double processor = cycleSeconds(controller) - processorBefore;
     controller.shutdown();
+    if (!moved) {
+        std::puts("nothing is measured: not all axes have moved all the time");
+        return 1;
+    }
     cycle.cycles -= before.cycles;
     cycle.late -= before.late;
     const double allowed = 1.2 * share(bare) + 0.1;
