@@ -141,7 +141,7 @@ void FindPanel::list(const QVector<FoundPlace>& places, const QString& status)
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(0));
     offerOpening(false);
     m_status = status;
-    say(m_status);
+    showNote(m_status);
 }
 
 void FindPanel::offerOpening(bool offered)
@@ -157,13 +157,8 @@ void FindPanel::clear()
 
 void FindPanel::showNote(const QString& note)
 {
-    say(note);
-}
-
-void FindPanel::say(const QString& text)
-{
-    m_ui->status->setText(text);
-    m_ui->status->setToolTip(plainToolTip(text));
+    m_ui->status->setText(note);
+    m_ui->status->setToolTip(plainToolTip(note));
 }
 
 void FindPanel::step(int direction)
@@ -177,14 +172,15 @@ void FindPanel::step(int direction)
 
 void FindPanel::correctVisited(const QString& location)
 {
-    m_places[m_visited].location = location;
+    if (m_visited >= 0)
+        m_places[m_visited].location = location;
 }
 
 void FindPanel::choose(int row)
 {
     m_visited = row;
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(row));
-    say(m_status);
+    showNote(m_status);
     const FoundPlace place = m_places.at(row);
     emit placeChosen(place);
 }

@@ -64,10 +64,10 @@ private:
     void choose(int row);
     void noteChange();
     void list(const QVector<FoundPlace>& places, const QString& status);
-    void say(const QString& text);
 
     std::unique_ptr<Ui::FindPanel> m_ui;
     QVector<FoundPlace> m_places;
+    /// What is said of the places as a whole.
     QString m_status;
     /// Row of the place that was gone to last, -1 before the first.
     int m_visited = -1;
