@@ -89,7 +89,7 @@ void SourceView::goTo(int line, int column)
 QString SourceView::nameAtCursor() const
 {
     const QTextCursor cursor = textCursor();
-    const QString selected = cursor.selectedText().trimmed();
+    QString selected = cursor.selectedText().trimmed();
     const QTextBlock block = document()->findBlock(cursor.selectionStart());
     const QString line = block.text();
     const int from = line.indexOf(selected, cursor.selectionStart() - block.position());
