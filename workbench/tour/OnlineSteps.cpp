@@ -2,6 +2,7 @@
 #include "host/projectmodel/ProjectModel.h"
 #include "workbench/ToolWindowManager.h"
 #include "workbench/Workbench.h"
+#include "workbench/monitor/CurvePlot.h"
 #include "workbench/monitor/VariableMonitor.h"
 #include "workbench/tour/TourDriver.h"
 #include "workbench/tour/TourParts.h"
@@ -15,6 +16,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSet>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -105,6 +107,35 @@ void seeRest(TourDriver& driver)
         return true;
     };
     driver.seeSoon(isLevel, QStringLiteral("the curves are level"));
+}
+
+/// Number of pixels of the plot in the colour of the axis's lines.
+int inkOf(CurvePlot& plot, int axisNo)
+{
+    const QImage image = plot.canvas()->grab().toImage();
+    QSet<QRgb> inks;
+    for (const auto& item : plot.items()) {
+        if (item->axisNo() == axisNo)
+            inks.insert(item->pen().color().rgb());
+    }
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            count += inks.contains(image.pixel(x, y)) ? 1 : 0;
+    }
+    return count;
+}
+
+/// The lines of the axis that is tried out are there to be seen, in each of the plots.
+void seeLines(TourDriver& driver)
+{
+    const int axisNo = stored(driver, text(triedAxis), "AxisNo").toInt();
+    const QList<CurvePlot*> plots = driver.window()->findChildren<CurvePlot*>();
+    driver.see(plots.size() == 2, QStringLiteral("there are two plots"));
+    for (CurvePlot* plot : plots) {
+        driver.seeSoon([&] { return inkOf(*plot, axisNo) > plot->width() / 4; },
+            QStringLiteral("the lines of the axis are drawn"));
+    }
 }
 
 void showPanel(TourDriver& driver, const char* name)
@@ -210,6 +241,7 @@ void TourParts::moveAbsolute(TourDriver& driver)
         [&] { return shownPosition(driver, Place::Set) == 120 && shownPosition(driver, Place::Actual) == 120; },
         QStringLiteral("set and actual position are 120.00"));
     driver.see(recordedRange(driver).second > 119, QStringLiteral("the curves reach up to there"));
+    seeLines(driver);
     driver.picture(QStringLiteral("absolute-move"));
 }
 
@@ -223,6 +255,7 @@ void TourParts::home(TourDriver& driver)
     const double place = shownPosition(driver, Place::Actual);
     driver.see(
         qAbs(place - 10) < 0.5, QStringLiteral("home found: the axis stands at %1, by the home offset").arg(place));
+    seeLines(driver);
     driver.picture(QStringLiteral("homed"));
 }
 
@@ -280,6 +313,7 @@ void TourParts::lookAtTheCurvesInTheDark(TourDriver& driver)
     setAppearance(driver, Look::Dark, Tongue::English);
     driver.see(driver.workbench().online().session().state() == OnlineSession::Online,
         QStringLiteral("the program is still on line"));
+    seeLines(driver);
     driver.picture(QStringLiteral("curves-dark"));
     setAppearance(driver, Look::Light, Tongue::English);
 }
