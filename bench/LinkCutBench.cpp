@@ -1,10 +1,11 @@
-#include "bench/BrakingWatch.h"
 #include "bench/Measure.h"
+#include "tests/communication/BrakingWatch.h"
 #include "tests/communication/ControllerClient.h"
 #include "tests/communication/QuietRelay.h"
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdlib>
@@ -35,6 +36,10 @@ int work(const QString& address, const QByteArray& token)
         return EXIT_FAILURE;
     std::puts("moving");
     std::fflush(stdout);
+    // As an open page does.
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [] { statusOf(axisNo); });
+    poll.start(10);
     return QCoreApplication::exec();
 }
 
@@ -101,7 +106,7 @@ double endLink(ControllerHost& host, BrakingWatch& watch, End end)
     // The next client takes the axis over.
     if (!QTest::qWaitFor([&] { return watch.braked() && host.peek(axisNo).debugMode == 0; }, 10000))
         return -1;
-    return std::chrono::duration<double, std::milli>(*watch.braked() - ended).count();
+    return BrakingWatch::milliseconds(ended, *watch.braked());
 }
 
 bool measure(const char* name, ControllerHost& host, BrakingWatch& watch, End end, int rounds)

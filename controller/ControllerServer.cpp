@@ -60,6 +60,8 @@ void watchPeers(grpc::ServerBuilder& builder)
     builder.AddChannelArgument(GRPC_ARG_KEEPALIVE_TIMEOUT_MS, 500);
     builder.AddChannelArgument(GRPC_ARG_KEEPALIVE_PERMIT_WITHOUT_CALLS, 1);
     builder.AddChannelArgument(GRPC_ARG_HTTP2_MAX_PINGS_WITHOUT_DATA, 0);
+    // Each ping of the bandwidth probe would put the next of these off by a second, one that nobody answers too.
+    builder.AddChannelArgument(GRPC_ARG_HTTP2_BDP_PROBE, 0);
     builder.AddChannelArgument(GRPC_ARG_HTTP2_MIN_RECV_PING_INTERVAL_WITHOUT_DATA_MS, 300);
     builder.AddChannelArgument(GRPC_ARG_HTTP2_MAX_PING_STRIKES, 0);
     // Two controllers on one port would share its clients by chance.

@@ -57,6 +57,8 @@ grpc::ChannelArguments channelArguments()
     arguments.SetInt(GRPC_ARG_KEEPALIVE_TIMEOUT_MS, 500);
     arguments.SetInt(GRPC_ARG_KEEPALIVE_PERMIT_WITHOUT_CALLS, 1);
     arguments.SetInt(GRPC_ARG_HTTP2_MAX_PINGS_WITHOUT_DATA, 0);
+    // Each ping of the bandwidth probe would put the next of these off by a second, one that nobody answers too.
+    arguments.SetInt(GRPC_ARG_HTTP2_BDP_PROBE, 0);
     // The emergency stop's channel must not share the connection of the others.
     arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
     // A controller stands on the machine's own network; a proxy for web pages leads away from it.

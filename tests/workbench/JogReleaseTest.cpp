@@ -1,6 +1,7 @@
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
 #include "sdk/AxisDebugParams.h"
+#include "tests/communication/BrakingWatch.h"
 #include "tests/communication/QuietRelay.h"
 #include "tests/communication/WireClient.h"
 #include "tests/support/MessageBoxWatcher.h"
@@ -10,6 +11,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
+
+#include <functional>
 
 namespace {
 
@@ -70,6 +73,10 @@ private:
     bool makeReadyOver(const QuietRelay& relay);
     /// Holds the button until the axis moves.
     bool jog(const char* button = forwards);
+    /// Milliseconds from what ends the jog of an axis at constant speed to the controller's first braking cycle;
+    /// negative when the axis does not come to rest.
+    double braking(const std::function<void()>& end);
+    void endSession(int how);
     /// Lets go where the page does not see it, so that the end is left to the watch.
     void letGoOverAPopup() const;
     QStringList endsOf(const char* name) const;
@@ -96,6 +103,18 @@ bool JogReleaseTest::jog(const char* button)
 {
     m_program->press(button);
     return m_program->moves();
+}
+
+double JogReleaseTest::braking(const std::function<void()>& end)
+{
+    BrakingWatch watch(m_program->host.controller, 0);
+    const double speed = m_program->constantSpeed();
+    watch.arm(speed);
+    const BrakingWatch::Time begin = BrakingWatch::Clock::now();
+    end();
+    if (speed == 0 || !m_program->stands(4000) || !QTest::qWaitFor([&watch] { return watch.braked().has_value(); }))
+        return -1;
+    return BrakingWatch::milliseconds(begin, *watch.braked());
 }
 
 void JogReleaseTest::letGoOverAPopup() const
@@ -290,15 +309,10 @@ void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld_data()
     QTest::newRow("the workbench quit") << 4;
 }
 
-void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
+void JogReleaseTest::endSession(int how)
 {
-    QFETCH(int, end);
-    QVERIFY(m_program->makeReady());
-    QVERIFY(jog());
-    QElapsedTimer timer;
-    timer.start();
     const int port = m_program->host.server->port();
-    switch (end) {
+    switch (how) {
     case 0:
         m_program->workbench->workspace().close();
         break;
@@ -316,11 +330,19 @@ void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
         m_program->workbench->shutDown();
         break;
     }
-    QVERIFY(m_program->stands(3000));
-    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
+{
+    QFETCH(int, end);
+    QVERIFY(m_program->makeReady());
+    QVERIFY(jog());
+    const double milliseconds = braking([this, end] { endSession(end); });
+    QVERIFY2(milliseconds >= 0 && milliseconds <= 2000, qPrintable(QString::number(milliseconds)));
     QTRY_COMPARE(m_program->workbench->online().jogs().count(), 0);
+    // By now the editor has put a homing method of the controller's list into the record, so there is an offer.
     if (end == 2 || end == 3)
-        QTRY_COMPARE_WITH_TIMEOUT(m_program->session().state(), OnlineSession::Online, 5000);
+        QVERIFY(m_program->waitUntilOnline());
     // The button is still down, and nothing starts by itself.
     QVERIFY(!m_program->isMoving());
 }
@@ -336,11 +358,8 @@ void JogReleaseTest::aHalfOpenLinkEndsItWithinTwoSeconds()
     QuietRelay relay(m_program->host.server->port());
     QVERIFY(makeReadyOver(relay));
     QVERIFY(jog());
-    relay.silent = true;
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(m_program->stands(4000));
-    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    const double milliseconds = braking([&relay] { relay.silent = true; });
+    QVERIFY2(milliseconds >= 0 && milliseconds <= 2000, qPrintable(QString::number(milliseconds)));
     QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
 }
 
@@ -357,13 +376,12 @@ void JogReleaseTest::aLinkCutOnThisSideAloneEndsItWithinTwoSeconds()
     QuietRelay relay(m_program->host.server->port());
     QVERIFY(makeReadyOver(relay));
     QVERIFY(jog());
-    relay.silent = !comesBack;
-    relay.hangUp();
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(m_program->stands(4000));
+    const double milliseconds = braking([&] {
+        relay.silent = !comesBack;
+        relay.hangUp();
+    });
     // Who is back has ended its former session; otherwise the controller has to notice by itself.
-    QVERIFY2(timer.elapsed() < (comesBack ? 700 : 2000), qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(milliseconds >= 0 && milliseconds <= (comesBack ? 700 : 2000), qPrintable(QString::number(milliseconds)));
     // The button is still down. Nothing starts by itself, nor is the axis in debug mode of a session that is gone.
     QTRY_COMPARE(int(m_program->host.peek(0).debugMode), 0);
     QVERIFY(!QTest::qWaitFor([this] { return m_program->isMoving(); }, 500));

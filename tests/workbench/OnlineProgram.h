@@ -13,6 +13,9 @@
 #include <QTabBar>
 #include <QWindow>
 
+#include <cmath>
+#include <utility>
+
 /// The whole program on a controller in this process, whose axes can be looked at and which misbehaves on command.
 class OnlineProgram : public RunningProgram {
 public:
@@ -119,6 +122,17 @@ public:
     bool moves(int axisNo = 0)
     {
         return QTest::qWaitFor([this, axisNo] { return isMoving(axisNo); }, 3000);
+    }
+    /// The speed that the axis has reached and keeps; 0 when it keeps none.
+    double constantSpeed(int axisNo = 0)
+    {
+        double speed = 0;
+        const bool constant = QTest::qWaitFor([&] {
+            const double before = std::exchange(speed, std::fabs(host.peek(axisNo).setVelocity));
+            QTest::qSleep(5);
+            return speed > 0 && speed == before;
+        });
+        return constant ? speed : 0;
     }
     bool stands(int milliseconds, int axisNo = 0)
     {

@@ -1,10 +1,10 @@
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
+#include "tests/communication/BrakingWatch.h"
 #include "tests/communication/QuietRelay.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -144,11 +144,16 @@ void TwoWorkbenchesTest::aWorkbenchThatGoesLeavesNothingMoving_data()
 void TwoWorkbenchesTest::aWorkbenchThatGoesLeavesNothingMoving()
 {
     QFETCH(int, signal);
-    QElapsedTimer timer;
-    timer.start();
+    BrakingWatch watch(m_program->host.controller, 0);
+    const double speed = m_program->constantSpeed();
+    QVERIFY(speed > 0);
+    watch.arm(speed);
+    const BrakingWatch::Time gone = BrakingWatch::Clock::now();
     m_other->signal(signal);
     QVERIFY(m_program->stands(4000));
-    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_VERIFY(watch.braked());
+    const double milliseconds = BrakingWatch::milliseconds(gone, *watch.braked());
+    QVERIFY2(milliseconds <= 2000, qPrintable(QString::number(milliseconds)));
     QTRY_COMPARE(int(m_program->host.peek(0).debugMode), 0);
     // The axis is free for this one.
     QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode() && m_program->enable());

@@ -29,6 +29,11 @@ public:
     BrakingWatch(const BrakingWatch&) = delete;
     BrakingWatch& operator=(const BrakingWatch&) = delete;
 
+    static double milliseconds(Time from, Time to)
+    {
+        return std::chrono::duration<double, std::milli>(to - from).count();
+    }
+
     /// From now on the first cycle counts that is slower than this speed, which the axis must have.
     void arm(double speed)
     {
