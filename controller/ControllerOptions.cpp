@@ -2,8 +2,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <functional>
 
 namespace {
 bool toAxisNumber(const std::string& key, int* number)
@@ -33,7 +35,7 @@ std::string ControllerOptions::helpText()
                "  --mechanics FILE         simulated machines, see below\n"
                "  --fault \"LINE\"           misbehave from the start, see below; may be given several times\n"
                "  --end-with-input         end when the standard input ends\n"
-               "  --help                   this text\n"
+               "  --help, -h               this text\n"
                "\n"
                "Without TLS the controller listens on loopback only and reads a token from the first line of its\n"
                "standard input; clients must show it. With TLS the client's certificate stands for the token.\n"
@@ -54,7 +56,8 @@ std::string ControllerOptions::helpText()
           "  negativeSwitch, positiveSwitch\n"
           "                           the limit switches are pressed up to here, and from here on (null: never)\n"
           "  homeFrom, homeTo         the home switch is pressed between these (null: no such end)\n"
-          "  indexOffset, indexPeriod places of the index pulse\n"
+          "  indexOffset, indexPeriod\n"
+          "                           places of the index pulse: the offset, and every so many units from it\n"
           "  gain                     of the position loop in 1/s: the axis lags by velocity / gain\n"
           "  enableDelay              seconds until the drive reports on\n"
           "  inertia, friction        torque in 0.1 % per unit of acceleration, and against the motion\n"
@@ -62,47 +65,70 @@ std::string ControllerOptions::helpText()
           "                           wiring of the switches; as the axis's logic expects unless told\n";
 }
 
+/// An option either stands alone or takes the argument behind it.
+struct ControllerOptions::Known {
+    const char* name;
+    bool ControllerOptions::*flag;
+    std::function<bool(ControllerOptions&, const std::string&, std::string*)> take;
+};
+
+const std::vector<ControllerOptions::Known>& ControllerOptions::known()
+{
+    const auto text = [](std::string ServerOptions::*member) {
+        return [member](ControllerOptions& options, const std::string& value, std::string*) {
+            options.server.*member = value;
+            return true;
+        };
+    };
+    const auto addFault = [](ControllerOptions& options, const std::string& value, std::string*) {
+        options.faults.push_back(value);
+        return true;
+    };
+    const auto takeMechanics = [](ControllerOptions& options, const std::string& value, std::string* error) {
+        return options.readMechanics(value, error);
+    };
+    static const std::vector<Known> table{
+        { "--listen", nullptr, text(&ServerOptions::address) },
+        { "--tls-authority", nullptr, text(&ServerOptions::authorityFile) },
+        { "--tls-certificate", nullptr, text(&ServerOptions::certificateFile) },
+        { "--tls-key", nullptr, text(&ServerOptions::keyFile) },
+        { "--mechanics", nullptr, takeMechanics },
+        { "--fault", nullptr, addFault },
+        { "--end-with-input", &ControllerOptions::endWithInput, {} },
+        { "--help", &ControllerOptions::help, {} },
+        { "-h", &ControllerOptions::help, {} },
+    };
+    return table;
+}
+
+std::vector<std::string> ControllerOptions::names()
+{
+    std::vector<std::string> names;
+    for (const Known& option : known())
+        names.emplace_back(option.name);
+    return names;
+}
+
 bool ControllerOptions::read(const std::vector<std::string>& arguments, std::string* error)
 {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& name = arguments[i];
-        if (name == "--help" || name == "-h") {
-            help = true;
-            continue;
-        }
-        if (name == "--end-with-input") {
-            endWithInput = true;
-            continue;
-        }
-        const bool last = i + 1 == arguments.size();
-        if (!readOne(name, last ? std::string() : arguments[i + 1], error))
+        const auto option
+            = std::find_if(known().begin(), known().end(), [&name](const Known& each) { return each.name == name; });
+        if (option == known().end()) {
+            *error = "\"" + name + "\" is not an option; --help lists them.";
             return false;
-        if (last) {
+        }
+        if (option->flag) {
+            this->*option->flag = true;
+            continue;
+        }
+        if (i + 1 == arguments.size()) {
             *error = name + " needs a value.";
             return false;
         }
-        ++i;
-    }
-    return true;
-}
-
-bool ControllerOptions::readOne(const std::string& name, const std::string& value, std::string* error)
-{
-    if (name == "--listen")
-        server.address = value;
-    else if (name == "--tls-authority")
-        server.authorityFile = value;
-    else if (name == "--tls-certificate")
-        server.certificateFile = value;
-    else if (name == "--tls-key")
-        server.keyFile = value;
-    else if (name == "--fault")
-        faults.push_back(value);
-    else if (name == "--mechanics")
-        return value.empty() || readMechanics(value, error);
-    else {
-        *error = "\"" + name + "\" is not an option; --help lists them.";
-        return false;
+        if (!option->take(*this, arguments[++i], error))
+            return false;
     }
     return true;
 }

@@ -19,8 +19,12 @@ struct ControllerOptions {
     /// Reads the arguments (without the program's name). False with a text for the user.
     bool read(const std::vector<std::string>& arguments, std::string* error);
     static std::string helpText();
+    /// All options.
+    static std::vector<std::string> names();
 
 private:
-    bool readOne(const std::string& name, const std::string& value, std::string* error);
+    struct Known;
+    static const std::vector<Known>& known();
+
     bool readMechanics(const std::string& path, std::string* error);
 };

@@ -62,19 +62,47 @@ bool Faults::set(const std::string& line, Action* action, std::string* error)
     for (std::string word; stream >> word;)
         words.push_back(word);
     *action = {};
-    const std::string name = words.empty() ? std::string() : words.front();
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (name == "none" || name == "drop-link") {
-        action->kind = name == "none" ? Action::Heal : Action::DropLink;
-        if (name == "none")
-            clear();
-        return true;
+    const auto setter = words.empty() ? setters().end() : setters().find(words.front());
+    if (setter == setters().end()) {
+        *error = words.empty() ? "the name of a fault is needed" : words.front() + ": is no fault";
+        return false;
     }
-    if (name == "late-replies" || name == "lost-replies" || name == "refuse")
-        return setReplies(words, error);
-    if (name == "wrong-length" || name == "version")
-        return setNumber(words, error);
-    return setAxis(words, action, error);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return (this->*setter->second)(words, action, error);
+}
+
+const std::map<std::string, Faults::Setter>& Faults::setters()
+{
+    static const std::map<std::string, Setter> table{
+        { "late-replies", &Faults::setReplies },
+        { "lost-replies", &Faults::setReplies },
+        { "refuse", &Faults::setReplies },
+        { "wrong-length", &Faults::setNumber },
+        { "version", &Faults::setNumber },
+        { "power-lost", &Faults::setAxis },
+        { "drive-error", &Faults::setAxis },
+        { "blocked", &Faults::setAxis },
+        { "drop-link", &Faults::setLink },
+        { "none", &Faults::setLink },
+    };
+    return table;
+}
+
+std::vector<std::string> Faults::names()
+{
+    std::vector<std::string> names;
+    for (const auto& setter : setters())
+        names.push_back(setter.first);
+    return names;
+}
+
+bool Faults::setLink(const Words& words, Action* action, std::string*)
+{
+    const bool heals = words.front() == "none";
+    action->kind = heals ? Action::Heal : Action::DropLink;
+    if (heals)
+        clear();
+    return true;
 }
 
 void Faults::clear()
@@ -86,7 +114,7 @@ void Faults::clear()
     m_version = -1;
 }
 
-bool Faults::setReplies(const Words& words, std::string* error)
+bool Faults::setReplies(const Words& words, Action*, std::string* error)
 {
     const bool refuse = words.front() == "refuse";
     int number = 0;
@@ -107,7 +135,7 @@ bool Faults::setReplies(const Words& words, std::string* error)
     return true;
 }
 
-bool Faults::setNumber(const Words& words, std::string* error)
+bool Faults::setNumber(const Words& words, Action*, std::string* error)
 {
     int number = 0;
     if (words.size() != 2 || !toNumber(words[1], 0, 64 * 1024 * 1024, &number))
@@ -126,17 +154,13 @@ bool Faults::setAxis(const Words& words, Action* action, std::string* error)
         { "drive-error", Action::DriveError },
         { "blocked", Action::Blocked },
     };
-    const auto kind = words.empty() ? kinds.end() : kinds.find(words.front());
-    if (kind == kinds.end()) {
-        *error = words.empty() ? "the name of a fault is needed" : words.front() + ": is no fault";
-        return false;
-    }
-    const bool coded = kind->second == Action::DriveError;
+    const Action::Kind kind = kinds.at(words.front());
+    const bool coded = kind == Action::DriveError;
     int code = 0;
     if (words.size() != (coded ? 3 : 2) || (coded && !toNumber(words[1], 1, 32767, &code))
         || !toNumber(words.back(), 0, 255, &action->axis))
         return needsNumber(error, words.front());
-    action->kind = kind->second;
+    action->kind = kind;
     action->code = static_cast<std::int16_t>(code);
     return true;
 }

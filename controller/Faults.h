@@ -49,6 +49,8 @@ public:
     std::int64_t version() const;
 
     static const char* help();
+    /// The names with which a line can begin.
+    static std::vector<std::string> names();
 
 private:
     using Words = std::vector<std::string>;
@@ -57,8 +59,12 @@ private:
         bool forEver = false;
     };
 
-    bool setReplies(const Words& words, std::string* error);
-    bool setNumber(const Words& words, std::string* error);
+    using Setter = bool (Faults::*)(const Words&, Action*, std::string*);
+    static const std::map<std::string, Setter>& setters();
+
+    bool setReplies(const Words& words, Action* action, std::string* error);
+    bool setNumber(const Words& words, Action* action, std::string* error);
+    bool setLink(const Words& words, Action* action, std::string* error);
     bool setAxis(const Words& words, Action* action, std::string* error);
     void clear();
 

@@ -147,6 +147,16 @@ MechanicsSettings MechanicsSettings::defaultsFor(const AxisSettings& axis)
     return mechanics;
 }
 
+std::vector<std::string> MechanicsSettings::keys()
+{
+    std::vector<std::string> keys;
+    for (const NumberKey& known : numberKeys)
+        keys.emplace_back(known.key);
+    for (const WiringKey& known : wiringKeys)
+        keys.emplace_back(known.key);
+    return keys;
+}
+
 bool MechanicsSettings::read(const std::string& json, std::string* error)
 {
     const Json object = Json::parse(json, nullptr, false);

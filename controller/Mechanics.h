@@ -42,6 +42,8 @@ struct MechanicsSettings {
     static MechanicsSettings defaultsFor(const AxisSettings& axis);
     /// Replaces what the JSON text of one axis names. False with a text for the user when it is no such thing.
     bool read(const std::string& json, std::string* error);
+    /// All keys of that text.
+    static std::vector<std::string> keys();
 };
 
 /// What is broken about a machine.

@@ -1,5 +1,8 @@
 #include "host/communication/ControllerProcess.h"
 
+#include "controller/ControllerOptions.h"
+#include "controller/Faults.h"
+#include "controller/Mechanics.h"
 #include "host/communication/ControllerConnection.h"
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/AxisRefLayout.h"
@@ -10,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTcpSocket>
 #include <QtTest>
@@ -269,10 +273,26 @@ void ControllerProcessTest::helpTellsAll()
 {
     const Outcome outcome = runProgram({ QStringLiteral("--help") });
     QCOMPARE(outcome.code, 0);
-    for (const char* word : { "--listen", "--tls-authority", "--tls-certificate", "--tls-key", "--mechanics", "--fault",
-             "--end-with-input", "late-replies", "lost-replies", "wrong-length", "refuse", "drop-link", "power-lost",
-             "drive-error", "blocked", "version", "homeFrom", "positiveSwitch", "indexPeriod", "gain", "statistics" })
-        QVERIFY2(outcome.said.contains(QLatin1String(word)), word);
+    // What is told about stands in front of its line, between two blanks and the text.
+    QStringList told;
+    for (const QString& line : outcome.said.split(QLatin1Char('\n'))) {
+        const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("^  (\\S.*?)(  |$)")).match(line);
+        for (const QString& word : match.captured(1).split(QRegularExpression(QStringLiteral("[ ,]+")))) {
+            // Words in capitals and in brackets stand for values.
+            if (word.contains(QRegularExpression(QStringLiteral("^-?-?[a-z][-a-zA-Z]*$"))))
+                told.append(word);
+        }
+    }
+    QStringList known;
+    for (const auto& names : { ControllerOptions::names(), MechanicsSettings::keys(), Faults::names() }) {
+        for (const std::string& name : names)
+            known.append(QString::fromStdString(name));
+    }
+    told.sort();
+    known.sort();
+    QCOMPARE(told, known);
+    for (const char* command : { "\"fault LINE\"", "\"statistics\"", "\"quit\"" })
+        QVERIFY2(outcome.said.contains(QLatin1String(command)), command);
 }
 
 void ControllerProcessTest::onePortIsForOne()
