@@ -1,3 +1,4 @@
+#include "controller/ProtocolCheckOptions.h"
 #include "controller/ProtocolClient.h"
 #include "protocol/AxisRefLayout.h"
 #include "protocol/DiagnosisCodes.h"
@@ -10,10 +11,9 @@
 #include <chrono>
 #include <cmath>
 #include <cstring>
-#include <fstream>
 #include <functional>
+#include <future>
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -23,66 +23,17 @@ namespace proto = kestrun::protocol;
 // Checks whether a controller speaks the protocol as a workbench expects it. It talks to the service directly, so that
 // what it says does not depend on any client of ours.
 namespace {
-constexpr const char* help
-    = "kestrun-protocol-check checks whether a controller speaks the protocol of the workbench.\n"
-      "\n"
-      "Usage: kestrun-protocol-check HOST:PORT [OPTION...]\n"
-      "\n"
-      "  --tls-authority FILE     mutual TLS: certificate of the authority\n"
-      "  --tls-certificate FILE   the client's certificate\n"
-      "  --tls-key FILE           the key of that certificate\n"
-      "  --yes                    the axes in the controller may be replaced and moved\n"
-      "\n"
-      "Without TLS the token is read from the first line of the standard input.\n"
-      "Every check is a line \"fine\" or \"FAILED\"; the exit code is 0 only if none has failed.\n"
-      "The check replaces the controller's axes by a virtual one and moves it; it asks for --yes before it does.\n";
-
-struct Options {
-    std::string address;
-    std::string files[3];
-    bool mayReplace = false;
-    bool help = false;
-};
-
-bool readOptions(const std::vector<std::string>& arguments, Options* options)
+/// A connection that pings as a workbench does when nothing else comes.
+std::shared_ptr<grpc::Channel> pingingChannel(
+    const std::string& address, const std::shared_ptr<grpc::ChannelCredentials>& credentials)
 {
-    static const char* const names[] = { "--tls-authority", "--tls-certificate", "--tls-key" };
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& word = arguments[i];
-        int file = -1;
-        for (int k = 0; k < 3; ++k)
-            file = word == names[k] ? k : file;
-        if (word == "--help")
-            options->help = true;
-        else if (word == "--yes")
-            options->mayReplace = true;
-        else if (file >= 0 && i + 1 < arguments.size())
-            options->files[file] = arguments[++i];
-        else if (options->address.empty() && word.compare(0, 2, "--") != 0)
-            options->address = word;
-        else
-            return false;
-    }
-    return options->help || !options->address.empty();
-}
-
-std::string readFile(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-std::shared_ptr<grpc::ChannelCredentials> credentialsFor(const Options& options)
-{
-    if (options.files[0].empty())
-        return grpc::InsecureChannelCredentials();
-    grpc::SslCredentialsOptions ssl;
-    ssl.pem_root_certs = readFile(options.files[0]);
-    ssl.pem_cert_chain = readFile(options.files[1]);
-    ssl.pem_private_key = readFile(options.files[2]);
-    return grpc::SslCredentials(ssl);
+    grpc::ChannelArguments arguments;
+    arguments.SetInt(GRPC_ARG_KEEPALIVE_TIME_MS, 1000);
+    arguments.SetInt(GRPC_ARG_KEEPALIVE_TIMEOUT_MS, 500);
+    arguments.SetInt(GRPC_ARG_KEEPALIVE_PERMIT_WITHOUT_CALLS, 1);
+    arguments.SetInt(GRPC_ARG_HTTP2_MAX_PINGS_WITHOUT_DATA, 0);
+    arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
+    return grpc::CreateCustomChannel(address, credentials, arguments);
 }
 
 /// A virtual axis as small as a record may be.
@@ -104,9 +55,10 @@ void fillAxis(proto::AxisRecord* record, const std::string& velocity)
 
 class Check : private ProtocolClient {
 public:
-    Check(const Options& options, const std::string& token)
-        : ProtocolClient(grpc::CreateChannel(options.address, credentialsFor(options))), m_token(token),
-          m_mayReplace(options.mayReplace)
+    Check(const ProtocolCheckOptions& options, const std::shared_ptr<grpc::ChannelCredentials>& credentials,
+        const std::string& token)
+        : ProtocolClient(grpc::CreateChannel(options.address, credentials)),
+          m_pinging(pingingChannel(options.address, credentials)), m_token(token), m_mayReplace(options.mayReplace)
     {
     }
 
@@ -119,6 +71,7 @@ public:
         checkWhoIsNotBack();
         checkUnknownAxis();
         if (m_mayReplace) {
+            beginPings();
             checkDownload();
             checkStatus();
             checkDebugMode();
@@ -128,6 +81,7 @@ public:
             checkDeadman();
             checkLostClient();
             checkAxesOfTheFormer();
+            checkPings();
         } else {
             std::cout << "left out: everything that replaces or moves axes (give --yes)\n";
         }
@@ -171,6 +125,22 @@ private:
             "another version is refused with 0x7004");
         const bool fine = login(m_token, {}, &code) && code == 0;
         return say(fine && session().size() == protocolSessionLength, "the login gives a session of 16 bytes");
+    }
+
+    void beginPings()
+    {
+        m_pinging.login(m_token);
+        m_pings = std::async(std::launch::async, [this] {
+            // Who forbids pings puts up with the first few. Nothing else goes over that connection meanwhile.
+            const auto until = std::chrono::system_clock::now() + std::chrono::milliseconds(5000);
+            return !m_pinging.channel()->WaitForStateChange(GRPC_CHANNEL_READY, until);
+        });
+    }
+
+    void checkPings()
+    {
+        say(m_pings.get() && m_pinging.isLoggedIn(), "a ping a second is answered, and allowed");
+        m_pinging.logout();
     }
 
     void checkSessions()
@@ -235,6 +205,7 @@ private:
         say(call(&Stub::DownloadAxes, request, &reply) && reply.result() != 0 && reply.axis() == "ProtocolCheck"
                 && reply.key() == "MaxVel",
             "an axis with a number that is none is refused, and named with its parameter");
+        checkRefusedAxes();
         request.clear_axes();
         fillAxis(request.add_axes(), "50");
         fillAxis(request.add_axes(), "50");
@@ -253,6 +224,42 @@ private:
         say(reply.axes_revision() > 0 && list.axes_revision() == reply.axes_revision()
                 && waitFor([this, &reply] { return axesRevision() == reply.axes_revision(); }),
             "the session's stream tells the revision of the axes");
+    }
+
+    /// How an axis is refused that is sound but for one change, and which parameter is named.
+    void checkRefusal(const char* key, const char* value, int code, const std::string& what)
+    {
+        proto::DownloadRequest request;
+        proto::DownloadReply reply;
+        request.set_session(session());
+        proto::AxisRecord* record = request.add_axes();
+        fillAxis(record, "50");
+        // Only axes with an output have units.
+        (*record->mutable_values())["AxisType"] = "Axis_Pulse";
+        if (value)
+            (*record->mutable_values())[key] = value;
+        else
+            record->mutable_values()->erase(key);
+        say(call(&Stub::DownloadAxes, request, &reply) && reply.result() == code && reply.axis() == "ProtocolCheck"
+                && reply.key() == key,
+            what + " is refused with " + std::to_string(code) + ", and named");
+    }
+
+    void checkRefusedAxes()
+    {
+        checkRefusal("LimitDec", nullptr, Diagnosis::parameterInvalid, "a missing parameter");
+        checkRefusal("LimitDec", "-1", Diagnosis::parameterInvalid, "a parameter below its range");
+        checkRefusal("SoftLimitPos", "-101", Diagnosis::limitsCross, "an upper limit below the lower one");
+        checkRefusal("PulseCountPerCircle", "0", Diagnosis::unitRatioInvalid, "a unit without pulses");
+        proto::DownloadRequest request;
+        proto::DownloadReply reply;
+        request.set_session(session());
+        for (int i = 0; i <= 256; ++i)
+            fillAxis(request.add_axes(), "50");
+        const bool answered = call(&Stub::DownloadAxes, request, &reply);
+        // They cannot all have numbers of their own, and either may be noticed first.
+        say(answered && (reply.result() == Diagnosis::tooManyAxes || reply.result() == Diagnosis::axisNumberDoubled),
+            "257 axes are refused with 52 or 50");
     }
 
     void checkStatus()
@@ -490,6 +497,8 @@ private:
         say(becomes(stands, 1000), "a logout ends debug mode");
     }
 
+    ProtocolClient m_pinging;
+    std::future<bool> m_pings;
     std::string m_token;
     bool m_mayReplace = false;
     bool m_tokenNeeded = false;
@@ -500,17 +509,20 @@ private:
 int main(int argc, char** argv)
 {
     gpr_set_log_function([](gpr_log_func_args*) {});
-    Options options;
-    if (!readOptions(std::vector<std::string>(argv + 1, argv + argc), &options)) {
-        std::cerr << help;
+    ProtocolCheckOptions options;
+    if (!options.read(std::vector<std::string>(argv + 1, argv + argc))) {
+        std::cerr << ProtocolCheckOptions::helpText();
         return 2;
     }
     if (options.help) {
-        std::cout << help;
+        std::cout << ProtocolCheckOptions::helpText();
         return EXIT_SUCCESS;
     }
+    const auto credentials = options.credentials();
+    if (!credentials)
+        return 2;
     std::string token;
     if (options.files[0].empty())
         std::getline(std::cin, token);
-    return Check(options, token).run();
+    return Check(options, credentials, token).run();
 }

@@ -1,6 +1,7 @@
 #include "controller/ControllerService.h"
 #include "protocol/DiagnosisCodes.h"
 #include "protocol/ProtocolVersion.h"
+#include "tests/communication/Certificates.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -25,7 +26,12 @@ enum Error {
     RefusedLoginsEnd,
     ShortBytesTell,
     OlderReleasesTaken,
-    BlindReleasesTaken
+    BlindReleasesTaken,
+    AnyRecordTaken,
+    CrossedLimitsTaken,
+    AnyUnitTaken,
+    AnyNumberTaken,
+    PingsForbidden
 };
 
 /// The reference, but for one rule.
@@ -104,6 +110,12 @@ public:
         const Status status = ControllerService::DownloadAxes(context, &changed, reply);
         if (m_error == DownloadsWhileEnabled && reply->result() == Diagnosis::axisEnabled)
             reply->set_result(Diagnosis::ok);
+        static const std::map<int, int> taken{ { AnyRecordTaken, Diagnosis::parameterInvalid },
+            { CrossedLimitsTaken, Diagnosis::limitsCross }, { AnyUnitTaken, Diagnosis::unitRatioInvalid },
+            { AnyNumberTaken, Diagnosis::tooManyAxes } };
+        const auto code = taken.find(m_error);
+        if (code != taken.end() && code->second == reply->result())
+            reply->set_result(Diagnosis::ok);
         return status;
     }
 
@@ -138,6 +150,9 @@ public:
         m_controller.start();
         grpc::ServerBuilder builder;
         builder.AddListeningPort("127.0.0.1:0", grpc::InsecureServerCredentials(), &m_port);
+        // Otherwise the transport forbids them by itself.
+        if (error != PingsForbidden)
+            builder.AddChannelArgument(GRPC_ARG_HTTP2_MIN_RECV_PING_INTERVAL_WITHOUT_DATA_MS, 300);
         builder.RegisterService(&m_service);
         m_server = builder.BuildAndStart();
     }
@@ -172,6 +187,7 @@ class ProtocolCheckTest : public QObject {
 
 private slots:
     void passesTheReference();
+    void passesTheReferenceOverTls();
     void noticesWhatIsWrong_data();
     void noticesWhatIsWrong();
     void noticesWhoBreaksARule_data();
@@ -185,6 +201,7 @@ private:
         QString said;
     };
     static Outcome askAt(const QString& address, const QStringList& options, const QByteArray& token);
+    static Outcome checkWith(QStringList arguments, const QStringList& options, const QByteArray& token);
     static Outcome check(const QStringList& faults, const QStringList& options, const QByteArray& token = "secret");
 };
 
@@ -202,9 +219,16 @@ ProtocolCheckTest::Outcome ProtocolCheckTest::askAt(
 ProtocolCheckTest::Outcome ProtocolCheckTest::check(
     const QStringList& faults, const QStringList& options, const QByteArray& token)
 {
-    QStringList arguments{ QStringLiteral("--end-with-input") };
+    QStringList arguments;
     for (const QString& fault : faults)
         arguments << QStringLiteral("--fault") << fault;
+    return checkWith(arguments, options, token);
+}
+
+ProtocolCheckTest::Outcome ProtocolCheckTest::checkWith(
+    QStringList arguments, const QStringList& options, const QByteArray& token)
+{
+    arguments << QStringLiteral("--end-with-input");
     QProcess controller;
     controller.start(program("kestrun-controller"), arguments);
     controller.write("secret\n");
@@ -222,7 +246,39 @@ void ProtocolCheckTest::passesTheReference()
     const Outcome outcome = check({}, { QStringLiteral("--yes") });
     QVERIFY2(outcome.code == 0, qPrintable(outcome.said));
     QVERIFY(outcome.said.contains(QStringLiteral("The controller speaks the protocol.")));
-    QVERIFY2(outcome.said.count(QStringLiteral("fine ")) >= 74, qPrintable(outcome.said));
+    QVERIFY2(outcome.said.count(QStringLiteral("fine ")) >= 80, qPrintable(outcome.said));
+}
+
+void ProtocolCheckTest::passesTheReferenceOverTls()
+{
+    const QString set = QStringLiteral("set");
+    const QString strange = QStringLiteral("strange");
+    const Certificates certificates;
+    QVERIFY(certificates.make(set, { QStringLiteral("127.0.0.1") }));
+    QVERIFY(certificates.make(strange, { QStringLiteral("127.0.0.1") }));
+    const auto options = [&](const QString& own) {
+        return QStringList{ QStringLiteral("--tls-authority"), certificates.file(set, QStringLiteral("authority.pem")),
+            QStringLiteral("--tls-certificate"), certificates.file(own, QStringLiteral("workbench.pem")),
+            QStringLiteral("--tls-key"), certificates.file(own, QStringLiteral("workbench.key")) };
+    };
+    const QStringList controller = certificates.controllerArguments(set);
+    const Outcome outcome = checkWith(controller, options(set) + QStringList{ QStringLiteral("--yes") }, {});
+    QVERIFY2(outcome.code == 0, qPrintable(outcome.said));
+    QVERIFY(outcome.said.contains(QStringLiteral("fine    a sound axis is taken over")));
+    // The certificate stands for the token.
+    QVERIFY(!outcome.said.contains(QStringLiteral("wrong token")));
+    const Outcome stranger = checkWith(controller, options(strange), {});
+    QCOMPARE(stranger.code, 1);
+    QVERIFY2(stranger.said.contains(QStringLiteral("FAILED  the handshake")), qPrintable(stranger.said));
+    const Outcome clear = checkWith(controller, {}, "secret");
+    QCOMPARE(clear.code, 1);
+    QVERIFY2(clear.said.contains(QStringLiteral("FAILED  the handshake")), qPrintable(clear.said));
+    const Outcome nowhere = checkWith(controller, options(QStringLiteral("nowhere")), {});
+    QCOMPARE(nowhere.code, 2);
+    QVERIFY2(nowhere.said.contains(QStringLiteral("Cannot read")), qPrintable(nowhere.said));
+    const Outcome half = checkWith(controller, options(set).mid(0, 4), {});
+    QCOMPARE(half.code, 2);
+    QVERIFY(half.said.contains(QStringLiteral("Usage")));
 }
 
 void ProtocolCheckTest::noticesWhatIsWrong_data()
@@ -270,6 +326,15 @@ void ProtocolCheckTest::noticesWhoBreaksARule_data()
         << int(OlderReleasesTaken) << QStringLiteral("a release that is older than the stop is refused with 26");
     QTest::newRow("a release taken that has not seen the stop") << int(
         BlindReleasesTaken) << QStringLiteral("a release that has not seen another client's stop is refused with 26");
+    QTest::newRow("a record without a parameter taken")
+        << int(AnyRecordTaken) << QStringLiteral("a missing parameter is refused with 49, and named");
+    QTest::newRow("limits that cross taken") << int(
+        CrossedLimitsTaken) << QStringLiteral("an upper limit below the lower one is refused with 51, and named");
+    QTest::newRow("a unit without pulses taken")
+        << int(AnyUnitTaken) << QStringLiteral("a unit without pulses is refused with 25, and named");
+    QTest::newRow("too many axes taken") << int(AnyNumberTaken) << QStringLiteral("257 axes are refused with 52 or 50");
+    QTest::newRow("pings forbidden") << int(PingsForbidden)
+                                     << QStringLiteral("a ping a second is answered, and allowed");
 }
 
 void ProtocolCheckTest::noticesWhoBreaksARule()
