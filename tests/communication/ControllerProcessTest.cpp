@@ -9,6 +9,9 @@
 #include "protocol/DiagnosisCodes.h"
 #include "tests/communication/ControllerHost.h"
 
+#include <grpcpp/generic/generic_stub.h>
+#include <grpcpp/grpcpp.h>
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -21,6 +24,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 
@@ -124,6 +128,7 @@ private slots:
     void pausedWhileJogging();
     void survivesGarbage();
     void survivesHalfOpenConnections();
+    void saysNothingAboutStrangers();
     void faultsComeThroughItsInput();
     void faultsOfAxesAreKeptForThem();
     void cycleIsReportedOnDemand();
@@ -416,6 +421,36 @@ void ControllerProcessTest::survivesHalfOpenConnections()
     QSignalSpy opened(&another, &ControllerConnection::opened);
     another.open(setup.process.address());
     QVERIFY(opened.wait(3000));
+}
+
+void ControllerProcessTest::saysNothingAboutStrangers()
+{
+    QProcess process;
+    process.start(program(), { QStringLiteral("--end-with-input") });
+    process.write("token\n");
+    QVERIFY(process.waitForReadyRead(5000));
+    ControllerAddress address;
+    address.host = QStringLiteral("127.0.0.1");
+    address.port = process.readLine().trimmed().split(':').last().toUShort();
+    // A login whose name of the client is no text.
+    grpc::Slice slice("\x1a\x02\xff\xfe", 4);
+    const grpc::ByteBuffer request(&slice, 1);
+    grpc::ByteBuffer reply;
+    grpc::ClientContext context;
+    context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(5));
+    grpc::CompletionQueue queue;
+    grpc::GenericStub stub(grpc::CreateChannel(address.text().toStdString(), grpc::InsecureChannelCredentials()));
+    const auto call = stub.PrepareUnaryCall(&context, "/kestrun.protocol.AxisController/Login", request, &queue);
+    grpc::Status status;
+    void* tag = nullptr;
+    bool fine = false;
+    call->StartCall();
+    call->Finish(&reply, &status, this);
+    QVERIFY(queue.Next(&tag, &fine));
+    QVERIFY(status.error_code() != grpc::StatusCode::DEADLINE_EXCEEDED);
+    process.write("quit\n");
+    QVERIFY(process.waitForFinished(3000));
+    QCOMPARE(process.readAllStandardError(), QByteArray());
 }
 
 void ControllerProcessTest::faultsComeThroughItsInput()
