@@ -198,7 +198,11 @@ Status ControllerService::ReadAxes(Context* context, const proto::SessionRequest
 Status ControllerService::StopAll(Context* context, const proto::StopAllRequest* request, proto::Result* reply)
 {
     return answer(context, "StopAll", *request, reply, [&](SessionId session) {
-        return m_controller->stopAll(request->hold(), { session, request->number(), request->seen() });
+        std::uint64_t revision = 0;
+        const std::int16_t result
+            = m_controller->stopAll(request->hold(), { session, request->number(), request->seen() }, &revision);
+        reply->set_stop_revision(revision);
+        return result;
     });
 }
 

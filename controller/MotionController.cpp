@@ -408,13 +408,15 @@ void MotionController::endSession(SessionId session)
     });
 }
 
-std::int16_t MotionController::stopAll(bool hold, const StopOrder& order)
+std::int16_t MotionController::stopAll(bool hold, const StopOrder& order, std::uint64_t* revision)
 {
     return run([&]() -> std::int16_t {
         if (!hold && isOutdated(order))
             return Diagnosis::emergencyStop;
         m_stopHeld = hold;
         ++m_stopRevision;
+        if (revision)
+            *revision = m_stopRevision;
         if (hold)
             stopNow(order);
         else

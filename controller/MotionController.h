@@ -101,7 +101,8 @@ public:
     void endSession(SessionId session);
     /// Stops every axis in debug mode and holds, or releases. Answers with emergencyStop when the release is older
     /// than a stop of its session, or was given without knowledge of one of another session.
-    std::int16_t stopAll(bool hold, const StopOrder& order = {});
+    /// The revision is what stopRevision() became by it; it stays as it is when the answer is not ok.
+    std::int16_t stopAll(bool hold, const StopOrder& order = {}, std::uint64_t* revision = nullptr);
     bool isStopHeld() const { return m_stopHeld.load(); }
     /// Grows with each stop and release that is taken.
     std::uint64_t stopRevision() const { return m_stopRevision.load(); }

@@ -28,7 +28,13 @@ struct Order {
     bool linked = true;
 };
 
-/// The channel of the emergency stop; used by its thread only, but for giveUpEarlier.
+struct Answer {
+    short result = 0;
+    /// What the call has become among the controller's stops and releases; 0 when that is not known.
+    std::uint64_t revision = 0;
+};
+
+/// The channel of the emergency stop; used by its thread only, but for what gives calls up.
 class StopChannel {
 public:
     /// Begins to connect ahead of the need, so that the stop itself is one round trip.
@@ -39,7 +45,7 @@ public:
         m_session = credentials->session;
     }
 
-    short send(const CredentialsPtr& credentials, const Order& order)
+    Answer send(const CredentialsPtr& credentials, const Order& order)
     {
         if (!m_channel || m_session != credentials->session)
             prepare(credentials);
@@ -52,11 +58,12 @@ public:
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         context.set_wait_for_ready(order.linked);
-        if (!begin(context, order.number))
-            return order.hold ? Diagnosis::notConnected : Diagnosis::emergencyStop;
+        if (!begin(context, order))
+            return { order.hold ? Diagnosis::notConnected : Diagnosis::emergencyStop, 0 };
         const grpc::Status status = proto::AxisController::NewStub(m_channel)->StopAll(&context, request, &reply);
         end();
-        return status.ok() ? resultOfNumber(reply.result()) : resultOfStatus(status);
+        return status.ok() ? Answer{ resultOfNumber(reply.result()), reply.stop_revision() }
+                           : Answer{ resultOfStatus(status), 0 };
     }
 
     /// Ends the wait for an answer and drops calls that wait, so that none holds up the stop of that number. Should the
@@ -64,19 +71,36 @@ public:
     void giveUpEarlier(std::uint64_t stop)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_stop = stop;
+        m_stop = m_release = stop;
         if (m_call)
             m_call->TryCancel();
     }
 
-private:
-    /// False when a stop has been pressed since.
-    bool begin(grpc::ClientContext& context, std::uint64_t number)
+    /// Drops releases that wait; one that is under way goes on.
+    void dropReleases(std::uint64_t until)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        if (number < m_stop)
+        m_release = until;
+    }
+
+    /// The same as giveUpEarlier for releases alone: nobody wants them any more.
+    void giveUpReleases(std::uint64_t until)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_release = until;
+        if (m_call && !m_callHolds)
+            m_call->TryCancel();
+    }
+
+private:
+    /// False when the call has been given up.
+    bool begin(grpc::ClientContext& context, const Order& order)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (order.number < (order.hold ? m_stop : m_release))
             return false;
         m_call = &context;
+        m_callHolds = order.hold;
         return true;
     }
 
@@ -89,14 +113,17 @@ private:
     std::shared_ptr<grpc::Channel> m_channel;
     std::string m_session;
     std::mutex m_mutex;
-    /// Number of the latest stop.
+    /// Stops and releases of smaller numbers have been given up.
     std::uint64_t m_stop = 0;
+    std::uint64_t m_release = 0;
     grpc::ClientContext* m_call = nullptr;
+    bool m_callHolds = false;
 };
 } // namespace
 
 struct StopLine::Private {
     void use(const CredentialsPtr& fresh);
+    void end();
     /// Null when there is nobody to send to.
     CredentialsPtr present() const;
     void send(StopLine* line, bool hold);
@@ -105,6 +132,8 @@ struct StopLine::Private {
     QPointer<BackgroundTransactionService> service;
     /// Of the last login until the connection is closed, also while the session's own link is gone.
     CredentialsPtr credentials;
+    /// Where they count.
+    QString address;
     Mailbox mailbox;
     StopChannel channel;
     /// Of the call that was made last.
@@ -120,22 +149,34 @@ StopLine::StopLine(ControllerConnection* connection, BackgroundTransactionServic
     d->service = service;
     d->use(connection->credentials());
     connect(connection, &ControllerConnection::opened, this, [this] { d->use(d->connection->credentials()); });
-    connect(connection, &ControllerConnection::closed, this, [this] { d->credentials.reset(); });
-    connect(connection, &ControllerConnection::failed, this, [this] { d->credentials.reset(); });
+    connect(connection, &ControllerConnection::closed, this, [this] { d->end(); });
+    connect(connection, &ControllerConnection::failed, this, [this] { d->end(); });
 }
 
-StopLine::~StopLine() = default;
+StopLine::~StopLine()
+{
+    d->end();
+}
 
 void StopLine::Private::use(const CredentialsPtr& fresh)
 {
     credentials = fresh;
+    address = connection->address().text();
     if (fresh)
         tasks.post([this, fresh] { channel.prepare(fresh); });
 }
 
+// A stop that is under way still goes out; what would allow motion again has lost its sense.
+void StopLine::Private::end()
+{
+    credentials.reset();
+    channel.giveUpReleases(number + 1);
+}
+
 CredentialsPtr StopLine::Private::present() const
 {
-    return connection && connection->state() != ControllerConnection::Closed ? credentials : nullptr;
+    const bool wanted = connection && connection->state() != ControllerConnection::Closed;
+    return wanted && connection->address().text() == address ? credentials : nullptr;
 }
 
 void StopLine::Private::send(StopLine* line, bool hold)
@@ -144,8 +185,8 @@ void StopLine::Private::send(StopLine* line, bool hold)
     const Order order{ hold, number, connection ? connection->stopRevision() : 0, linked };
     // Without a connection too, so that answers keep the order of the calls.
     tasks.post([this, line, order, to = present()] {
-        const short result = to ? channel.send(to, order) : Diagnosis::notConnected;
-        mailbox.post([line, hold = order.hold, result] { emit line->answered(hold, result); });
+        const Answer answer = to ? channel.send(to, order) : Answer{ Diagnosis::notConnected, 0 };
+        mailbox.post([line, hold = order.hold, answer] { emit line->answered(hold, answer.result, answer.revision); });
     });
 }
 
@@ -161,6 +202,7 @@ void StopLine::stop()
 
 void StopLine::release()
 {
-    ++d->number;
+    // One that still waits in front of it would only hold it up.
+    d->channel.dropReleases(++d->number);
     d->send(this, false);
 }

@@ -23,13 +23,14 @@ public:
     /// call that is still under way, or waits, is given up for it. Goes out while the session's own link is lost, too:
     /// this way may still be there, and so may the session.
     void stop();
-    /// Allows motion again.
+    /// Allows motion again. One that is still waiting is dropped for it, and when the connection is closed.
     void release();
 
 signals:
     /// The controller's answer to stop() or release(), in their order, 0 or a code of the diagnosis table:
-    /// notConnected, or emergencyStop for a release, when it was given up.
-    void answered(bool hold, short result);
+    /// notConnected, or emergencyStop for a release, when it was given up. The revision is what the connection's
+    /// stopRevision() becomes when it tells of it; 0 when that is not known.
+    void answered(bool hold, short result, quint64 revision);
 
 private:
     struct Private;

@@ -359,7 +359,9 @@ void StopLineTest::stopGoesOutWhileTheSessionsLinkIsLost()
     StopLine line(&connection, nullptr);
     QSignalSpy lost(&connection, &ControllerConnection::lost);
     QSignalSpy answered(&line, &StopLine::answered);
+    QSignalSpy told(&connection, &ControllerConnection::stopHeldTold);
     QVERIFY(connectTo(connection, address));
+    QTRY_COMPARE(told.count(), 1);
     line.release();
     QTRY_COMPARE(answered.count(), 1);
     relay.hangUpOnFirst();
@@ -404,7 +406,10 @@ void StopLineTest::stopNeedsNoFileThatTheLoginHasRead()
     StopLine line(&connection, nullptr);
     QSignalSpy opened(&connection, &ControllerConnection::opened);
     QSignalSpy answered(&line, &StopLine::answered);
+    QSignalSpy told(&connection, &ControllerConnection::stopHeldTold);
     QVERIFY(connectTo(connection, address));
+    // Before its stream is there a session outlives a cut.
+    QTRY_COMPARE(told.count(), 1);
     QVERIFY(QFile::remove(file("workbench.key")));
     relay.cut();
     QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 2, 5000);
@@ -490,11 +495,13 @@ void StopLineTest::aReleaseTellsWhichStopItHasSeen()
     line.release();
     QTRY_COMPARE(answered.count(), 1);
     QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::emergencyStop);
+    QCOMPARE(answered.at(0).at(2).toULongLong(), quint64(0));
     QVERIFY(host.controller.isStopHeld());
     QTRY_COMPARE(connection.stopRevision(), quint64(host.controller.stopRevision()));
     line.release();
     QTRY_COMPARE(answered.count(), 2);
     QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
+    QCOMPARE(answered.at(1).at(2).toULongLong(), quint64(host.controller.stopRevision()));
 }
 
 void StopLineTest::everyStopAndReleaseIsTold()
@@ -532,9 +539,10 @@ void StopLineTest::releasesThatWaitHoldUpNoStop()
     QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
     answered.clear();
     host.fault("late-replies 900 StopAll");
-    for (int i = 0; i < 3; ++i)
-        line.release();
+    line.release();
     QTRY_VERIFY(!host.controller.isStopHeld());
+    line.release();
+    line.release();
     QElapsedTimer timer;
     timer.start();
     line.stop();
@@ -545,6 +553,9 @@ void StopLineTest::releasesThatWaitHoldUpNoStop()
         QCOMPARE(answered.at(i).at(0).toBool(), false);
         QVERIFY(answered.at(i).at(1).value<short>() != Diagnosis::ok);
     }
+    // The first was on its way, the others never went out.
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
+    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::emergencyStop);
     QCOMPARE(answered.at(2).at(1).value<short>(), Diagnosis::emergencyStop);
     QCOMPARE(answered.at(3).at(1).value<short>(), Diagnosis::ok);
     QVERIFY(host.controller.isStopHeld());

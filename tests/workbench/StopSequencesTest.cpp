@@ -38,11 +38,18 @@ private slots:
     void aRefusedReleaseSaysWhy();
     void whatOthersDoIsTold();
     void aStopThatOvertakesOnesReleaseIsTold();
+    void aNewSessionCountsAnew_data();
+    void aNewSessionCountsAnew();
+    void everyOtherStopIsToldWhateverWasGivenUp();
+    void aReleaseBehindTwoPressesIsTold();
+    void aLossLeavesNoStopThatWasAnswered();
+    void releasesDoNotHoldUpTheEnd();
     void aStopBeforeTheFirstNewsIsSeen_data();
     void aStopBeforeTheFirstNewsIsSeen();
     void anotherPressIsSentWhenTheFirstIsLost();
 
 private:
+    bool says(const QString& text) const { return m_program->outputText().contains(text); }
     QString said() const { return m_program->workbench->window().messageBar().text(); }
 
     std::unique_ptr<StopProgram> m_program;
@@ -133,7 +140,6 @@ void StopSequencesTest::aStopBehindAnothersReleaseIsSentAtOnce()
 void StopSequencesTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
 {
     QVERIFY(m_program->makeReady());
-    const OutputPanel& output = m_program->workbench->window().output();
     QSignalSpy answered(&m_program->stop(), &StopControl::answered);
     m_program->host.fault("late-replies 400 StopAll");
     m_program->stop().stop();
@@ -143,7 +149,8 @@ void StopSequencesTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
     QTRY_COMPARE(answered.count(), 1);
     QVERIFY(!m_program->stop().isHeld());
     QCOMPARE(m_program->feedback(), QString());
-    QVERIFY2(output.lines().last().contains(QStringLiteral("released since")), qPrintable(output.lines().last()));
+    QVERIFY2(says(QStringLiteral("and has been released since.")), qPrintable(m_program->outputText()));
+    QVERIFY(says(QStringLiteral("Another client has released STOP.")));
     m_program->stop().stop();
     QTRY_COMPARE(answered.count(), 2);
     m_program->stop().release();
@@ -153,7 +160,7 @@ void StopSequencesTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
     QTRY_COMPARE(answered.count(), 3);
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
     QVERIFY(m_program->workbench->action(QStringLiteral("online.release"))->isVisible());
-    QVERIFY2(output.lines().last().contains(QStringLiteral("holds again")), qPrintable(output.lines().last()));
+    QVERIFY2(says(QStringLiteral("and holds again.")), qPrintable(m_program->outputText()));
 }
 
 /// A hold from before the press says nothing of it.
@@ -272,8 +279,8 @@ void StopSequencesTest::theNextSessionAcknowledgesNoStopOfTheFormer()
     QTRY_VERIFY(m_program->stop().isHeld());
     QCOMPARE(answered.count(), 0);
     QTRY_COMPARE(answered.count(), 1);
-    const QString last = m_program->workbench->window().output().lines().last();
-    QVERIFY2(last.contains(QStringLiteral("STOP was not acknowledged")), qPrintable(last));
+    QVERIFY2(says(QStringLiteral("STOP was not acknowledged")), qPrintable(m_program->outputText()));
+    QVERIFY(says(QStringLiteral("Another client has pressed STOP")));
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
 }
 
@@ -417,7 +424,6 @@ void StopSequencesTest::whatOthersDoIsTold()
 void StopSequencesTest::aStopThatOvertakesOnesReleaseIsTold()
 {
     QVERIFY(m_program->connectHere());
-    const OutputPanel& output = m_program->workbench->window().output();
     m_program->stop().stop();
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
     QSignalSpy answered(&m_program->stop(), &StopControl::answered);
@@ -428,7 +434,8 @@ void StopSequencesTest::aStopThatOvertakesOnesReleaseIsTold()
     m_program->host.controller.stopAll(true);
     QTRY_COMPARE(answered.count(), 1);
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QVERIFY2(output.lines().last().contains(QStringLiteral("holds again")), qPrintable(output.lines().last()));
+    QVERIFY2(says(QStringLiteral("and holds again.")), qPrintable(m_program->outputText()));
+    QVERIFY(says(QStringLiteral("Another client has pressed STOP")));
 }
 
 void StopSequencesTest::aStopBeforeTheFirstNewsIsSeen_data()
@@ -453,6 +460,116 @@ void StopSequencesTest::aStopBeforeTheFirstNewsIsSeen()
     if (released)
         m_program->host.controller.stopAll(false);
     QTRY_COMPARE(m_program->feedback(), label);
+}
+
+void StopSequencesTest::aNewSessionCountsAnew_data()
+{
+    QTest::addColumn<bool>("lost");
+    QTest::addColumn<bool>("other");
+    QTest::newRow("after a lost link") << true << false;
+    QTest::newRow("after a disconnection") << false << false;
+    QTest::newRow("at another controller") << false << true;
+}
+
+/// Before the first news of it nothing is known.
+void StopSequencesTest::aNewSessionCountsAnew()
+{
+    QFETCH(bool, lost);
+    QFETCH(bool, other);
+    ControllerHost next;
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    for (int i = 0; i < 3; ++i) {
+        m_program->stop().stop();
+        QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+        m_program->stop().release();
+        QTRY_VERIFY(!m_program->stop().isHeld());
+    }
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    const ControllerHost& host = other ? next : m_program->host;
+    host.fault("late-replies 500 Attend");
+    if (lost) {
+        relay.hangUpOnFirst();
+        QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+        QVERIFY(m_program->waitUntilOnline());
+    } else {
+        m_program->session().disconnectNow();
+        m_program->session().connectTo(host.address(), false);
+        QVERIFY(m_program->waitUntilOnline());
+    }
+    m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
+    QVERIFY2(!says(QStringLiteral("released since")), qPrintable(m_program->outputText()));
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    // What the first news had counts as told.
+    (other ? next : m_program->host).controller.stopAll(true);
+    QTRY_VERIFY(says(QStringLiteral("Another client has pressed STOP")));
+    m_program->session().disconnectNow();
+}
+
+void StopSequencesTest::everyOtherStopIsToldWhateverWasGivenUp()
+{
+    QVERIFY(m_program->connectHere());
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    for (int i = 0; i < 5; ++i)
+        m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 5);
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->stop().release();
+    QTRY_COMPARE(answered.count(), 6);
+    QTRY_VERIFY(!m_program->stop().isHeld());
+    QVERIFY2(!says(QStringLiteral("Another client")), qPrintable(m_program->outputText()));
+    m_program->host.controller.stopAll(true);
+    QTRY_VERIFY2(said().startsWith(QStringLiteral("Another client has pressed STOP")), qPrintable(said()));
+    m_program->host.controller.stopAll(false);
+    QTRY_VERIFY(says(QStringLiteral("Another client has released STOP.")));
+}
+
+void StopSequencesTest::aReleaseBehindTwoPressesIsTold()
+{
+    QVERIFY(m_program->connectHere());
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->host.fault("late-replies 400 StopAll");
+    m_program->stop().stop();
+    QTRY_VERIFY(m_program->stop().isHeld());
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->host.controller.stopAll(false);
+    QTRY_COMPARE(answered.count(), 2);
+    QTRY_COMPARE(m_program->feedback(), QString());
+    QVERIFY2(says(QStringLiteral("and has been released since.")), qPrintable(m_program->outputText()));
+    QVERIFY(!says(QStringLiteral("and holds them")));
+}
+
+void StopSequencesTest::aLossLeavesNoStopThatWasAnswered()
+{
+    QuietRelay relay(m_program->host.server->port());
+    m_program->host.fault("late-replies 60000 Attend");
+    QVERIFY(m_program->connectHere(relay.port()));
+    m_program->host.fault("none");
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 1);
+    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
+    m_program->host.fault("late-replies 3000 Login");
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    QCOMPARE(m_program->feedback(), QString());
+}
+
+void StopSequencesTest::releasesDoNotHoldUpTheEnd()
+{
+    QVERIFY(m_program->connectHere());
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    m_program->host.fault("lost-replies 0 StopAll");
+    for (int i = 0; i < 5; ++i)
+        m_program->stop().release();
+    QElapsedTimer timer;
+    timer.start();
+    m_program->workbench.reset();
+    QVERIFY2(timer.elapsed() < 800, qPrintable(QString::number(timer.elapsed())));
 }
 
 void StopSequencesTest::anotherPressIsSentWhenTheFirstIsLost()

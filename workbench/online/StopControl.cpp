@@ -15,8 +15,6 @@
 #include <QStyle>
 #include <QVariant>
 
-#include <algorithm>
-
 StopControl::StopControl(
     OnlineSession& session, BackgroundTransactionService& service, const Parts& parts, QObject* parent)
     : QObject(parent), m_session(session), m_parts(parts), m_line(&session.connection(), &service),
@@ -46,7 +44,7 @@ void StopControl::stop()
         return;
     beginCall(true);
     m_awaited = true;
-    tell(tr("STOP sent…"), "warning");
+    showHold();
     m_line.stop();
 }
 
@@ -56,54 +54,65 @@ void StopControl::release()
         return;
     beginCall(false);
     m_awaited = false;
+    showHold();
     m_line.release();
 }
 
 void StopControl::beginCall(bool hold)
 {
     m_failed = m_heldSince = m_endedSince = m_disconnected = false;
-    m_sessionGone = !m_loggedIn;
-    const auto before = static_cast<quint64>(m_calls.size());
-    m_ownRevision = m_session.connection().stopRevision() + before + 1;
-    ++m_untold;
-    Call call{ hold, QElapsedTimer(), m_session.target(), m_ownRevision };
+    m_awaitedRevision = 0;
+    Call call{ hold, QElapsedTimer(), m_session.target(), m_loggedIn ? m_login : 0 };
     call.since.start();
     m_calls.enqueue(call);
 }
 
-void StopControl::onAnswered(bool hold, short result)
+void StopControl::onAnswered(bool hold, short result, quint64 revision)
 {
     if (m_calls.isEmpty())
         return;
-    const Call call = m_calls.dequeue();
-    emit answered(hold, result, call.since.nsecsElapsed() / 1000);
-    const bool perhapsTaken
-        = result == Diagnosis::ok || result == Diagnosis::notConnected || result == Diagnosis::noAnswer;
-    if (!perhapsTaken && m_untold > 0)
-        --m_untold;
+    const Outcome outcome{ m_calls.dequeue(), result, revision };
+    emit answered(hold, result, outcome.call.since.nsecsElapsed() / 1000);
+    count(outcome);
     // What came of a call has no meaning any more when another one was made behind it.
     if (!m_calls.isEmpty())
         return;
     // The session tells of holds too, so the answer may be missing and the call carried out.
     if (result == Diagnosis::ok || (hold ? m_heldSince : m_endedSince))
-        tellDone(call);
+        tellDone(outcome);
     else
-        tellFailure(call, result);
+        tellFailure(outcome);
+    tellOthers();
 }
 
-void StopControl::tellDone(const Call& call)
+void StopControl::count(const Outcome& outcome)
+{
+    if (outcome.call.login == 0 || outcome.call.login != m_login || !m_loggedIn)
+        return;
+    if (outcome.revision != 0)
+        m_own.insert(outcome.revision);
+    else if (outcome.result == Diagnosis::ok || outcome.result == Diagnosis::notConnected
+        || outcome.result == Diagnosis::noAnswer || outcome.result == Diagnosis::refused)
+        ++m_unknown;
+}
+
+void StopControl::tellDone(const Outcome& outcome)
 {
     // The session will tell of it.
-    if (m_sessionGone || m_toldRevision >= call.revision)
-        m_awaited = false;
+    const bool willBeTold = outcome.call.login == m_login && m_loggedIn && outcome.revision > m_toldRevision;
+    m_awaited = m_awaited && willBeTold;
+    m_awaitedRevision = outcome.revision;
     showHold();
-    m_parts.log.report(call.hold ? LogWarning : LogInfo, doneText(call));
+    m_parts.log.report(outcome.call.hold ? LogWarning : LogInfo, doneText(outcome));
 }
 
 // Another client may have had its say before the answer came.
-QString StopControl::doneText(const Call& call) const
+QString StopControl::doneText(const Outcome& outcome) const
 {
-    const bool overtaken = !m_sessionGone && m_held != call.hold && m_toldRevision > call.revision;
+    const Call& call = outcome.call;
+    // Without an answer it is the news that has told of it.
+    const bool told = outcome.revision != 0 ? m_toldRevision > outcome.revision : m_heldSince && m_endedSince;
+    const bool overtaken = call.login == m_login && m_loggedIn && told && m_held != call.hold;
     if (!call.hold)
         return overtaken ? tr("STOP has been released, and holds again.") : tr("STOP has been released.");
     return (overtaken
@@ -112,77 +121,87 @@ QString StopControl::doneText(const Call& call) const
         .arg(call.since.elapsed());
 }
 
-void StopControl::tellFailure(const Call& call, short result)
+void StopControl::tellFailure(const Outcome& outcome)
 {
+    const Call& call = outcome.call;
     // Behind a disconnection there is nothing to label, nor behind a new login; the message stays.
-    m_failed = call.hold && !call.target.isEmpty() && !m_disconnected && !(m_sessionGone && m_loggedIn);
+    m_failed = call.hold && !call.target.isEmpty() && !m_disconnected && (!m_loggedIn || call.login == m_login);
     m_awaited = false;
     showHold();
-    const QString text = failureText(call, result);
+    const QString text = failureText(outcome);
     m_parts.messages.showMessage(text);
     m_parts.log.report(LogError, text);
 }
 
-QString StopControl::failureText(const Call& call, short result) const
+QString StopControl::failureText(const Outcome& outcome) const
 {
+    const Call& call = outcome.call;
     if (call.target.isEmpty())
         return tr(
             "The built-in controller is still starting and has no axes in debug mode: there was nothing to stop.");
-    if (!call.hold && result == Diagnosis::emergencyStop)
+    if (!call.hold && outcome.result == Diagnosis::emergencyStop)
         return tr("The controller at %1 has not released STOP: it has been pressed again, here or by another client.")
             .arg(call.target);
     return (call.hold ? tr("STOP was not acknowledged by the controller at %1: %2 Use the machine's own emergency "
                            "stop. Without a connection the controller stops its axes by itself.")
                       : tr("The controller at %1 has not released STOP: %2"))
-        .arg(call.target, m_parts.errorText(result));
+        .arg(call.target, m_parts.errorText(outcome.result));
 }
 
 void StopControl::onHeldTold(bool held)
 {
     const bool first = !m_told;
+    const quint64 revision = m_session.connection().stopRevision();
+    for (quint64 number = first ? revision : m_toldRevision; number < revision; ++number)
+        m_unexplained.insert(number + 1);
+    m_toldRevision = revision;
     m_told = true;
     m_held = held;
-    if (!m_sessionGone) {
+    if (!m_calls.isEmpty() && m_calls.last().login == m_login) {
         m_heldSince = m_heldSince || held;
         m_endedSince = m_endedSince || !held;
     }
-    tellOthers(first);
     if (held)
         m_failed = m_awaited = false;
-    else if (m_calls.isEmpty() && m_toldRevision >= m_ownRevision)
+    else if (m_calls.isEmpty() && revision >= m_awaitedRevision)
         m_awaited = false;
+    if (first && held)
+        m_parts.log.report(LogWarning, tr("The controller holds all axes in debug mode: STOP has not been released."));
     m_parts.releaseAction.setEnabled(held);
     m_parts.releaseAction.setVisible(held);
     showHold();
+    tellOthers();
 }
 
-void StopControl::tellOthers(bool first)
+void StopControl::tellOthers()
 {
-    const quint64 revision = m_session.connection().stopRevision();
-    const quint64 news = first ? 0 : revision - m_toldRevision;
-    const bool byOthers = news > m_untold;
-    m_untold -= std::min(news, m_untold);
-    m_toldRevision = revision;
-    if (first && m_held) {
-        m_parts.log.report(LogWarning, tr("The controller holds all axes in debug mode: STOP has not been released."));
-    } else if (byOthers && m_held) {
-        const QString text
-            = tr("Another client has pressed STOP: the controller has stopped every axis in debug mode.");
-        m_parts.messages.showMessage(text);
-        m_parts.log.report(LogWarning, text);
-    } else if (byOthers) {
+    if (!m_calls.isEmpty())
+        return;
+    const QSet<quint64> unexplained = m_unexplained - m_own;
+    const bool byOthers = unexplained.size() > m_unknown;
+    // What has been answered last came behind what was not answered.
+    const bool allTold = !m_own.isEmpty() && m_awaitedRevision <= m_toldRevision;
+    m_unknown = byOthers || allTold ? 0 : m_unknown - unexplained.size();
+    m_unexplained.clear();
+    if (!byOthers)
+        return;
+    if (!m_held) {
         m_parts.log.report(LogInfo, tr("Another client has released STOP."));
+        return;
     }
+    const QString text = tr("Another client has pressed STOP: the controller has stopped every axis in debug mode.");
+    m_parts.messages.showMessage(text);
+    m_parts.log.report(LogWarning, text);
 }
 
 void StopControl::showHold()
 {
     if (m_failed)
         tell(tr("STOP not acknowledged"), "danger");
-    else if (m_held)
-        tell(tr("STOP holds"), "danger");
     else if (m_awaited)
         tell(tr("STOP sent…"), "warning");
+    else if (m_held)
+        tell(tr("STOP holds"), "danger");
     else
         tell(QString(), "");
 }
@@ -204,18 +223,21 @@ void StopControl::onSessionState()
 
 void StopControl::onLoggedIn()
 {
+    ++m_login;
     m_failed = false;
-    m_awaited = m_awaited && !m_calls.isEmpty();
-    m_untold = 0;
 }
 
 // That a stop was not acknowledged stays to be seen: until the next login nobody knows what became of it.
 void StopControl::onLoggedOut(bool wanted)
 {
     m_held = m_told = false;
-    m_sessionGone = true;
+    m_toldRevision = 0;
+    m_unexplained.clear();
+    m_own.clear();
+    m_unknown = 0;
+    m_awaited = m_awaited && wanted && !m_calls.isEmpty();
     if (!wanted) {
-        m_failed = m_awaited = false;
+        m_failed = false;
         m_disconnected = true;
     }
     m_parts.releaseAction.setEnabled(false);

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QQueue>
+#include <QSet>
 
 #include <functional>
 
@@ -54,24 +55,32 @@ private:
         QElapsedTimer since;
         /// Where to.
         QString target;
-        /// The connection's stopRevision() once this call, and those in front of it, have been taken and told.
+        /// In which session: m_login at that time, 0 for none; another one tells nothing of it.
+        int login = 0;
+    };
+    /// What has become of it.
+    struct Outcome {
+        Call call;
+        short result = 0;
+        /// What the connection's stopRevision() becomes when it tells of it; 0 when that is not known.
         quint64 revision = 0;
     };
 
     void beginCall(bool hold);
-    void onAnswered(bool hold, short result);
+    void onAnswered(bool hold, short result, quint64 revision);
+    void count(const Outcome& outcome);
     void onHeldTold(bool held);
     void onSessionState();
     void onLoggedIn();
     void onLoggedOut(bool wanted);
     void tell(const QString& text, const char* styleType);
-    void tellDone(const Call& call);
-    QString doneText(const Call& call) const;
-    void tellFailure(const Call& call, short result);
-    QString failureText(const Call& call, short result) const;
-    /// What others have done; own calls tell of themselves.
-    void tellOthers(bool first);
-    /// The label says what the controller has told last, or that a stop is on its way, or was not acknowledged.
+    void tellDone(const Outcome& outcome);
+    QString doneText(const Outcome& outcome) const;
+    void tellFailure(const Outcome& outcome);
+    QString failureText(const Outcome& outcome) const;
+    /// Once nothing of one's own is on its way: what is left of the news is the deed of others.
+    void tellOthers();
+    /// The label says that a stop was not acknowledged, or is on its way, or what the controller has told last.
     void showHold();
 
     OnlineSession& m_session;
@@ -79,27 +88,29 @@ private:
     StopLine m_line;
     StopKey* m_key;
     StopInReach* m_inReach;
+    /// Number of the last login, and whether it still counts.
+    int m_login = 0;
     bool m_loggedIn = false;
     /// As the controller's session has told it last. Answers report only: they come on another way, and late.
     bool m_held = false;
-    /// The present session has told whether STOP holds, and when it did so last its count was this.
-    bool m_told = false;
+    /// Of the last news of this session; 0 before the first.
     quint64 m_toldRevision = 0;
-    /// So many of one's own calls may still come up in what is told.
-    quint64 m_untold = 0;
+    bool m_told = false;
     /// The answers come in the order of the calls.
     QQueue<Call> m_calls;
-    /// Count at which the last call has been taken and told.
-    quint64 m_ownRevision = 0;
-    /// A stop has been pressed, and nothing is known of it yet.
+    /// Revisions that this session has told of and nobody has explained yet, and those of one's own calls.
+    QSet<quint64> m_unexplained;
+    QSet<quint64> m_own;
+    /// So many of one's own calls have ended without an answer: each may come up in the news or not.
+    int m_unknown = 0;
+    /// A stop has been pressed, and the news does not have it yet. Taken: when they have come as far as this.
     bool m_awaited = false;
+    quint64 m_awaitedRevision = 0;
     /// The last stop was not acknowledged.
     bool m_failed = false;
     /// What the session in which the last call was made has told since: a hold, or its end.
     bool m_heldSince = false;
     bool m_endedSince = false;
-    /// The session in which the last call was made has gone; what another one tells says nothing of that call.
-    bool m_sessionGone = false;
     /// Nobody wanted the connection any more since the last call.
     bool m_disconnected = false;
 };
