@@ -406,8 +406,12 @@ private:
         say(jog(1) == Diagnosis::emergencyStop, "while it holds motion is refused with 26");
         say(waitFor([this] { return stopHeld(); }), "the session's stream tells it");
         const std::uint64_t told = stopRevision();
-        say(result(&Stub::StopAll, request) == 0 && waitFor([this, told] { return stopRevision() > told; }),
+        proto::Result answer;
+        request.set_session(session());
+        say(call(&Stub::StopAll, request, &answer) && answer.result() == 0
+                && waitFor([this, told] { return stopRevision() > told; }),
             "a stop while it holds is told too");
+        say(answer.stop_revision() == stopRevision(), "the answer to a stop tells the same revision");
         request.set_hold(false);
         request.set_number(7);
         say(result(&Stub::StopAll, request) == Diagnosis::emergencyStop && jog(1) == Diagnosis::emergencyStop,

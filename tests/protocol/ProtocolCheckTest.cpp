@@ -27,6 +27,7 @@ enum Error {
     ShortBytesTell,
     OlderReleasesTaken,
     BlindReleasesTaken,
+    NamelessStops,
     AnyRecordTaken,
     CrossedLimitsTaken,
     AnyUnitTaken,
@@ -99,7 +100,10 @@ public:
             changed.clear_number();
         if (m_error == BlindReleasesTaken)
             changed.clear_seen();
-        return ControllerService::StopAll(context, &changed, reply);
+        const Status status = ControllerService::StopAll(context, &changed, reply);
+        if (m_error == NamelessStops)
+            reply->clear_stop_revision();
+        return status;
     }
 
     Status DownloadAxes(Context* context, const proto::DownloadRequest* request, proto::DownloadReply* reply) override
@@ -326,6 +330,8 @@ void ProtocolCheckTest::noticesWhoBreaksARule_data()
         << int(OlderReleasesTaken) << QStringLiteral("a release that is older than the stop is refused with 26");
     QTest::newRow("a release taken that has not seen the stop") << int(
         BlindReleasesTaken) << QStringLiteral("a release that has not seen another client's stop is refused with 26");
+    QTest::newRow("a stop without its revision")
+        << int(NamelessStops) << QStringLiteral("the answer to a stop tells the same revision");
     QTest::newRow("a record without a parameter taken")
         << int(AnyRecordTaken) << QStringLiteral("a missing parameter is refused with 49, and named");
     QTest::newRow("limits that cross taken") << int(
