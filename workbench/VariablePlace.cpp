@@ -193,11 +193,8 @@ QString variablePathAt(const VariablePlace& place)
     if (!core || written.isEmpty())
         return {};
     const QString unit = QString::fromStdString(core->unitAt(place.source.toStdString(), place.line));
-    const QString path = pathAt(*core.core(), place, unit, written);
-    // Constants of the program or block around the place have no meaning outside of it.
-    return hasType(*core.core(), path)
-        ? path
-        : pathAt(*core.core(), place, unit, withIndexValues(*core.core(), written, unit));
+    // Constants of the program or block around the place go before global ones, and have no meaning outside of it.
+    return pathAt(*core.core(), place, unit, withIndexValues(*core.core(), written, unit));
 }
 
 NamedVariable namedVariable(const QString& project, const QString& written)

@@ -94,6 +94,7 @@ class VariablePlaceTest : public QObject {
 private slots:
     void namesAtAPlace_data();
     void namesAtAPlace();
+    void constantsOfTheOwnerGoBeforeGlobalOnes();
     void namesOfTheProject_data();
     void namesOfTheProject();
     void aGlobalOneIsUsedByWayOfExternals();
@@ -153,7 +154,7 @@ void VariablePlaceTest::namesAtAPlace_data()
     row("an element with blanks in its index", 58, "grid[ 1, 2 ] .open", "Fifth.grid[1,2].open");
     row("an element by a constant of the program", 58, "grid[LAST, LAST].open", "Fifth.grid[1,1].open");
     row("a global element by a constant of the program", 58, "doors[LAST].open", "IO.doors[1].open");
-    row("an element by a global constant", 58, "grid[TOP, 2].open", "Fifth.grid[TOP,2].open");
+    row("an element by a global constant", 58, "grid[TOP, 2].open", "Fifth.grid[3,2].open");
     row("an element by a variable", 58, "grid[n, 1].open", "Fifth.grid[n,1].open");
     row("a global element by a variable", 58, "doors[n + 1].open", "IO.doors[n+1].open");
     row("an element of a block's variable by its constant", 63, "row[EDGE]", "Fifth.rack.row[2]");
@@ -173,6 +174,33 @@ void VariablePlaceTest::namesAtAPlace()
     project.addSource(QStringLiteral("Main"), QString::fromLatin1(program));
     project.addSource(QStringLiteral("IO"), QString::fromLatin1(globals));
     QCOMPARE(variablePathAt({ project.name(), QStringLiteral("Main"), line, written }), path);
+}
+
+void VariablePlaceTest::constantsOfTheOwnerGoBeforeGlobalOnes()
+{
+    TestProject project(QStringLiteral("NV3T_70Q12"));
+    project.addSource(QStringLiteral("Main"),
+        QStringLiteral("PROGRAM Main\n"
+                       "VAR CONSTANT LAST : INT := 1; END_VAR\n"
+                       "g[LAST] := TRUE;\n"
+                       "END_PROGRAM\n"
+                       "FUNCTION_BLOCK Blk\n"
+                       "VAR CONSTANT LAST : INT := 3; END_VAR\n"
+                       "g[LAST] := TRUE;\n"
+                       "END_FUNCTION_BLOCK\n"
+                       "PROGRAM Aside\n"
+                       "g[LAST] := TRUE;\n"
+                       "END_PROGRAM\n"));
+    project.addSource(QStringLiteral("Consts"), QStringLiteral("VAR_GLOBAL CONSTANT LAST : INT := 2; END_VAR\n"));
+    project.addSource(QStringLiteral("Glob"), QStringLiteral("VAR_GLOBAL g : ARRAY [1..3] OF BOOL; END_VAR\n"));
+    const auto variableAt = [&project](int line) {
+        const QString path
+            = variablePathAt({ project.name(), QStringLiteral("Main"), line, QStringLiteral("g[LAST]") });
+        return namedVariable(project.name(), path).path;
+    };
+    QCOMPARE(variableAt(3), QStringLiteral("Glob.g[1]"));
+    QCOMPARE(variableAt(7), QStringLiteral("Glob.g[3]"));
+    QCOMPARE(variableAt(10), QStringLiteral("Glob.g[2]"));
 }
 
 void VariablePlaceTest::namesOfTheProject_data()
