@@ -8,6 +8,7 @@
 #include "workbench/ProjectTree.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTabBar>
 #include <QTabWidget>
@@ -46,6 +47,7 @@ EditorManager::EditorManager(ProjectTree& tree, QObject* parent)
     m_refresh->setSingleShot(true);
     m_refresh->setInterval(0);
     connect(m_refresh, &QTimer::timeout, this, &EditorManager::refreshTitlesNow);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { noteFocus(now); });
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, [this](int tab) { closeAsking({ editorOfTab(tab) }); });
     connect(m_tabs, &QTabWidget::currentChanged, this, [this](int tab) {
         IEditor* editor = editorOfTab(tab);
@@ -209,8 +211,19 @@ void EditorManager::closeEditor(IEditor* editor)
     widget->hide();
     widget->setParent(nullptr);
     emit editorClosed(editor);
+    m_closed.append(editor);
+    if (m_finishing == 0)
+        deleteClosed();
+}
+
+void EditorManager::deleteClosed()
+{
     // A slot of one of its pages may be on the stack.
-    editor->deleteLater();
+    for (const QPointer<IEditor>& editor : qAsConst(m_closed)) {
+        if (editor)
+            editor->deleteLater();
+    }
+    m_closed.clear();
 }
 
 void EditorManager::closeAllEditors()
@@ -286,10 +299,32 @@ QWidget* EditorManager::finishInput()
 {
     IEditor* editor = currentEditor();
     const QPointer<QWidget> field = QApplication::focusWidget();
-    if (!editor || !editor->widget()->isAncestorOf(field))
+    if (!editor || !editor->widget()->isAncestorOf(field) || untouchedField())
         return nullptr;
+    // A box of its page turns the event loop, and what closes the editor there must not delete it under its own feet.
+    ++m_finishing;
     editor->isModified();
-    return field && !field->hasFocus() ? field : nullptr;
+    if (--m_finishing == 0)
+        deleteClosed();
+    return entryOf(editor) && field && !field->hasFocus() ? field : nullptr;
+}
+
+QLineEdit* EditorManager::untouchedField()
+{
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    IEditor* editor = currentEditor();
+    const bool isInput = editor && field && editor->widget()->isAncestorOf(field);
+    return isInput && field == m_focused && field->text() == m_textAtFocus ? field : nullptr;
+}
+
+void EditorManager::noteFocus(QWidget* now)
+{
+    // Nothing is finished by another program's window or by a list that drops down.
+    if (!now || now == m_focused || now->window()->windowType() == Qt::Popup)
+        return;
+    m_focused = now;
+    const auto* field = qobject_cast<QLineEdit*>(now);
+    m_textAtFocus = field ? field->text() : QString();
 }
 
 bool EditorManager::isStoredModified(IEditor* editor) const

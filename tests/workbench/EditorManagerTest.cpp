@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -55,6 +56,8 @@ public:
     bool isModified() override
     {
         ++asked;
+        if (meanwhile)
+            meanwhile();
         view->setFocus(Qt::OtherFocusReason);
         return modified;
     }
@@ -76,6 +79,8 @@ public:
     int reloads = 0;
     int asked = 0;
     int activations = 0;
+    /// What happens while the editor finishes its input.
+    std::function<void()> meanwhile;
 };
 
 class FakeFactory : public IEditorFactory {
@@ -122,6 +127,8 @@ private slots:
     void savingGivesTheFocusBack();
     void savingAllSavesTheChangedOnes();
     void closingDeletesTheEditor();
+    void anEditorThatIsClosedWhileItFinishesItsInputStandsUntilThen();
+    void aFieldWithoutInputIsNotFinished();
     void closingAsks_data();
     void closingAsks();
     void anEditorWhoseObjectWasNotStoredStaysOpen();
@@ -298,6 +305,44 @@ void EditorManagerTest::closingDeletesTheEditor()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!editor);
     QVERIFY(!widget);
+}
+
+void EditorManagerTest::anEditorThatIsClosedWhileItFinishesItsInputStandsUntilThen()
+{
+    const QPointer<FakeEditor> editor = open("P.a");
+    editor->field->setFocus();
+    QTest::keyClicks(editor->field, QStringLiteral("1"));
+    bool stands = false;
+    editor->meanwhile = [this, editor, &stands] {
+        QTimer::singleShot(0, manager.get(), [this, editor] { manager->closeEditor(editor); });
+        QEventLoop box;
+        QTimer::singleShot(0, &box, [&box] { QTimer::singleShot(0, &box, &QEventLoop::quit); });
+        box.exec();
+        stands = editor;
+        if (!stands)
+            QFAIL("The editor was deleted under its own feet.");
+    };
+    QVERIFY(!manager->finishInput());
+    QVERIFY(stands);
+    QCOMPARE(manager->tabs()->count(), 0);
+    QTRY_VERIFY(!editor);
+}
+
+void EditorManagerTest::aFieldWithoutInputIsNotFinished()
+{
+    FakeEditor* editor = open("P.a");
+    editor->field->setText(QStringLiteral("1"));
+    editor->field->setFocus();
+    QVERIFY(!manager->finishInput());
+    QCOMPARE(editor->asked, 0);
+    QCOMPARE(manager->untouchedField(), editor->field);
+    QTest::keyClicks(editor->field, QStringLiteral("2"));
+    QVERIFY(!manager->untouchedField());
+    QCOMPARE(manager->finishInput(), static_cast<QWidget*>(editor->field));
+    QCOMPARE(editor->asked, 1);
+    editor->field->setFocus();
+    QVERIFY(!manager->finishInput());
+    QCOMPARE(editor->asked, 1);
 }
 
 void EditorManagerTest::closingAsks_data()
