@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QPointer>
 #include <QSignalBlocker>
 
@@ -231,13 +232,26 @@ void FindFlows::step(int direction)
     const bool isNew = !m_panel.isUpToDate() && !m_panel.request().text.isEmpty();
     if (isNew || isOfAnotherEditor())
         find();
-    else if (m_stale)
+    // Without a text there is nothing new to ask, and the list is still that of the last question.
+    if (m_stale)
         askAgain(direction);
-    if (!m_panel.places().isEmpty())
+    if (!m_panel.places().isEmpty()) {
+        leaveUntouchedField();
         return m_panel.step(direction);
+    }
     raisePanel();
     if (field)
         field->setFocus(Qt::OtherFocusReason);
+}
+
+void FindFlows::leaveUntouchedField()
+{
+    QLineEdit* field = m_editors.untouchedField();
+    if (!field)
+        return;
+    // Its page would check and store it again, and ask about what the user has not typed.
+    const QSignalBlocker blocker(field);
+    m_editors.currentEditor()->widget()->setFocus(Qt::OtherFocusReason);
 }
 
 IEditor* FindFlows::openNode(const QString& nodePath)

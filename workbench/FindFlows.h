@@ -67,6 +67,8 @@ private:
     void forgetFormerProject();
     /// The list is of another editor than the one that is to be searched.
     bool isOfAnotherEditor() const;
+    /// Takes the focus from a field in which nothing has been typed, without its page taking that for an input.
+    void leaveUntouchedField();
     IEditor* openNode(const QString& nodePath);
     /// Opens what the last search had to leave out, and searches again.
     void openUnsearched();

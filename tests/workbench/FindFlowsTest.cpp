@@ -37,6 +37,10 @@ private slots:
     void anAxisThatComesAndGoesIsFoundByTheKey();
     void aNewNameAndANewSourceAreSearchedToo();
     void whatIsBeingTypedIsSearched();
+    void aFieldWithoutInputIsLeftWithoutACheck_data();
+    void aFieldWithoutInputIsLeftWithoutACheck();
+    void aWrongInputIsToldOfOnce();
+    void aListWithoutATextFollowsTheProject();
     void withoutAPlaceTheTypedFieldKeepsTheFocus();
     void usesAreAskedForAgain();
     void usesInAxesThatWereNeverOpenedAreGoneThroughInTurn();
@@ -276,6 +280,58 @@ void FindFlowsTest::whatIsBeingTypedIsSearched()
     typePin("Cut", "Main.far");
     next();
     QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.far") });
+}
+
+void FindFlowsTest::aFieldWithoutInputIsLeftWithoutACheck_data()
+{
+    QTest::addColumn<int>("axes");
+    QTest::newRow("the only place") << 1;
+    QTest::newRow("one of two places") << 2;
+}
+
+/// Its pin is none since the source has lost it, but nobody has just typed that.
+void FindFlowsTest::aFieldWithoutInputIsLeftWithoutACheck()
+{
+    QFETCH(int, axes);
+    AxisTable* cut = addAxis("Cut", "Main.gone");
+    if (axes > 1)
+        addAxis("Turn", "Main.gone");
+    program->search(text("gone"));
+    for (int i = 0; i < 4; ++i) {
+        next();
+        QCOMPARE(here(), text(axes > 1 && i % 2 == 1 ? "Turn lineEditPos" : "Cut lineEditPos"));
+        QCOMPARE(boxes->texts(), QStringList());
+    }
+    QCOMPARE(cut->property(text("PosLimitPin"), QString()), text("Main.gone"));
+    // The end of the program leaves the field as any other window does.
+    program.reset();
+    boxes->boxes.clear();
+}
+
+void FindFlowsTest::aWrongInputIsToldOfOnce()
+{
+    addAxis("Cut", "Main.stop")->setProperty(text("AxisType"), text("Axis_Pulse"));
+    program->search(text("stop"));
+    typePin("Cut", "Main.gone");
+    for (int i = 0; i < 3; ++i) {
+        next();
+        QCOMPARE(boxes->texts(), QStringList{ text(" not a valid bit address!") });
+    }
+    boxes->boxes.clear();
+}
+
+void FindFlowsTest::aListWithoutATextFollowsTheProject()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.far");
+    program->openAxis(text("Cut"));
+    searchTheEditor();
+    QCOMPARE(program->results().size(), 1);
+    program->child<QLineEdit>("text")->clear();
+    program->openAxis(text("Turn"));
+    setPin("Cut", "Main.near");
+    next();
+    QCOMPARE(program->results(), QStringList());
 }
 
 void FindFlowsTest::withoutAPlaceTheTypedFieldKeepsTheFocus()
