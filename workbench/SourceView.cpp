@@ -31,6 +31,24 @@ int indexBegin(const QString& line, int end)
     return end;
 }
 
+/// A point between two parts of a path, or an index behind one; blanks may stand around the first and before the
+/// second.
+bool joins(QChar left, QChar right)
+{
+    const QChar point = QLatin1Char('.');
+    const bool isPart = isNamePart(left) || left == QLatin1Char(']');
+    return left == point || (isPart && (right == point || right == QLatin1Char('[')));
+}
+
+/// Where the blanks end that stand there within a path, going back; that place itself when it begins there.
+int partEnd(const QString& line, int begin)
+{
+    int end = begin;
+    while (end > 0 && line.at(end - 1).isSpace())
+        --end;
+    return end > 0 && joins(line.at(end - 1), line.at(begin)) ? end : begin;
+}
+
 /// Begin of the path, indices included, that ends there.
 int pathBegin(const QString& line, int end)
 {
@@ -39,7 +57,7 @@ int pathBegin(const QString& line, int end)
         const int begin = last == QLatin1Char(']') ? indexBegin(line, end) : end - 1;
         if (begin == end || !(isNamePart(last) || last == QLatin1Char('.') || last == QLatin1Char(']')))
             break;
-        end = begin;
+        end = partEnd(line, begin);
     }
     return end;
 }

@@ -35,6 +35,12 @@ void SourceViewTest::namesAtTheCursor_data()
     QTest::newRow("a member behind an index") << text("a[n + 1].op|en") << text("a[n + 1].open");
     QTest::newRow("a member behind an index in an index") << text("x := a[b[2], c].open|") << text("a[b[2], c].open");
     QTest::newRow("an index that begins nowhere") << text("x := 1].op|en") << text(".open");
+    QTest::newRow("a member behind blanks") << text("x := Aside . st|op;") << text("Aside . stop");
+    QTest::newRow("an index behind a blank") << text("x := row [1]. op|en;") << text("row [1]. open");
+    QTest::newRow("an index in a second one") << text("x := row [1]\t[2].open|;") << text("row [1]\t[2].open");
+    QTest::newRow("a name behind a blank") << text("NOT st|op") << text("stop");
+    QTest::newRow("a name behind a blank and an index") << text("row[1] st|op") << text("stop");
+    QTest::newRow("an index behind a sign") << text("x := [1]|") << text("[1]");
     QTest::newRow("nothing") << text("x := | 1") << QString();
 }
 
