@@ -27,16 +27,32 @@ public:
 };
 
 /// Takes the focus from a field on a page that an editor does not show: what is typed there would change the object
-/// unseen. False when there was nothing to take.
-bool leaveHiddenField(QWidget& view)
+/// unseen.
+void leaveHiddenField(QWidget& view)
 {
     QWidget* field = view.focusWidget();
     if (!field || field->isVisibleTo(&view))
-        return false;
+        return;
     // Nothing has been typed in it, so there is nothing to check or to store.
     const QSignalBlocker blocker(field);
     view.setFocus(Qt::OtherFocusReason);
-    return true;
+}
+
+/// The field of a place, "page.field", or null.
+const QWidget* fieldAt(const QWidget& view, const QString& location)
+{
+    const QString page = location.section(QLatin1Char('.'), 0, 0);
+    const QString field = location.section(QLatin1Char('.'), 1);
+    // An empty name would find any widget.
+    const auto* content = page.isEmpty() || field.isEmpty() ? nullptr : view.findChild<QWidget*>(page);
+    return content ? content->findChild<QWidget*>(field) : nullptr;
+}
+
+/// True for a place on a page that an editor does not show; a field that is disabled cannot tell by the focus.
+bool isHidden(const QWidget& view, const QString& location)
+{
+    const QWidget* field = fieldAt(view, location);
+    return field && !field->isVisibleTo(&view);
 }
 
 } // namespace
@@ -50,7 +66,7 @@ FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& edi
     connect(&m_panel, &FindPanel::referencesRequested, this, &FindFlows::findReferences);
     connect(&m_panel, &FindPanel::openUnsearchedRequested, this, &FindFlows::openUnsearched);
     connect(&m_panel, &FindPanel::placeChosen, this, &FindFlows::goTo);
-    connect(&m_panel, &FindPanel::languageChanged, this, [this] { askAgain(1); });
+    connect(&m_panel, &FindPanel::languageChanged, this, [this] { askAgain(0); });
     connect(&m_watch, &ProjectWatch::changed, this, [this] { m_stale = true; });
     connect(&referencesAction, &QAction::triggered, this, &FindFlows::findReferencesAtCursor);
     connect(&editors, &IEditorManager::editorCreated, this, [this](IEditor* editor) {
@@ -271,7 +287,8 @@ void FindFlows::goTo(const FoundPlace& place)
     const QString location = m_find.currentLocation(place);
     m_panel.correctVisited(location);
     editor->gotoLocation(location);
-    if (leaveHiddenField(*editor->widget()))
+    leaveHiddenField(*editor->widget());
+    if (isHidden(*editor->widget(), location))
         tell(tr("The page of this place is not shown for the type of %1.").arg(place.objectName));
 }
 

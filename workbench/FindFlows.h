@@ -53,7 +53,8 @@ private:
     /// Says something of a place where the user sees it.
     void tell(const QString& note);
     void ask(const FindQuestion& question);
-    /// Asks the last question again; the direction is that of the step that comes next.
+    /// Asks the last question again; the direction is that of the step that comes next, 0 when only the language is
+    /// new.
     void askAgain(int direction);
     struct Answer {
         QVector<FoundPlace> places;

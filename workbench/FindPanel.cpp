@@ -5,6 +5,8 @@
 
 #include <QEvent>
 
+#include <algorithm>
+
 namespace {
 
 /// Positions in the list of scopes, as the form has them.
@@ -41,6 +43,15 @@ int keptRow(const QVector<FoundPlace>& former, int visited, const QVector<FoundP
     for (int row = visited; kept < 0 && row >= 0 && row < former.size(); row -= direction)
         kept = rowOf(former.at(row), places, direction);
     return kept;
+}
+
+/// The same places in the same order, in whichever language.
+bool areSameRows(const QVector<FoundPlace>& a, const QVector<FoundPlace>& b)
+{
+    const auto isSame = [](const FoundPlace& one, const FoundPlace& other) {
+        return one.nodePath == other.nodePath && one.text == other.text;
+    };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
 }
 
 } // namespace
@@ -122,14 +133,30 @@ void FindPanel::show(const QVector<FoundPlace>& places, const QString& status)
 {
     list(places, status);
     m_visited = -1;
+    m_former.reset();
     m_upToDate = true;
 }
 
 void FindPanel::showAnew(const QVector<FoundPlace>& places, const QString& status, int direction)
 {
-    m_visited = keptRow(m_places, m_visited, places, direction);
+    if (direction != 0)
+        resume(direction);
+    else if (!m_former)
+        m_former = Former{ m_places, m_visited };
+    m_visited = keptRow(m_places, m_visited, places, direction < 0 ? -1 : 1);
     list(places, status);
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(qMax(m_visited, 0)));
+}
+
+void FindPanel::resume(int direction)
+{
+    if (!m_former)
+        return;
+    // Labels in another language say nothing of which place is which, the order does.
+    m_visited = areSameRows(m_former->places, m_places)
+        ? m_former->visited
+        : keptRow(m_former->places, m_former->visited, m_places, direction);
+    m_former.reset();
 }
 
 void FindPanel::list(const QVector<FoundPlace>& places, const QString& status)
@@ -166,6 +193,7 @@ void FindPanel::step(int direction)
     const int count = m_places.size();
     if (count == 0)
         return;
+    resume(direction);
     const int from = m_visited < 0 && direction < 0 ? 0 : m_visited;
     choose((from + direction + count) % count);
 }
@@ -179,6 +207,7 @@ void FindPanel::correctVisited(const QString& location)
 void FindPanel::choose(int row)
 {
     m_visited = row;
+    m_former.reset();
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(row));
     showNote(m_status);
     const FoundPlace place = m_places.at(row);

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class QTreeWidgetItem;
 
@@ -35,7 +36,7 @@ public:
     /// Lists places; the text above them says what they are.
     void show(const QVector<FoundPlace>& places, const QString& status);
     /// Lists what the same search finds now. A step of that direction goes on from the place that was gone to last or,
-    /// where that is gone, from the one that stood nearest on the way to it.
+    /// where that is gone, from the one that stood nearest on the way to it. Direction 0 leaves that to the step.
     void showAnew(const QVector<FoundPlace>& places, const QString& status, int direction);
     /// Forgets what was found.
     void clear();
@@ -63,6 +64,8 @@ protected:
 private:
     void choose(int row);
     void noteChange();
+    /// Goes on from a list that was only renewed for its language, now that the direction is known.
+    void resume(int direction);
     void list(const QVector<FoundPlace>& places, const QString& status);
 
     std::unique_ptr<Ui::FindPanel> m_ui;
@@ -70,6 +73,12 @@ private:
     /// What is said of the places as a whole.
     QString m_status;
     /// Row of the place that was gone to last, -1 before the first.
+    /// The list before it was renewed for its language.
+    struct Former {
+        QVector<FoundPlace> places;
+        int visited = -1;
+    };
+    std::optional<Former> m_former;
     int m_visited = -1;
     bool m_upToDate = false;
 };

@@ -26,6 +26,7 @@ private slots:
     void init();
     void cleanup();
     void aPageThatIsNotShownTakesNoKeys();
+    void itIsToldOfThoughItsFieldsAreDisabled();
     void itIsToldOfWithThePanelClosed();
     void aFieldThatIsNotShownIsLeftWithoutACheck();
     void whatIsSaidOfADeadPlaceGoesWithIt();
@@ -51,6 +52,10 @@ private slots:
     void blanksInAnIndexDoNotMatter();
     void theListTakesTheLanguage();
     void usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage();
+    void aPlaceThatIsNoneAnyMoreIsPassedOverInAnotherLanguage_data();
+    void aPlaceThatIsNoneAnyMoreIsPassedOverInAnotherLanguage();
+    void noPlaceIsSkippedInAnotherLanguage_data();
+    void noPlaceIsSkippedInAnotherLanguage();
 
 private:
     AxisTable* addAxis(const char* name, const char* pin) const { return program->addAxis(text(name), text(pin)); }
@@ -111,6 +116,22 @@ void FindFlowsTest::aPageThatIsNotShownTakesNoKeys()
     next();
     QCOMPARE(axis->property(text("PosLimitPin"), QString()), text("Main.stop"));
     QCOMPARE(here(), text("Turn lineEditPos"));
+    QCOMPARE(program->status(), before);
+}
+
+void FindFlowsTest::itIsToldOfThoughItsFieldsAreDisabled()
+{
+    addAxis("Cut", "Main.stop")->setProperty(text("AxisType"), text("Axis_Encoder"));
+    addAxis("Turn", "Main.stop");
+    for (const char* axis : { "Cut", "Turn" })
+        program->openAxis(text(axis))->setReadOnly(true);
+    program->search(text("stop"));
+    const QString before = program->status();
+    next();
+    QCOMPARE(program->currentAxis(), text("Cut"));
+    QCOMPARE(program->status(), text("The page of this place is not shown for the type of Cut."));
+    next();
+    QCOMPARE(program->currentAxis(), text("Turn"));
     QCOMPARE(program->status(), before);
 }
 
@@ -519,6 +540,71 @@ void FindFlowsTest::usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage()
     QTRY_COMPARE(program->editors().editors().size(), 1);
     next();
     QCOMPARE(here(), text("Turn lineEditOrg"));
+}
+
+void FindFlowsTest::aPlaceThatIsNoneAnyMoreIsPassedOverInAnotherLanguage_data()
+{
+    QTest::addColumn<bool>("forward");
+    QTest::addColumn<QString>("reached");
+    QTest::newRow("forward") << true << text("Wind lineEditPos");
+    QTest::newRow("back") << false << text("Saw lineEditPos");
+}
+
+void FindFlowsTest::aPlaceThatIsNoneAnyMoreIsPassedOverInAnotherLanguage()
+{
+    QFETCH(bool, forward);
+    for (const char* axis : { "Cut", "Saw", "Turn", "Wind" }) {
+        addAxis(axis, "Main.stop");
+        program->openAxis(text(axis));
+    }
+    program->save();
+    program->search(text("stop"));
+    for (int i = 0; i < 3; ++i)
+        next();
+    QCOMPARE(here(), text("Turn lineEditPos"));
+    program->editors().closeEditor(program->editors().currentEditor());
+    QVERIFY(program->project()->axisModel()->removeAxisTable(program->axis(text("Turn"))));
+    program->workbench->workspace().showAnew();
+    program->save();
+    setChinese();
+    QTRY_COMPARE(program->results().size(), 3);
+    QTRY_COMPARE(program->editors().editors().size(), 3);
+    forward ? next() : previous();
+    QTEST(here(), "reached");
+}
+
+void FindFlowsTest::noPlaceIsSkippedInAnotherLanguage_data()
+{
+    QTest::addColumn<int>("steps");
+    QTest::addColumn<bool>("forward");
+    QTest::addColumn<QString>("reached");
+    QTest::newRow("from the first, forward") << 1 << true << text("Cut lineEditOrg");
+    QTest::newRow("from the first, back") << 1 << false << text("Saw lineEditOrg");
+    QTest::newRow("from the second, forward") << 2 << true << text("Saw lineEditPos");
+    QTest::newRow("from the second, back") << 2 << false << text("Cut lineEditPos");
+    QTest::newRow("from the third, forward") << 3 << true << text("Saw lineEditOrg");
+    QTest::newRow("from the third, back") << 3 << false << text("Cut lineEditOrg");
+}
+
+void FindFlowsTest::noPlaceIsSkippedInAnotherLanguage()
+{
+    QFETCH(int, steps);
+    QFETCH(bool, forward);
+    for (const char* axis : { "Cut", "Saw" }) {
+        AxisTable* table = addAxis(axis, "Main.stop");
+        table->setProperty(text("OrgSignalEnable"), text("TRUE"));
+        table->setProperty(text("OrgSignalPin"), text("Main.stop"));
+    }
+    program->save();
+    program->findReferences(text("Main.stop"));
+    for (int i = 0; i < steps; ++i)
+        next();
+    const int editors = program->editors().editors().size();
+    setChinese();
+    QTRY_COMPARE(program->child<QPushButton>("find")->text(), QCoreApplication::translate("FindPanel", "Find"));
+    QTRY_COMPARE(program->editors().editors().size(), editors);
+    forward ? next() : previous();
+    QTEST(here(), "reached");
 }
 
 QTEST_MAIN(FindFlowsTest)
