@@ -1,5 +1,7 @@
 #include "workbench/FindFlows.h"
 
+#include "host/projectmodel/AxisModel.h"
+#include "host/projectmodel/AxisTable.h"
 #include "host/projectmodel/ProjectModel.h"
 #include "sdk/IEditor.h"
 #include "workbench/EditorManager.h"
@@ -16,6 +18,9 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QSignalBlocker>
+
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -36,6 +41,28 @@ void leaveHiddenField(QWidget& view)
     // Nothing has been typed in it, so there is nothing to check or to store.
     const QSignalBlocker blocker(field);
     view.setFocus(Qt::OtherFocusReason);
+}
+
+/// What stands in the axes of a project.
+QStringList propertyTexts(const ProjectModel* project)
+{
+    std::vector<AxisTable*> axes;
+    if (project)
+        project->axisModel()->allAxisTables(axes);
+    QStringList texts;
+    for (const AxisTable* axis : axes)
+        texts += axis->allProperties().values();
+    return texts;
+}
+
+/// Leaves the places that have just that name: below a variable that there is, there may be none of it.
+void keepOnly(const QString& written, QVector<FoundPlace>* places)
+{
+    const QString name = withoutBlanks(written);
+    const auto differs = [&name](const FoundPlace& place) {
+        return withoutBlanks(place.text).compare(name, Qt::CaseInsensitive) != 0;
+    };
+    places->erase(std::remove_if(places->begin(), places->end(), differs), places->end());
 }
 
 /// The field of a place, "page.field", or null.
@@ -171,8 +198,11 @@ FindFlows::Answer FindFlows::answerText()
 
 FindFlows::Answer FindFlows::answerUses() const
 {
-    const NamedVariable variable = namedVariable(m_question.project, m_question.variable);
-    const FindOutcome outcome = m_find.findReferences(m_question.project, variable.paths);
+    const NamedVariable variable
+        = namedVariable(m_question.project, m_question.variable, propertyTexts(m_workspace.project()));
+    FindOutcome outcome = m_find.findReferences(m_question.project, variable.paths);
+    if (variable.reach == ac::ACCore::Reach::None)
+        keepOnly(m_question.variable, &outcome.places);
     const QStringList status = QStringList(usesStatus(variable, outcome.places.size())) + outcome.problems;
     return { outcome.places, status.join(QLatin1Char(' ')) };
 }
@@ -180,19 +210,24 @@ FindFlows::Answer FindFlows::answerUses() const
 QString FindFlows::usesStatus(const NamedVariable& variable, int uses) const
 {
     using Reach = ac::ACCore::Reach;
+    const QString number = QString::number(uses);
     switch (variable.reach) {
     case Reach::Variable:
-        return tr("Uses of %1: %2.").arg(variable.path).arg(uses);
+        return tr("Uses of %1: %2.").arg(variable.path, number);
     case Reach::Element:
         return tr("An index of %1 is known only while the program runs. Places that use it as it is written: %2.")
-            .arg(variable.path)
-            .arg(uses);
+            .arg(variable.path, number);
+    case Reach::Stray:
+        return tr("The project does not know an index of %1. Places that use it as it is written: %2.")
+            .arg(variable.path, number);
     case Reach::Inner:
         return tr("%1 belongs to a function, a block or a type. No place can use it by this name.").arg(variable.path);
     case Reach::None:
         break;
     }
-    return tr("The project has no variable %1.").arg(m_question.variable);
+    return uses == 0 ? tr("The project has no variable %1.").arg(m_question.variable)
+                     : tr("The project has no variable %1. Places that use it as it is written: %2.")
+                           .arg(m_question.variable, number);
 }
 
 QString FindFlows::textStatus(const FindOutcome& outcome) const

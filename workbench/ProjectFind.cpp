@@ -164,8 +164,7 @@ void ProjectFind::search(
         add(outcome, found);
     }
     outcome->problems.append(tr("The search in %1 did not come to an end and was stopped after %2 places.")
-                                 .arg(object.objectName)
-                                 .arg(maximumAnswers));
+                                 .arg(object.objectName, QString::number(maximumAnswers)));
 }
 
 FindOutcome ProjectFind::findReferences(const QString& path, const QStringList& variablePaths) const

@@ -25,19 +25,6 @@ bool isWordPart(QChar character)
     return character.isLetterOrNumber() || character == QLatin1Char('_');
 }
 
-/// Without the blanks between a name and a sign; between two names they stay, for together those are none.
-QString withoutBlanks(const QString& written)
-{
-    QString text;
-    const QString simple = written.simplified();
-    for (int i = 0; i < simple.size(); ++i) {
-        const bool isBlank = simple.at(i) == QLatin1Char(' ');
-        if (!isBlank || (isWordPart(simple.at(i - 1)) && isWordPart(simple.at(i + 1))))
-            text.append(simple.at(i));
-    }
-    return text;
-}
-
 QString withIndexValues(const ac::ACCore& core, const QString& written, const QString& owner)
 {
     return QString::fromStdString(core.withIndexValues(written.toStdString(), owner.toStdString()));
@@ -48,11 +35,12 @@ bool hasType(const ac::ACCore& core, const QString& path)
     return core.type(path.toStdString()) != nullptr;
 }
 
-/// A path to a variable, or to an element of one that only the running program knows.
+/// A path to a variable, or to an element of one that only the running program knows or that nobody knows.
 bool leadsToVariable(const ac::ACCore& core, const QString& path)
 {
     const ac::ACCore::Reach reach = core.reachOf(path.toStdString());
-    return reach == ac::ACCore::Reach::Variable || reach == ac::ACCore::Reach::Element;
+    return reach == ac::ACCore::Reach::Variable || reach == ac::ACCore::Reach::Element
+        || reach == ac::ACCore::Reach::Stray;
 }
 
 QString joined(const QString& unit, const QString& rest)
@@ -184,7 +172,46 @@ QStringList spellings(const ac::ACCore& core, const QString& path)
     return spellings;
 }
 
+/// Those of the texts that are one of the paths as soon as the constants in their indices have their values.
+QStringList byConstants(const ac::ACCore& core, const QStringList& texts, const QStringList& paths)
+{
+    QStringList found;
+    for (const QString& text : texts) {
+        const QString written = text.contains(QLatin1Char('[')) ? withoutBlanks(text) : QString();
+        // A place belongs to no program whose constants it could mean.
+        const QString known = written.isEmpty() ? QString() : withIndexValues(core, written, QString());
+        if (known != written && paths.contains(known, Qt::CaseInsensitive)
+            && !paths.contains(written, Qt::CaseInsensitive))
+            found.append(written);
+    }
+    return found;
+}
+
+/// Of each path leaves the first one, in whichever letters.
+void removeSame(QStringList* paths)
+{
+    QStringList left;
+    for (const QString& path : qAsConst(*paths)) {
+        if (!left.contains(path, Qt::CaseInsensitive))
+            left.append(path);
+    }
+    *paths = left;
+}
+
 } // namespace
+
+// Between two names blanks stay, for together those are none.
+QString withoutBlanks(const QString& written)
+{
+    QString text;
+    const QString simple = written.simplified();
+    for (int i = 0; i < simple.size(); ++i) {
+        const bool isBlank = simple.at(i) == QLatin1Char(' ');
+        if (!isBlank || (isWordPart(simple.at(i - 1)) && isWordPart(simple.at(i + 1))))
+            text.append(simple.at(i));
+    }
+    return text;
+}
 
 QString variablePathAt(const VariablePlace& place)
 {
@@ -197,7 +224,7 @@ QString variablePathAt(const VariablePlace& place)
     return pathAt(*core.core(), place, unit, withIndexValues(*core.core(), written, unit));
 }
 
-NamedVariable namedVariable(const QString& project, const QString& written)
+NamedVariable namedVariable(const QString& project, const QString& written, const QStringList& texts)
 {
     const QString name = withoutBlanks(written);
     NamedVariable variable;
@@ -209,9 +236,14 @@ NamedVariable namedVariable(const QString& project, const QString& written)
     variable.path = variable.reach == ac::ACCore::Reach::Inner ? known : projectPath(*core.core(), known);
     if (!variable.path.isEmpty())
         variable.paths = spellings(*core.core(), variable.path);
-    if (known != name && hasType(*core.core(), name))
+    else if (!name.isEmpty())
+        variable.paths.append(name);
+    variable.paths += byConstants(*core.core(), texts, variable.paths);
+    // Elsewhere the constants of its program do not go before the global ones.
+    if (known != name && hasType(*core.core(), name) && isSame(known, withIndexValues(*core.core(), name, QString())))
         variable.paths += spellings(*core.core(), projectPath(*core.core(), name));
     // Places give the names that they use without any blanks, also those between words.
     variable.paths.replaceInStrings(QStringLiteral(" "), QString());
+    removeSame(&variable.paths);
     return variable;
 }

@@ -27,7 +27,12 @@ struct NamedVariable {
     /// The full path as it is declared, with the values of constants in its indices. Empty when the project knows none.
     QString path;
     /// All paths under which it may be used: that one first, then without its list, then by way of the programs that
-    /// declare it as external, then the same with the constants by name.
+    /// declare it as external, then the same with the constants by name. Of what the project does not know, the name as
+    /// it is written. None is there twice, in whichever letters.
     QStringList paths;
 };
-NamedVariable namedVariable(const QString& project, const QString& written);
+/// The texts are what stands where variables are used: those with a constant in an index that has the value of the
+/// variable's are among its paths.
+NamedVariable namedVariable(const QString& project, const QString& written, const QStringList& texts = {});
+/// Without the blanks that do not matter in a name.
+QString withoutBlanks(const QString& written);

@@ -286,8 +286,11 @@ ACCore::Owner ACCore::ownerOf(const std::string& path) const
 ACCore::Reach ACCore::reachOf(const std::string& path) const
 {
     const PathResolver resolver(*d->table, PathResolver::Indices::Fitting);
-    if (resolver.resolve(path))
-        return PathResolver::hasNamedIndex(path) && type(path) == nullptr ? Reach::Element : Reach::Variable;
+    if (resolver.resolve(path)) {
+        if (!PathResolver::hasNamedIndex(path) || type(path) != nullptr)
+            return Reach::Variable;
+        return resolver.hasStrayIndex(path) ? Reach::Stray : Reach::Element;
+    }
     return resolver.resolveInner(path) ? Reach::Inner : Reach::None;
 }
 

@@ -120,6 +120,8 @@ public:
         None,
         /// A function, a block or a type declares it, where no path leads from outside.
         Inner,
+        /// An element by an index that is nothing, or in which stands a name that no source declares.
+        Stray,
         /// An element by an index that has no value before the program runs.
         Element,
         /// A variable. Its bounds may be out of sight, as those by constants of a program are.

@@ -1,6 +1,7 @@
 #include "host/languagecore/PathResolver.h"
 
 #include "host/languagecore/ElementaryTypes.h"
+#include "host/languagecore/Keywords.h"
 #include "host/languagecore/Lexical.h"
 #include "host/languagecore/SourceParser.h"
 
@@ -127,6 +128,37 @@ bool PathResolver::hasNamedIndex(const std::string& path)
             return true;
     }
     return false;
+}
+
+bool PathResolver::hasStrayIndex(const std::string& path) const
+{
+    StepReader reader(path);
+    reader.read();
+    const auto stray = [this](const std::string& index) { return isStray(index); };
+    return std::any_of(reader.steps.begin(), reader.steps.end(),
+        [&stray](const PathStep& step) { return std::any_of(step.indices.begin(), step.indices.end(), stray); });
+}
+
+bool PathResolver::isStray(const std::string& index) const
+{
+    bool isEmpty = true;
+    char before = '\0';
+    for (std::size_t at = 0; at < index.size();) {
+        isEmpty = isEmpty && index[at] == ' ';
+        if (!Lexical::isWordPart(index[at])) {
+            before = index[at++];
+            continue;
+        }
+        const std::size_t end = std::max(Lexical::endOfWord(index, at), at + 1);
+        const std::string word = index.substr(at, end - at);
+        // A member is one of what stands before it, and digits may be letters behind a base.
+        const bool isName = !isDigit(word.front()) && before != '.' && before != '#';
+        if (isName && !Keywords::isReserved(word) && !m_table.isDeclaredAnywhere(word))
+            return true;
+        before = word.back();
+        at = end;
+    }
+    return isEmpty;
 }
 
 std::string PathResolver::withIndexValues(const std::string& path, const std::string& owner) const

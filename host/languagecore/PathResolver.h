@@ -39,6 +39,8 @@ public:
     std::optional<ResolvedType> resolveInner(const std::string& path) const;
     /// True when an index of the path is not just a number.
     static bool hasNamedIndex(const std::string& path);
+    /// True when an index of the path is empty, or has a name in it that nothing in the project declares.
+    bool hasStrayIndex(const std::string& path) const;
     /// The path with the values of the indices that have one, the names in them being those of the owner before the
     /// global ones.
     std::string withIndexValues(const std::string& path, const std::string& owner) const;
@@ -48,6 +50,7 @@ private:
         const VariableDecl* variable, const std::vector<PathStep>& steps, std::size_t from) const;
     std::optional<ResolvedType> step(const ResolvedType& type, const PathStep& step) const;
     std::optional<ResolvedType> element(const TypeSpec& array, const std::vector<std::string>& indices) const;
+    bool isStray(const std::string& index) const;
     /// The bounds are null where they are not known.
     bool mayStand(const std::string& index, const Bounds* bounds) const;
     std::optional<std::int64_t> valueOf(const std::string& index, const std::string& owner = {}) const;

@@ -8,6 +8,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <utility>
 
 namespace ac {
@@ -187,6 +188,15 @@ const VariableDecl* SymbolTable::declared(std::string_view owner, std::string_vi
         return variable == own->second.end() ? member(declaration, name) : variable->second;
     }
     return nullptr;
+}
+
+bool SymbolTable::isDeclaredAnywhere(std::string_view name) const
+{
+    const auto isVariable = [name](const VariableDecl& variable) { return sameName(variable.name, name); };
+    return isTaken(name) || isEnumValue(name)
+        || std::any_of(m_declarations.begin(), m_declarations.end(), [&isVariable](const Declaration& declaration) {
+               return std::any_of(declaration.variables.begin(), declaration.variables.end(), isVariable);
+           });
 }
 
 const VariableDecl* SymbolTable::globalVariable(std::string_view name) const

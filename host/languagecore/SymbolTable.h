@@ -46,6 +46,8 @@ public:
     const VariableDecl* variableOf(std::string_view unit, std::string_view name) const;
     /// What any declaration, also a function or type, declares of itself or inherits.
     const VariableDecl* declared(std::string_view owner, std::string_view name) const;
+    /// Is the name that of a declaration, of a variable in one, or of a value of an enumeration?
+    bool isDeclaredAnywhere(std::string_view name) const;
     const VariableDecl* globalVariable(std::string_view name) const;
     bool isFunction(std::string_view name) const;
     /// A value of an enumeration, alone or behind its type's name.

@@ -166,6 +166,13 @@ void ACCorePlacesTest::reaches_data()
     row("Main.own[2]", Reach::Variable);
     row("Main.row[n,1].open", Reach::Element);
     row("Main.row[n*2,1].open", Reach::Element);
+    row("Main.row[unheard,1].open", Reach::Stray);
+    row("Main.row[n+unheard,1].open", Reach::Stray);
+    row("Main.row[,1].open", Reach::Stray);
+    row("Main.row[n MOD 2,1].open", Reach::Element);
+    row("Main.row[n+INT#1,1].open", Reach::Element);
+    row("Main.row[n+16#A,1].open", Reach::Element);
+    row("Main.row[Main.n,1].open", Reach::Element);
     row("Main.row[n,3].open", Reach::None);
     row("Main.row[4,1].open", Reach::None);
     row("Main.row[n].open", Reach::None);

@@ -49,6 +49,10 @@ private slots:
     void anEditorAfterAllHaveClosedIsSearched();
     void aVariableThatNoPlaceCanUseIsToldOf_data();
     void aVariableThatNoPlaceCanUseIsToldOf();
+    void usesByAConstantAndByItsValueAreTheSame_data();
+    void usesByAConstantAndByItsValueAreTheSame();
+    void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten_data();
+    void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten();
     void blanksInAnIndexDoNotMatter();
     void theListTakesTheLanguage();
     void usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage();
@@ -477,6 +481,59 @@ void FindFlowsTest::aVariableThatNoPlaceCanUseIsToldOf()
     program->workbench->workspace().showSource(text("Main"), line, column);
     program->press(Qt::Key_F12, Qt::ShiftModifier);
     QTEST(program->child<QLineEdit>("variable")->text(), "variable");
+    QTEST(program->status(), "status");
+}
+
+void FindFlowsTest::usesByAConstantAndByItsValueAreTheSame_data()
+{
+    QTest::addColumn<QString>("variable");
+    for (const char* variable :
+        { "Main.row[2].open", "Main.row[LAST].open", "main.row[ LAST ].open", "Main.row[FIRST + 1].open" })
+        QTest::newRow(variable) << text(variable);
+}
+
+void FindFlowsTest::usesByAConstantAndByItsValueAreTheSame()
+{
+    QFETCH(QString, variable);
+    program->project()->sourceModel()->setSource(text("Main"),
+        text("PROGRAM Main\nVAR row : ARRAY [1..3] OF Guard; END_VAR\nEND_PROGRAM\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
+    program->project()->sourceModel()->setSource(
+        text("Consts"), text("VAR_GLOBAL CONSTANT LAST : INT := 2; FIRST : INT := 1; END_VAR\n"));
+    addAxis("Cut", "Main.row[2].open");
+    addAxis("Saw", "Main.row[FIRST].open");
+    addAxis("Turn", "Main.row[ LAST ].open");
+    addAxis("Wind", "main.row[FIRST+1].open");
+    program->findReferences(variable);
+    QCOMPARE(program->status(), text("Uses of Main.row[2].open: 3."));
+    QCOMPARE(program->results().size(), 3);
+}
+
+void FindFlowsTest::whatTheProjectDoesNotKnowIsLookedForAsItIsWritten_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("an element out of bounds") << text(
+        "Main.row[ 9 ]") << text("The project has no variable Main.row[ 9 ]. Places that use it as it is written: 1.");
+    QTest::newRow("a name that is nowhere") << text("Main.gone%2") << text("The project has no variable Main.gone%2.");
+    QTest::newRow("below what has nothing below it")
+        << text("Main.stop.open") << text("The project has no variable Main.stop.open.");
+    QTest::newRow("an index that nothing declares")
+        << text("Main.row[unheard]")
+        << text("The project does not know an index of Main.row[unheard]. Places that use it as it is written: 0.");
+    QTest::newRow("no index")
+        << text("Main.row[]")
+        << text("The project does not know an index of Main.row[]. Places that use it as it is written: 0.");
+}
+
+void FindFlowsTest::whatTheProjectDoesNotKnowIsLookedForAsItIsWritten()
+{
+    program->project()->sourceModel()->setSource(
+        text("Main"), text("PROGRAM Main\nVAR stop : BOOL; row : ARRAY [1..3] OF BOOL; END_VAR\nEND_PROGRAM\n"));
+    addAxis("Cut", "Main.row[9]");
+    addAxis("Turn", "Main.stop");
+    QFETCH(QString, variable);
+    program->findReferences(variable);
     QTEST(program->status(), "status");
 }
 

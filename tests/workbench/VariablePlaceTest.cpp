@@ -255,7 +255,8 @@ void VariablePlaceTest::aGlobalOneIsUsedByWayOfExternals()
     QCOMPARE(
         paths("doors[TOP].open"), QStringLiteral("IO.doors[3].open doors[3].open IO.doors[TOP].open doors[TOP].open"));
     QCOMPARE(paths("doors[n MOD 2].open"), QStringLiteral("IO.doors[nMOD2].open doors[nMOD2].open"));
-    QCOMPARE(paths("Main.unheard"), QString());
+    QCOMPARE(paths("Main.unheard"), QStringLiteral("Main.unheard"));
+    QCOMPARE(paths(""), QString());
 }
 
 void VariablePlaceTest::whatIsNoVariableIsTold_data()
@@ -268,6 +269,8 @@ void VariablePlaceTest::whatIsNoVariableIsTold_data()
     row("Fifth.grid[n, 1].open", Reach::Element);
     row("Fifth.grid[n MOD 2, 1].open", Reach::Element);
     row("doors[n].open", Reach::Element);
+    row("doors[unheard].open", Reach::Stray);
+    row("doors[].open", Reach::Stray);
     row("Fifth.grid[n, 3].open", Reach::None);
     row("Fifth.grid[4, 1].open", Reach::None);
     row("Blk.a", Reach::Inner);

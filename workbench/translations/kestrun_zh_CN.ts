@@ -903,6 +903,14 @@
         <translation>%1 的下标在程序运行时才能确定。按此写法引用它的位置：%2。</translation>
     </message>
     <message>
+        <source>The project does not know an index of %1. Places that use it as it is written: %2.</source>
+        <translation>%1 的某个下标在工程中未定义。按此写法引用它的位置：%2。</translation>
+    </message>
+    <message>
+        <source>The project has no variable %1. Places that use it as it is written: %2.</source>
+        <translation>工程中没有变量 %1。按此写法引用它的位置：%2。</translation>
+    </message>
+    <message>
         <source>%1 belongs to a function, a block or a type. No place can use it by this name.</source>
         <translation>%1 属于函数、功能块或类型，任何位置都不能以此名称引用它。</translation>
     </message>
