@@ -58,8 +58,8 @@ public:
         grpc::ClientContext context;
         context.set_deadline(std::chrono::system_clock::now() + deadline);
         context.set_wait_for_ready(order.linked);
-        if (!begin(context, order))
-            return { order.hold ? Diagnosis::notConnected : Diagnosis::emergencyStop, 0 };
+        if (const short code = begin(context, order))
+            return { code, 0 };
         const grpc::Status status = proto::AxisController::NewStub(m_channel)->StopAll(&context, request, &reply);
         end();
         return status.ok() ? Answer{ resultOfNumber(reply.result()), reply.stop_revision() }
@@ -93,15 +93,15 @@ public:
     }
 
 private:
-    /// False when the call has been given up.
-    bool begin(grpc::ClientContext& context, const Order& order)
+    /// Not ok when the call has been given up.
+    short begin(grpc::ClientContext& context, const Order& order)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (order.number < (order.hold ? m_stop : m_release))
-            return false;
+            return !order.hold && order.number < m_stop ? Diagnosis::emergencyStop : Diagnosis::notConnected;
         m_call = &context;
         m_callHolds = order.hold;
-        return true;
+        return Diagnosis::ok;
     }
 
     void end()

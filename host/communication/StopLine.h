@@ -28,8 +28,8 @@ public:
 
 signals:
     /// The controller's answer to stop() or release(), in their order, 0 or a code of the diagnosis table:
-    /// notConnected, or emergencyStop for a release, when it was given up. The revision is what the connection's
-    /// stopRevision() becomes when it tells of it; 0 when that is not known.
+    /// notConnected when it was given up, emergencyStop for a release that waited when a stop was pressed. The revision
+    /// is what the connection's stopRevision() becomes when it tells of it; 0 when that is not known.
     void answered(bool hold, short result, quint64 revision);
 
 private:

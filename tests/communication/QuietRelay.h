@@ -38,6 +38,15 @@ public:
 
     bool silent = false;
 
+    /// Ends a silence: what was held back gets through now.
+    void speak()
+    {
+        silent = false;
+        const auto sockets = m_server.findChildren<QTcpSocket*>();
+        for (QTcpSocket* socket : sockets)
+            QMetaObject::invokeMethod(socket, "readyRead");
+    }
+
     /// Closes all that goes through it, on both sides.
     void cut() const
     {

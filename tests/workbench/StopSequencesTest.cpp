@@ -22,30 +22,18 @@ private slots:
     void aStopBehindAReleaseIsSentAtOnce_data();
     void aStopBehindAReleaseIsSentAtOnce();
     void aStopBehindAnothersReleaseIsSentAtOnce();
-    void aLateAnswerDoesNotHideWhatAnotherHasDone();
-    void anOlderHoldDoesNotAcknowledgeAStop();
     void theEndOfTheConnectionIsNoRelease();
     void aStopThatOutlivesItsConnectionIsToldAsItIs();
     void aStopThatFailsBehindItsConnectionLeavesNoLabel();
     void aStopBehindOneOfTheFormerSessionIsSentAtOnce();
     void theNextSessionAcknowledgesNoStopOfTheFormer();
-    void olderNewsDoesNotTakeAStopFromSight();
     void everyCallHasItsOwnDuration();
     void aStopGoesOutWhileTheSessionsLinkIsLost();
-    void anotherReleaseDoesNotHideAFailedStop();
     void aStopIsNotBlamedOnTheNextController();
     void whileTheControllerStartsThereIsNothingToStop();
     void aRefusedReleaseSaysWhy();
-    void whatOthersDoIsTold();
-    void aStopThatOvertakesOnesReleaseIsTold();
-    void aNewSessionCountsAnew_data();
-    void aNewSessionCountsAnew();
-    void everyOtherStopIsToldWhateverWasGivenUp();
-    void aReleaseBehindTwoPressesIsTold();
     void aLossLeavesNoStopThatWasAnswered();
     void releasesDoNotHoldUpTheEnd();
-    void aStopBeforeTheFirstNewsIsSeen_data();
-    void aStopBeforeTheFirstNewsIsSeen();
     void anotherPressIsSentWhenTheFirstIsLost();
 
 private:
@@ -134,58 +122,6 @@ void StopSequencesTest::aStopBehindAnothersReleaseIsSentAtOnce()
     QTRY_VERIFY_WITH_TIMEOUT(m_program->host.controller.isStopHeld(), 700);
     QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-}
-
-/// What the session tells is newer than an answer that comes late.
-void StopSequencesTest::aLateAnswerDoesNotHideWhatAnotherHasDone()
-{
-    QVERIFY(m_program->makeReady());
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->host.fault("late-replies 400 StopAll");
-    m_program->stop().stop();
-    QTRY_VERIFY(m_program->stop().isHeld());
-    m_program->host.controller.stopAll(false);
-    QTRY_VERIFY(!m_program->stop().isHeld());
-    QTRY_COMPARE(answered.count(), 1);
-    QVERIFY(!m_program->stop().isHeld());
-    QCOMPARE(m_program->feedback(), QString());
-    QVERIFY2(says(QStringLiteral("and has been released since.")), qPrintable(m_program->outputText()));
-    QVERIFY(says(QStringLiteral("Another client has released STOP.")));
-    m_program->stop().stop();
-    QTRY_COMPARE(answered.count(), 2);
-    m_program->stop().release();
-    QTRY_VERIFY(!m_program->stop().isHeld());
-    m_program->host.controller.stopAll(true);
-    QTRY_VERIFY(m_program->stop().isHeld());
-    QTRY_COMPARE(answered.count(), 3);
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QVERIFY(m_program->workbench->action(QStringLiteral("online.release"))->isVisible());
-    QVERIFY2(says(QStringLiteral("and holds again.")), qPrintable(m_program->outputText()));
-}
-
-/// A hold from before the press says nothing of it.
-void StopSequencesTest::anOlderHoldDoesNotAcknowledgeAStop()
-{
-    QuietRelay relay(m_program->host.server->port());
-    QVERIFY(m_program->connectHere(relay.port()));
-    m_program->stop().stop();
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    relay.silent = true;
-    m_program->stop().stop();
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 3000);
-    QVERIFY(answered.at(0).at(1).value<short>() != Diagnosis::ok);
-    const QString last = m_program->workbench->window().output().lines().last();
-    QVERIFY2(!last.contains(QStringLiteral("has stopped every axis")), qPrintable(last));
-    QVERIFY(m_program->session().isLoggedIn());
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
-    // It stays to be seen when the loss of the link is noticed, and goes with the next login.
-    QTRY_VERIFY_WITH_TIMEOUT(!m_program->session().isLoggedIn(), 5000);
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
-    m_program->host.controller.stopAll(false);
-    relay.silent = false;
-    QVERIFY(m_program->waitUntilOnline());
-    QTRY_COMPARE(m_program->feedback(), QString());
 }
 
 /// The end of a session is no release, and what a later one tells is no answer to a call of the former one.
@@ -284,24 +220,6 @@ void StopSequencesTest::theNextSessionAcknowledgesNoStopOfTheFormer()
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
 }
 
-/// The news of a release may come behind the press of a stop that is on its way.
-void StopSequencesTest::olderNewsDoesNotTakeAStopFromSight()
-{
-    QVERIFY(m_program->makeReady());
-    m_program->host.controller.stopAll(true);
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    m_program->host.fault("refuse 9 StopAll");
-    m_program->host.fault("late-replies 400 StopAll");
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->stop().stop();
-    m_program->host.controller.stopAll(false);
-    QTRY_VERIFY(!m_program->stop().isHeld());
-    QCOMPARE(answered.count(), 0);
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
-    QTRY_COMPARE(answered.count(), 1);
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
-}
-
 void StopSequencesTest::everyCallHasItsOwnDuration()
 {
     QVERIFY(m_program->makeReady());
@@ -337,19 +255,6 @@ void StopSequencesTest::aStopGoesOutWhileTheSessionsLinkIsLost()
     QCOMPARE(m_program->feedback(), QString());
     m_program->host.fault("none");
     QVERIFY(m_program->waitUntilOnline());
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-}
-
-void StopSequencesTest::anotherReleaseDoesNotHideAFailedStop()
-{
-    QVERIFY(m_program->connectHere());
-    m_program->host.fault("refuse 9 StopAll");
-    m_program->stop().stop();
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
-    m_program->host.controller.stopAll(false);
-    QTRY_VERIFY(m_program->outputText().contains(QStringLiteral("Another client has released STOP.")));
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
-    m_program->host.controller.stopAll(true);
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
 }
 
@@ -390,156 +295,6 @@ void StopSequencesTest::aRefusedReleaseSaysWhy()
     m_program->stop().release();
     QTRY_VERIFY2(said().contains(QStringLiteral("pressed again, here or by another client")), qPrintable(said()));
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-}
-
-void StopSequencesTest::whatOthersDoIsTold()
-{
-    QVERIFY(m_program->connectHere());
-    const OutputPanel& output = m_program->workbench->window().output();
-    m_program->stop().stop();
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QTRY_VERIFY(output.lines().last().contains(QStringLiteral("and holds them")));
-    // The label has nothing to show of another stop while one holds.
-    m_program->host.controller.stopAll(true);
-    QTRY_VERIFY2(said().startsWith(QStringLiteral("Another client has pressed STOP")), qPrintable(said()));
-    QVERIFY(output.lines().last().contains(said()));
-    m_program->stop().release();
-    QTRY_COMPARE(m_program->feedback(), QString());
-    QTRY_VERIFY(output.lines().last().contains(QStringLiteral("STOP has been released.")));
-    m_program->host.controller.stopAll(true);
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    m_program->host.controller.stopAll(false);
-    QTRY_VERIFY(output.lines().last().contains(QStringLiteral("Another client has released STOP.")));
-    // What was before the login is nobody's deed.
-    m_program->host.controller.stopAll(true);
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    m_program->session().disconnectNow();
-    QVERIFY(m_program->connectHere());
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QVERIFY(m_program->outputText().contains(QStringLiteral("STOP has not been released.")));
-    QCOMPARE(m_program->outputText().count(QStringLiteral("Another client has pressed STOP")), 3);
-}
-
-/// Both may come up in one piece of news.
-void StopSequencesTest::aStopThatOvertakesOnesReleaseIsTold()
-{
-    QVERIFY(m_program->connectHere());
-    m_program->stop().stop();
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->host.fault("late-replies 300 StopAll");
-    m_program->stop().release();
-    while (m_program->host.controller.isStopHeld())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-    m_program->host.controller.stopAll(true);
-    QTRY_COMPARE(answered.count(), 1);
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QVERIFY2(says(QStringLiteral("and holds again.")), qPrintable(m_program->outputText()));
-    QVERIFY(says(QStringLiteral("Another client has pressed STOP")));
-}
-
-void StopSequencesTest::aStopBeforeTheFirstNewsIsSeen_data()
-{
-    QTest::addColumn<bool>("released");
-    QTest::addColumn<QString>("label");
-    QTest::newRow("and holds") << false << QStringLiteral("STOP holds");
-    QTest::newRow("and has been released until then") << true << QString();
-}
-
-void StopSequencesTest::aStopBeforeTheFirstNewsIsSeen()
-{
-    QFETCH(bool, released);
-    QFETCH(QString, label);
-    m_program->host.fault("late-replies 700 Attend");
-    QVERIFY(m_program->connectHere());
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->stop().stop();
-    QTRY_COMPARE(answered.count(), 1);
-    QVERIFY(m_program->host.controller.isStopHeld());
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
-    if (released)
-        m_program->host.controller.stopAll(false);
-    QTRY_COMPARE(m_program->feedback(), label);
-}
-
-void StopSequencesTest::aNewSessionCountsAnew_data()
-{
-    QTest::addColumn<bool>("lost");
-    QTest::addColumn<bool>("other");
-    QTest::newRow("after a lost link") << true << false;
-    QTest::newRow("after a disconnection") << false << false;
-    QTest::newRow("at another controller") << false << true;
-}
-
-/// Before the first news of it nothing is known.
-void StopSequencesTest::aNewSessionCountsAnew()
-{
-    QFETCH(bool, lost);
-    QFETCH(bool, other);
-    ControllerHost next;
-    QuietRelay relay(m_program->host.server->port());
-    QVERIFY(m_program->connectHere(relay.port()));
-    for (int i = 0; i < 3; ++i) {
-        m_program->stop().stop();
-        QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-        m_program->stop().release();
-        QTRY_VERIFY(!m_program->stop().isHeld());
-    }
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    const ControllerHost& host = other ? next : m_program->host;
-    host.fault("late-replies 500 Attend");
-    if (lost) {
-        relay.hangUpOnFirst();
-        QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
-        QVERIFY(m_program->waitUntilOnline());
-    } else {
-        m_program->session().disconnectNow();
-        m_program->session().connectTo(host.address(), false);
-        QVERIFY(m_program->waitUntilOnline());
-    }
-    m_program->stop().stop();
-    QTRY_COMPARE(answered.count(), 1);
-    QCOMPARE(m_program->feedback(), QStringLiteral("STOP sent…"));
-    QVERIFY2(!says(QStringLiteral("released since")), qPrintable(m_program->outputText()));
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    // What the first news had counts as told.
-    (other ? next : m_program->host).controller.stopAll(true);
-    QTRY_VERIFY(says(QStringLiteral("Another client has pressed STOP")));
-    m_program->session().disconnectNow();
-}
-
-void StopSequencesTest::everyOtherStopIsToldWhateverWasGivenUp()
-{
-    QVERIFY(m_program->connectHere());
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    for (int i = 0; i < 5; ++i)
-        m_program->stop().stop();
-    QTRY_COMPARE(answered.count(), 5);
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    m_program->stop().release();
-    QTRY_COMPARE(answered.count(), 6);
-    QTRY_VERIFY(!m_program->stop().isHeld());
-    QVERIFY2(!says(QStringLiteral("Another client")), qPrintable(m_program->outputText()));
-    m_program->host.controller.stopAll(true);
-    QTRY_VERIFY2(said().startsWith(QStringLiteral("Another client has pressed STOP")), qPrintable(said()));
-    m_program->host.controller.stopAll(false);
-    QTRY_VERIFY(says(QStringLiteral("Another client has released STOP.")));
-}
-
-void StopSequencesTest::aReleaseBehindTwoPressesIsTold()
-{
-    QVERIFY(m_program->connectHere());
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->host.fault("late-replies 400 StopAll");
-    m_program->stop().stop();
-    QTRY_VERIFY(m_program->stop().isHeld());
-    m_program->stop().stop();
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    m_program->host.controller.stopAll(false);
-    QTRY_COMPARE(answered.count(), 2);
-    QTRY_COMPARE(m_program->feedback(), QString());
-    QVERIFY2(says(QStringLiteral("and has been released since.")), qPrintable(m_program->outputText()));
-    QVERIFY(!says(QStringLiteral("and holds them")));
 }
 
 void StopSequencesTest::aLossLeavesNoStopThatWasAnswered()

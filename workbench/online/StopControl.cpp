@@ -15,6 +15,8 @@
 #include <QStyle>
 #include <QVariant>
 
+#include <algorithm>
+
 StopControl::StopControl(
     OnlineSession& session, BackgroundTransactionService& service, const Parts& parts, QObject* parent)
     : QObject(parent), m_session(session), m_parts(parts), m_line(&session.connection(), &service),
@@ -78,7 +80,8 @@ void StopControl::onAnswered(bool hold, short result, quint64 revision)
     if (!m_calls.isEmpty())
         return;
     // The session tells of holds too, so the answer may be missing and the call carried out.
-    if (result == Diagnosis::ok || (hold ? m_heldSince : m_endedSince))
+    const bool unanswered = result == Diagnosis::notConnected || result == Diagnosis::noAnswer;
+    if (result == Diagnosis::ok || (unanswered && (hold ? m_heldSince : m_endedSince)))
         tellDone(outcome);
     else
         tellFailure(outcome);
@@ -90,7 +93,7 @@ void StopControl::count(const Outcome& outcome)
     if (outcome.call.login == 0 || outcome.call.login != m_login || !m_loggedIn)
         return;
     if (outcome.revision != 0)
-        m_own.insert(outcome.revision);
+        m_own.append(outcome.revision);
     else if (outcome.result == Diagnosis::ok || outcome.result == Diagnosis::notConnected
         || outcome.result == Diagnosis::noAnswer || outcome.result == Diagnosis::refused)
         ++m_unknown;
@@ -115,6 +118,8 @@ QString StopControl::doneText(const Outcome& outcome) const
     const bool overtaken = call.login == m_login && m_loggedIn && told && m_held != call.hold;
     if (!call.hold)
         return overtaken ? tr("STOP has been released, and holds again.") : tr("STOP has been released.");
+    if (outcome.result != Diagnosis::ok && (call.login != m_login || !m_loggedIn))
+        return tr("STOP: the controller had stopped every axis in debug mode before the connection was lost.");
     return (overtaken
             ? tr("STOP: the controller has stopped every axis in debug mode (%1 ms), and has been released since.")
             : tr("STOP: the controller has stopped every axis in debug mode and holds them (%1 ms)."))
@@ -151,19 +156,11 @@ QString StopControl::failureText(const Outcome& outcome) const
 void StopControl::onHeldTold(bool held)
 {
     const bool first = !m_told;
-    const quint64 revision = m_session.connection().stopRevision();
-    for (quint64 number = first ? revision : m_toldRevision; number < revision; ++number)
-        m_unexplained.insert(number + 1);
-    m_toldRevision = revision;
-    m_told = true;
     m_held = held;
-    if (!m_calls.isEmpty() && m_calls.last().login == m_login) {
-        m_heldSince = m_heldSince || held;
-        m_endedSince = m_endedSince || !held;
-    }
+    noteNews(held);
     if (held)
-        m_failed = m_awaited = false;
-    else if (m_calls.isEmpty() && revision >= m_awaitedRevision)
+        m_failed = false;
+    if (m_calls.isEmpty() && m_toldRevision >= m_awaitedRevision)
         m_awaited = false;
     if (first && held)
         m_parts.log.report(LogWarning, tr("The controller holds all axes in debug mode: STOP has not been released."));
@@ -173,32 +170,65 @@ void StopControl::onHeldTold(bool held)
     tellOthers();
 }
 
+void StopControl::noteNews(bool held)
+{
+    const quint64 revision = m_session.connection().stopRevision();
+    const News news{ m_told ? m_toldRevision : revision, revision, held };
+    m_unexplained.append(news);
+    m_toldRevision = revision;
+    m_told = true;
+    // What one's own earlier calls have become says nothing of the last one.
+    const bool isNews = news.from == news.to || ownOf(news) < news.to - news.from;
+    if (!isNews || m_calls.isEmpty() || m_calls.last().login != m_login)
+        return;
+    m_heldSince = m_heldSince || held;
+    m_endedSince = m_endedSince || !held;
+}
+
+quint64 StopControl::ownOf(const News& news) const
+{
+    const auto isIn = [&news](quint64 revision) { return revision > news.from && revision <= news.to; };
+    return static_cast<quint64>(std::count_if(m_own.begin(), m_own.end(), isIn));
+}
+
 void StopControl::tellOthers()
 {
     if (!m_calls.isEmpty())
         return;
-    const QSet<quint64> unexplained = m_unexplained - m_own;
-    const bool byOthers = unexplained.size() > m_unknown;
-    // What has been answered last came behind what was not answered.
-    const bool allTold = !m_own.isEmpty() && m_awaitedRevision <= m_toldRevision;
-    m_unknown = byOthers || allTold ? 0 : m_unknown - unexplained.size();
-    m_unexplained.clear();
-    if (!byOthers)
-        return;
-    if (!m_held) {
-        m_parts.log.report(LogInfo, tr("Another client has released STOP."));
-        return;
+    // A call that was answered came behind those that were not: once it is told, they have been told too.
+    const bool allTold = m_awaitedRevision != 0 && m_awaitedRevision <= m_toldRevision;
+    for (const News& news : qAsConst(m_unexplained)) {
+        const quint64 others = news.to - news.from - ownOf(news);
+        if (others > m_unknown)
+            tellOther(news);
+        m_unknown -= std::min(others, m_unknown);
     }
-    const QString text = tr("Another client has pressed STOP: the controller has stopped every axis in debug mode.");
-    m_parts.messages.showMessage(text);
-    m_parts.log.report(LogWarning, text);
+    m_unexplained.clear();
+    if (allTold)
+        m_unknown = 0;
+}
+
+void StopControl::tellOther(const News& news)
+{
+    if (m_own.contains(news.to)) {
+        // What came before one's own call cannot be told from the news.
+        m_parts.log.report(LogInfo, tr("Another client has pressed or released STOP, too."));
+    } else if (!news.held) {
+        m_parts.log.report(LogInfo, tr("Another client has released STOP."));
+    } else {
+        const QString text
+            = tr("Another client has pressed STOP: the controller has stopped every axis in debug mode.");
+        if (m_held)
+            m_parts.messages.showMessage(text);
+        m_parts.log.report(LogWarning, text);
+    }
 }
 
 void StopControl::showHold()
 {
     if (m_failed)
         tell(tr("STOP not acknowledged"), "danger");
-    else if (m_awaited)
+    else if (m_awaited && !(m_held && m_heldSince))
         tell(tr("STOP sent…"), "warning");
     else if (m_held)
         tell(tr("STOP holds"), "danger");

@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QQueue>
-#include <QSet>
+#include <QVector>
 
 #include <functional>
 
@@ -66,6 +66,13 @@ private:
         quint64 revision = 0;
     };
 
+    /// Whether STOP held behind the stops and releases of these revisions, the first excluded.
+    struct News {
+        quint64 from = 0;
+        quint64 to = 0;
+        bool held = false;
+    };
+
     void beginCall(bool hold);
     void onAnswered(bool hold, short result, quint64 revision);
     void count(const Outcome& outcome);
@@ -78,8 +85,12 @@ private:
     QString doneText(const Outcome& outcome) const;
     void tellFailure(const Outcome& outcome);
     QString failureText(const Outcome& outcome) const;
+    void noteNews(bool held);
+    /// How many of the news were one's own calls.
+    quint64 ownOf(const News& news) const;
     /// Once nothing of one's own is on its way: what is left of the news is the deed of others.
     void tellOthers();
+    void tellOther(const News& news);
     /// The label says that a stop was not acknowledged, or is on its way, or what the controller has told last.
     void showHold();
 
@@ -98,11 +109,11 @@ private:
     bool m_told = false;
     /// The answers come in the order of the calls.
     QQueue<Call> m_calls;
-    /// Revisions that this session has told of and nobody has explained yet, and those of one's own calls.
-    QSet<quint64> m_unexplained;
-    QSet<quint64> m_own;
+    /// What this session has told and nobody has explained yet, and the revisions of one's own calls.
+    QVector<News> m_unexplained;
+    QVector<quint64> m_own;
     /// So many of one's own calls have ended without an answer: each may come up in the news or not.
-    int m_unknown = 0;
+    quint64 m_unknown = 0;
     /// A stop has been pressed, and the news does not have it yet. Taken: when they have come as far as this.
     bool m_awaited = false;
     quint64 m_awaitedRevision = 0;

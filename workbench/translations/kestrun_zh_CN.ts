@@ -1937,6 +1937,14 @@
         <translation>其他客户端按下了急停：控制器已停止所有处于调试模式的轴。</translation>
     </message>
     <message>
+        <source>STOP: the controller had stopped every axis in debug mode before the connection was lost.</source>
+        <translation>急停：连接中断之前，控制器已停止所有处于调试模式的轴。</translation>
+    </message>
+    <message>
+        <source>Another client has pressed or released STOP, too.</source>
+        <translation>其他客户端也按下或解除了急停。</translation>
+    </message>
+    <message>
         <source>Another client has released STOP.</source>
         <translation>其他客户端已解除急停。</translation>
     </message>
