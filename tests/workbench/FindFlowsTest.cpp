@@ -43,17 +43,8 @@ private slots:
     void aWrongInputIsToldOfOnce();
     void aListWithoutATextFollowsTheProject();
     void withoutAPlaceTheTypedFieldKeepsTheFocus();
-    void usesAreAskedForAgain();
-    void usesInAxesThatWereNeverOpenedAreGoneThroughInTurn();
     void anEditorThatOpensAfterTheSearchIsSearched();
     void anEditorAfterAllHaveClosedIsSearched();
-    void aVariableThatNoPlaceCanUseIsToldOf_data();
-    void aVariableThatNoPlaceCanUseIsToldOf();
-    void usesByAConstantAndByItsValueAreTheSame_data();
-    void usesByAConstantAndByItsValueAreTheSame();
-    void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten_data();
-    void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten();
-    void blanksInAnIndexDoNotMatter();
     void theListTakesTheLanguage();
     void usesInAxesThatWereNeverOpenedAreReachedInAnotherLanguage();
     void aPlaceThatIsNoneAnyMoreIsPassedOverInAnotherLanguage_data();
@@ -371,40 +362,6 @@ void FindFlowsTest::withoutAPlaceTheTypedFieldKeepsTheFocus()
     QCOMPARE(here(), text("Cut lineEditPos"));
 }
 
-void FindFlowsTest::usesAreAskedForAgain()
-{
-    addAxis("Cut", "Main.stop");
-    addAxis("Turn", "Main.near");
-    program->findReferences(text("Main.stop"));
-    next();
-    // What stands in the panel but has not been asked for is another question.
-    program->child<QLineEdit>("variable")->setText(text("Main.far"));
-    setPin("Turn", "Main.stop");
-    next();
-    QCOMPARE(program->status(), text("Uses of Main.stop: 2."));
-    QCOMPARE(here(), text("Turn lineEditPos"));
-}
-
-/// They are listed without a control, and opening the first of them names it.
-void FindFlowsTest::usesInAxesThatWereNeverOpenedAreGoneThroughInTurn()
-{
-    for (const char* axis : { "Cut", "Saw" }) {
-        AxisTable* table = addAxis(axis, "Main.stop");
-        table->setProperty(text("OrgSignalEnable"), text("TRUE"));
-        table->setProperty(text("OrgSignalPin"), text("Main.stop"));
-    }
-    program->findReferences(text("Main.stop"));
-    for (const char* reached :
-        { "Cut lineEditPos", "Cut lineEditOrg", "Saw lineEditPos", "Saw lineEditOrg", "Cut lineEditPos" }) {
-        next();
-        QCOMPARE(here(), text(reached));
-    }
-    for (const char* reached : { "Saw lineEditOrg", "Saw lineEditPos", "Cut lineEditOrg" }) {
-        previous();
-        QCOMPARE(here(), text(reached));
-    }
-}
-
 void FindFlowsTest::anEditorThatOpensAfterTheSearchIsSearched()
 {
     addAxis("Cut", "Main.stop");
@@ -433,122 +390,6 @@ void FindFlowsTest::anEditorAfterAllHaveClosedIsSearched()
     next();
     QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop") });
     QCOMPARE(here(), text("Turn lineEditPos"));
-}
-
-void FindFlowsTest::aVariableThatNoPlaceCanUseIsToldOf_data()
-{
-    QTest::addColumn<int>("line");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("variable");
-    QTest::addColumn<QString>("status");
-    QTest::newRow("of a block that nothing is made of")
-        << 8 << 6 << text("Blk.a")
-        << text("Blk.a belongs to a function, a block or a type. No place can use it by this name.");
-    QTest::newRow("a temporary one")
-        << 8 << 1 << text("Blk.t")
-        << text("Blk.t belongs to a function, a block or a type. No place can use it by this name.");
-    QTest::newRow("of a function")
-        << 10 << 33 << text("Half.speed")
-        << text("Half.speed belongs to a function, a block or a type. No place can use it by this name.");
-    QTest::newRow("an element by a variable")
-        << 4 << 9 << text("Main.row[n].open")
-        << text("An index of Main.row[n].open is known only while the program runs. Places that use it as it is "
-                "written: 1.");
-    QTest::newRow("an element by a constant")
-        << 4 << 29 << text("Main.row[2].open") << text("Uses of Main.row[2].open: 1.");
-    QTest::newRow("an element that there is not")
-        << 4 << 45 << text("Main.row[4].open") << text("The project has no variable Main.row[4].open.");
-}
-
-void FindFlowsTest::aVariableThatNoPlaceCanUseIsToldOf()
-{
-    program->project()->sourceModel()->setSource(text("Main"),
-        text("PROGRAM Main\n"
-             "VAR CONSTANT LAST : INT := 2; END_VAR\n"
-             "VAR n : INT; row : ARRAY [1..3] OF Guard; END_VAR\n"
-             "row[n].open := row[ LAST ].open AND row[4].open;\n"
-             "END_PROGRAM\n"
-             "FUNCTION_BLOCK Blk\n"
-             "VAR a : BOOL; END_VAR VAR_TEMP t : BOOL; END_VAR\n"
-             "t := a;\n"
-             "END_FUNCTION_BLOCK\n"
-             "FUNCTION Half : REAL VAR_INPUT speed : REAL; END_VAR END_FUNCTION\n"
-             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
-    addAxis("Cut", "Main.row[2].open");
-    addAxis("Turn", "Main.row[n].open");
-    QFETCH(int, line);
-    QFETCH(int, column);
-    program->workbench->workspace().showSource(text("Main"), line, column);
-    program->press(Qt::Key_F12, Qt::ShiftModifier);
-    QTEST(program->child<QLineEdit>("variable")->text(), "variable");
-    QTEST(program->status(), "status");
-}
-
-void FindFlowsTest::usesByAConstantAndByItsValueAreTheSame_data()
-{
-    QTest::addColumn<QString>("variable");
-    for (const char* variable :
-        { "Main.row[2].open", "Main.row[LAST].open", "main.row[ LAST ].open", "Main.row[FIRST + 1].open" })
-        QTest::newRow(variable) << text(variable);
-}
-
-void FindFlowsTest::usesByAConstantAndByItsValueAreTheSame()
-{
-    QFETCH(QString, variable);
-    program->project()->sourceModel()->setSource(text("Main"),
-        text("PROGRAM Main\nVAR row : ARRAY [1..3] OF Guard; END_VAR\nEND_PROGRAM\n"
-             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
-    program->project()->sourceModel()->setSource(
-        text("Consts"), text("VAR_GLOBAL CONSTANT LAST : INT := 2; FIRST : INT := 1; END_VAR\n"));
-    addAxis("Cut", "Main.row[2].open");
-    addAxis("Saw", "Main.row[FIRST].open");
-    addAxis("Turn", "Main.row[ LAST ].open");
-    addAxis("Wind", "main.row[FIRST+1].open");
-    program->findReferences(variable);
-    QCOMPARE(program->status(), text("Uses of Main.row[2].open: 3."));
-    QCOMPARE(program->results().size(), 3);
-}
-
-void FindFlowsTest::whatTheProjectDoesNotKnowIsLookedForAsItIsWritten_data()
-{
-    QTest::addColumn<QString>("variable");
-    QTest::addColumn<QString>("status");
-    QTest::newRow("an element out of bounds") << text(
-        "Main.row[ 9 ]") << text("The project has no variable Main.row[ 9 ]. Places that use it as it is written: 1.");
-    QTest::newRow("a name that is nowhere") << text("Main.gone%2") << text("The project has no variable Main.gone%2.");
-    QTest::newRow("below what has nothing below it")
-        << text("Main.stop.open") << text("The project has no variable Main.stop.open.");
-    QTest::newRow("an index that nothing declares")
-        << text("Main.row[unheard]")
-        << text("The project does not know an index of Main.row[unheard]. Places that use it as it is written: 0.");
-    QTest::newRow("no index")
-        << text("Main.row[]")
-        << text("The project does not know an index of Main.row[]. Places that use it as it is written: 0.");
-}
-
-void FindFlowsTest::whatTheProjectDoesNotKnowIsLookedForAsItIsWritten()
-{
-    program->project()->sourceModel()->setSource(
-        text("Main"), text("PROGRAM Main\nVAR stop : BOOL; row : ARRAY [1..3] OF BOOL; END_VAR\nEND_PROGRAM\n"));
-    addAxis("Cut", "Main.row[9]");
-    addAxis("Turn", "Main.stop");
-    QFETCH(QString, variable);
-    program->findReferences(variable);
-    QTEST(program->status(), "status");
-}
-
-void FindFlowsTest::blanksInAnIndexDoNotMatter()
-{
-    program->project()->sourceModel()->setSource(text("Main"),
-        text("PROGRAM Main\nVAR grid : ARRAY [0..2, 1..2] OF Guard; END_VAR\ngrid[1, 2].open := TRUE;\nEND_PROGRAM\n"
-             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
-    addAxis("Cut", "Main.grid[1,2].open");
-    addAxis("Turn", "Main.grid[ 1 , 2 ].open");
-    program->workbench->workspace().showSource(text("Main"), 3, 14);
-    program->press(Qt::Key_F12, Qt::ShiftModifier);
-    QCOMPARE(program->status(), text("Uses of Main.grid[1,2].open: 2."));
-    program->findReferences(text("Main.grid[1, 2].open"));
-    QCOMPARE(program->status(), text("Uses of Main.grid[1,2].open: 2."));
 }
 
 void FindFlowsTest::setChinese()
