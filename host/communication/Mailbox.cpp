@@ -17,17 +17,27 @@ void Mailbox::post(std::function<void()> work)
         if (m_letters.size() > 1)
             return;
     }
+    bringNext();
+}
+
+void Mailbox::bringNext()
+{
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
 void Mailbox::customEvent(QEvent*)
 {
-    // Only what is there now: a letter that leads to another must not keep the thread here for ever.
-    std::deque<std::function<void()>> letters;
+    std::function<void()> letter;
+    bool isLast = true;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        letters.swap(m_letters);
+        letter = std::move(m_letters.front());
+        m_letters.pop_front();
+        isLast = m_letters.empty();
     }
-    for (const auto& letter : letters)
-        letter();
+    // Before this one is opened, since it may turn an event loop of its own. Events that were posted earlier would not
+    // wake that.
+    if (!isLast)
+        bringNext();
+    letter();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/communication/Export.h"
+
 #include <QObject>
 
 #include <deque>
@@ -8,18 +10,22 @@
 
 /// Brings work from other threads to the thread where the mailbox lives, in order. Standard locks only, so that the
 /// thread sanitizer sees what happens here.
-class Mailbox : public QObject {
+class KESTRUN_COMMUNICATION_EXPORT Mailbox : public QObject {
 public:
     explicit Mailbox(QObject* parent = nullptr);
     ~Mailbox() override;
 
-    /// Any thread. Runs the work when the mailbox's thread comes to its events; never, when the mailbox dies first.
+    /// Any thread. Runs the work when the mailbox's thread comes to its events, also those of a loop that earlier work
+    /// has opened; never, when the mailbox dies first. Work may destroy the mailbox.
     void post(std::function<void()> work);
 
 protected:
     void customEvent(QEvent* event) override;
 
 private:
+    void bringNext();
+
     std::mutex m_mutex;
+    /// An event is under way as long as there are any.
     std::deque<std::function<void()>> m_letters;
 };

@@ -13,17 +13,18 @@ bool CurveExporter::start(const QString& fileName, CurveExport::Sheet sheet)
 {
     if (isBusy())
         return false;
+    m_fileName = fileName;
     m_thread = std::thread([this, fileName, sheet = std::move(sheet)] {
-        QString reason;
-        const bool saved = CurveExport::save(fileName, sheet, m_cancelled, &reason);
-        QMetaObject::invokeMethod(
-            this, [this, fileName, saved, reason] { finish(fileName, saved, reason); }, Qt::QueuedConnection);
+        m_saved = CurveExport::save(fileName, sheet, m_cancelled, &m_reason);
+        QMetaObject::invokeMethod(this, &CurveExporter::finish, Qt::QueuedConnection);
     });
     return true;
 }
 
-void CurveExporter::finish(const QString& fileName, bool saved, const QString& reason)
+void CurveExporter::finish()
 {
     m_thread.join();
-    emit finished(fileName, saved ? QString() : CurveExport::failure(fileName, reason));
+    // Whoever hears of it may start another.
+    const QString fileName = m_fileName;
+    emit finished(fileName, m_saved ? QString() : CurveExport::failure(fileName, m_reason));
 }

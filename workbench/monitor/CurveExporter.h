@@ -26,8 +26,12 @@ signals:
     void finished(const QString& fileName, const QString& error);
 
 private:
-    void finish(const QString& fileName, bool saved, const QString& reason);
+    void finish();
 
     std::atomic<bool> m_cancelled{ false };
+    QString m_fileName;
+    /// The thread's, until it has been joined.
+    bool m_saved = false;
+    QString m_reason;
     std::thread m_thread;
 };

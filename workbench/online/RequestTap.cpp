@@ -7,16 +7,12 @@ RequestTap::RequestTap(QObject* parent) : QObject(parent)
 {
     ControllerLink::setAnnouncer([this](const AxisRequest& request) {
         if (isCommand(request.code))
-            QMetaObject::invokeMethod(
-                this, [this, request] { emit started(request); }, Qt::QueuedConnection);
+            m_mailbox.post([this, request] { emit started(request); });
     });
     ControllerLink::setObserver(
         [this](const AxisRequest& request, const AxisReply& reply, std::chrono::microseconds time) {
-            if (!isCommand(request.code))
-                return;
-            const qint64 count = time.count();
-            QMetaObject::invokeMethod(
-                this, [this, request, reply, count] { emit answered(request, reply, count); }, Qt::QueuedConnection);
+            if (isCommand(request.code))
+                m_mailbox.post([this, request, reply, time] { emit answered(request, reply, time.count()); });
         });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/communication/AxisRequest.h"
+#include "host/communication/Mailbox.h"
 
 #include <QObject>
 
@@ -22,4 +23,7 @@ signals:
     void started(const AxisRequest& request);
     /// Has been answered after so many microseconds, or was refused without going out.
     void answered(const AxisRequest& request, const AxisReply& reply, qint64 microseconds);
+
+private:
+    Mailbox m_mailbox;
 };
