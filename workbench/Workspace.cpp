@@ -89,20 +89,7 @@ QString Workspace::programsPath() const
 
 bool Workspace::create(const QString& file, const ControllerDescription& controller, QString* error)
 {
-    const QString former = m_project ? m_project->filePath() : QString();
-    const bool sameName = m_project && ProjectModelManager::projectNameForFile(file) == m_name;
-    if (sameName)
-        close();
-    ProjectModel* project = ProjectModelManager::instance()->createProject(file, controller, error);
-    if (!project) {
-        QString ignored;
-        if (sameName)
-            open(former, &ignored);
-        return false;
-    }
-    close();
-    attach(project);
-    return true;
+    return exchange(file, [&] { return ProjectModelManager::instance()->createProject(file, controller, error); });
 }
 
 bool Workspace::open(const QString& file, QString* error)
@@ -110,12 +97,17 @@ bool Workspace::open(const QString& file, QString* error)
     if (m_project && QFileInfo(m_project->filePath()) == QFileInfo(file))
         return true;
     emit aboutToUse(file);
-    // Two projects of one name cannot be in the tree together, not even for the moment of the exchange.
+    return exchange(file, [&] { return ProjectModelManager::instance()->openProject(file, error); });
+}
+
+// Two projects of one name cannot be in the tree together, not even for the moment of the exchange.
+bool Workspace::exchange(const QString& file, const std::function<ProjectModel*()>& take)
+{
     const QString former = m_project ? m_project->filePath() : QString();
     const bool sameName = m_project && ProjectModelManager::projectNameForFile(file) == m_name;
     if (sameName)
         close();
-    ProjectModel* project = ProjectModelManager::instance()->openProject(file, error);
+    ProjectModel* project = take();
     if (!project) {
         QString ignored;
         if (sameName)

@@ -7,9 +7,10 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <functional>
+
 class ControllerDescription;
 class Cookies;
-
 class ProjectTree;
 class UndoHelper;
 
@@ -70,6 +71,8 @@ private:
         QString current;
     };
 
+    /// Puts the project that take brings of the file in the place of the present one, which stays when there is none.
+    bool exchange(const QString& file, const std::function<ProjectModel*()>& take);
     void attach(ProjectModel* project);
     void detach();
     void follow(ProjectModel* project);
