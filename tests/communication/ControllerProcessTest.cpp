@@ -7,7 +7,7 @@
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/AxisRefLayout.h"
 #include "protocol/DiagnosisCodes.h"
-#include "tests/communication/ControllerHost.h"
+#include "tests/communication/ControllerClient.h"
 
 #include <grpcpp/generic/generic_stub.h>
 #include <grpcpp/grpcpp.h>
@@ -33,15 +33,6 @@ namespace {
 QString program()
 {
     return QStringLiteral(KESTRUN_BUILD_DIR "/bin/kestrun-controller");
-}
-
-AxisRef statusOf(short axisNo)
-{
-    const QByteArray data = RpcCmdSend().rpc_AxisDebug_GetAxisRef(axisNo, axisRefSize);
-    AxisRef ref{};
-    if (data.size() == axisRefSize)
-        std::memcpy(&ref, data.constData(), sizeof ref);
-    return ref;
 }
 
 /// A controller of its own and a connection to it, with two axes in it.

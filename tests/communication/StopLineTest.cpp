@@ -102,6 +102,24 @@ signals:
 private:
     Kind m_kind;
 };
+
+/// A line on an open connection.
+struct LinkedLine {
+    ControllerHost host;
+    ControllerConnection connection;
+    const bool isConnected = connectTo(connection, host.address());
+    StopLine line{ &connection, nullptr };
+    QSignalSpy answered{ &line, &StopLine::answered };
+
+    /// A stop with its answer, which is forgotten.
+    bool stopsFirst()
+    {
+        line.stop();
+        const bool done = QTest::qWaitFor([this] { return answered.count() == 1; }, 2000);
+        answered.clear();
+        return done;
+    }
+};
 } // namespace
 
 class StopLineTest : public QObject {
@@ -255,23 +273,17 @@ void StopLineTest::stopWithoutAConnectionSaysSo()
 
 void StopLineTest::answersKeepTheirOrderWithoutAConnection()
 {
-    ControllerHost host;
-    ControllerConnection connection;
-    QVERIFY(connectTo(connection, host.address()));
-    StopLine line(&connection, nullptr);
-    QSignalSpy answered(&line, &StopLine::answered);
-    line.stop();
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
-    answered.clear();
-    host.fault("late-replies 500 StopAll");
-    line.release();
-    QTRY_VERIFY(!host.controller.isStopHeld());
-    connection.close();
-    line.stop();
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 3000);
-    QCOMPARE(answered.at(0).at(0).toBool(), false);
-    QCOMPARE(answered.at(1).at(0).toBool(), true);
-    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::notConnected);
+    LinkedLine on;
+    QVERIFY(on.isConnected && on.stopsFirst());
+    on.host.fault("late-replies 500 StopAll");
+    on.line.release();
+    QTRY_VERIFY(!on.host.controller.isStopHeld());
+    on.connection.close();
+    on.line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(on.answered.count(), 2, 3000);
+    QCOMPARE(on.answered.at(0).at(0).toBool(), false);
+    QCOMPARE(on.answered.at(1).at(0).toBool(), true);
+    QCOMPARE(on.answered.at(1).at(1).value<short>(), Diagnosis::notConnected);
 }
 
 void StopLineTest::whatWaitsEndsWithAResult()
@@ -424,40 +436,34 @@ void StopLineTest::stopNeedsNoFileThatTheLoginHasRead()
 
 void StopLineTest::aLineMadeOnAnOpenConnectionWorks()
 {
-    ControllerHost host;
-    ControllerConnection connection;
-    QVERIFY(connectTo(connection, host.address()));
-    StopLine line(&connection, nullptr);
-    QSignalSpy answered(&line, &StopLine::answered);
-    line.stop();
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
-    line.stop();
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 2000);
-    for (const auto& answer : answered)
+    LinkedLine on;
+    QVERIFY(on.isConnected);
+    on.line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(on.answered.count(), 1, 2000);
+    on.line.stop();
+    QTRY_COMPARE_WITH_TIMEOUT(on.answered.count(), 2, 2000);
+    for (const auto& answer : on.answered)
         QCOMPARE(answer.at(1).value<short>(), Diagnosis::ok);
-    QVERIFY(host.controller.isStopHeld());
+    QVERIFY(on.host.controller.isStopHeld());
 }
 
 void StopLineTest::aStopWhoseAnswerIsLateHoldsUpNoStop()
 {
-    ControllerHost host;
-    ControllerConnection connection;
-    QVERIFY(connectTo(connection, host.address()));
-    StopLine line(&connection, nullptr);
-    QSignalSpy answered(&line, &StopLine::answered);
-    host.fault("late-replies 900 StopAll");
-    line.stop();
-    QTRY_VERIFY(host.controller.isStopHeld());
-    host.controller.stopAll(false);
-    host.fault("none");
+    LinkedLine on;
+    QVERIFY(on.isConnected);
+    on.host.fault("late-replies 900 StopAll");
+    on.line.stop();
+    QTRY_VERIFY(on.host.controller.isStopHeld());
+    on.host.controller.stopAll(false);
+    on.host.fault("none");
     QElapsedTimer timer;
     timer.start();
-    line.stop();
-    QTRY_VERIFY_WITH_TIMEOUT(host.controller.isStopHeld(), 800);
+    on.line.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(on.host.controller.isStopHeld(), 800);
     QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 2000);
-    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
-    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
+    QTRY_COMPARE_WITH_TIMEOUT(on.answered.count(), 2, 2000);
+    QCOMPARE(on.answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
+    QCOMPARE(on.answered.at(1).at(1).value<short>(), Diagnosis::ok);
 }
 
 void StopLineTest::whatBringsAnAxisToRestIsNotRefused()
@@ -530,35 +536,29 @@ void StopLineTest::everyStopAndReleaseIsTold()
 
 void StopLineTest::releasesThatWaitHoldUpNoStop()
 {
-    ControllerHost host;
-    ControllerConnection connection;
-    QVERIFY(connectTo(connection, host.address()));
-    StopLine line(&connection, nullptr);
-    QSignalSpy answered(&line, &StopLine::answered);
-    line.stop();
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 2000);
-    answered.clear();
-    host.fault("late-replies 900 StopAll");
-    line.release();
-    QTRY_VERIFY(!host.controller.isStopHeld());
-    line.release();
-    line.release();
+    LinkedLine on;
+    QVERIFY(on.isConnected && on.stopsFirst());
+    on.host.fault("late-replies 900 StopAll");
+    on.line.release();
+    QTRY_VERIFY(!on.host.controller.isStopHeld());
+    on.line.release();
+    on.line.release();
     QElapsedTimer timer;
     timer.start();
-    line.stop();
-    QTRY_VERIFY_WITH_TIMEOUT(host.controller.isStopHeld(), 800);
+    on.line.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(on.host.controller.isStopHeld(), 800);
     QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 4, 2000);
+    QTRY_COMPARE_WITH_TIMEOUT(on.answered.count(), 4, 2000);
     for (int i = 0; i < 3; ++i) {
-        QCOMPARE(answered.at(i).at(0).toBool(), false);
-        QVERIFY(answered.at(i).at(1).value<short>() != Diagnosis::ok);
+        QCOMPARE(on.answered.at(i).at(0).toBool(), false);
+        QVERIFY(on.answered.at(i).at(1).value<short>() != Diagnosis::ok);
     }
     // The first was on its way, the others never went out.
-    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
-    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::emergencyStop);
-    QCOMPARE(answered.at(2).at(1).value<short>(), Diagnosis::emergencyStop);
-    QCOMPARE(answered.at(3).at(1).value<short>(), Diagnosis::ok);
-    QVERIFY(host.controller.isStopHeld());
+    QCOMPARE(on.answered.at(0).at(1).value<short>(), Diagnosis::notConnected);
+    QCOMPARE(on.answered.at(1).at(1).value<short>(), Diagnosis::emergencyStop);
+    QCOMPARE(on.answered.at(2).at(1).value<short>(), Diagnosis::emergencyStop);
+    QCOMPARE(on.answered.at(3).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(on.host.controller.isStopHeld());
 }
 
 QTEST_GUILESS_MAIN(StopLineTest)

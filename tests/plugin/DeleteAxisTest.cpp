@@ -36,6 +36,21 @@ public:
         boxes.answer(text("Yes"));
         call("deleteAxis");
     }
+    /// How many questions a command asks while something is missing: the host, the project or one of its services.
+    int questionsWithout(const QString& missing, const char* command)
+    {
+        MessageBoxWatcher boxes;
+        boxes.answer(text("Yes"));
+        if (missing == text("host"))
+            Solution::publishApplication(nullptr);
+        else if (missing == text("project"))
+            project.close();
+        else
+            host.withhold(missing);
+        call(command);
+        Solution::publishApplication(&host);
+        return boxes.count();
+    }
     void deleteAll()
     {
         select(project.unitPath());
@@ -217,17 +232,7 @@ void DeleteAxisTest::deletionEndsSilentlyWithout()
     QFETCH(QString, missing);
     ThreeAxes fixture;
     fixture.select(fixture.project.axisPath(2));
-    MessageBoxWatcher boxes;
-    boxes.answer(text("Yes"));
-    if (missing == text("host"))
-        Solution::publishApplication(nullptr);
-    else if (missing == text("project"))
-        fixture.project.close();
-    else
-        fixture.host.withhold(missing);
-    fixture.call("deleteAxis");
-    Solution::publishApplication(&fixture.host);
-    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(fixture.questionsWithout(missing, "deleteAxis"), 1);
     QVERIFY(!fixture.host.viewHelper.stack.canUndo());
     QCOMPARE(fixture.shownAxes(), all);
 }
@@ -334,17 +339,7 @@ void DeleteAxisTest::deletionOfAllEndsSilentlyWithout()
     QFETCH(QString, missing);
     ThreeAxes fixture;
     fixture.select(fixture.project.unitPath());
-    MessageBoxWatcher boxes;
-    boxes.answer(text("Yes"));
-    if (missing == text("host"))
-        Solution::publishApplication(nullptr);
-    else if (missing == text("project"))
-        fixture.project.close();
-    else
-        fixture.host.withhold(missing);
-    fixture.call("deleteAllAxis");
-    Solution::publishApplication(&fixture.host);
-    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(fixture.questionsWithout(missing, "deleteAllAxis"), 1);
     QCOMPARE(fixture.host.calls.count(text("viewHelper.beginMacro")), 0);
     QCOMPARE(fixture.shownAxes(), all);
 }

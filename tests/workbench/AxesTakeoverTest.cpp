@@ -46,11 +46,25 @@ private slots:
     void requestsUnderWayDoNotHoldTheEndUp();
 
 private:
+    static constexpr SessionId otherClient = 4711;
+
     AxesTakeover& takeover() const { return m_program->workbench->online().takeover(); }
     void connectAndWaitForTheOffer()
     {
         m_program->session().connectTo(m_program->host.address(), false);
         QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 5000);
+    }
+    /// Axes to take over, while another client debugs the first one.
+    bool isOfferedWhileAnotherWorks()
+    {
+        if (!m_program->connectHere())
+            return false;
+        m_program->session().disconnectNow();
+        if (m_program->host.controller.enterDebugMode(otherClient, 0, 1, 30000) != Diagnosis::ok)
+            return false;
+        m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
+        connectAndWaitForTheOffer();
+        return takeover().offer();
     }
     void press(const char* button)
     {
@@ -71,7 +85,7 @@ private:
     }
 
     /// Another client puts the controller's axes in once more, Beta with another value, unless there is no key.
-    void replaceOne(const QByteArray& key, const QByteArray& value, SessionId client = 4711) const
+    void replaceOne(const QByteArray& key, const QByteArray& value, SessionId client = otherClient) const
     {
         std::vector<AxisText> axes = m_program->host.controller.axes();
         for (AxisText& axis : axes) {
@@ -272,9 +286,8 @@ void AxesTakeoverTest::aLinkThatComesBackIsNotInItsOwnWay()
         m_program->press("posJogPushButton");
         QTRY_COMPARE(m_program->host.peek(0).setVelocity, 10.0);
     }
-    const SessionId other = 4711;
     if (othersGo)
-        QCOMPARE(controller.enterDebugMode(other, 1, 1, 1500), Diagnosis::ok);
+        QCOMPARE(controller.enterDebugMode(otherClient, 1, 1, 1500), Diagnosis::ok);
     m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
     relay.hangUp();
     QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 3000);
@@ -290,19 +303,13 @@ void AxesTakeoverTest::aLinkThatComesBackIsNotInItsOwnWay()
 
 void AxesTakeoverTest::whoStillWorksThereIsNotOvercome()
 {
-    QVERIFY(m_program->connectHere());
-    m_program->session().disconnectNow();
-    const SessionId other = 4711;
-    MotionController& controller = m_program->host.controller;
-    QCOMPARE(controller.enterDebugMode(other, 0, 1, 30000), Diagnosis::ok);
-    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
-    connectAndWaitForTheOffer();
+    QVERIFY(isOfferedWhileAnotherWorks());
     press("takeOver");
     QVERIFY(isOnlineSoon());
     const QString lines = m_program->outputText();
     QVERIFY2(lines.contains(QStringLiteral("has not taken the axes over: axis Alpha: Another client has the axis")),
         qPrintable(lines));
-    QCOMPARE(controller.keepAlive(other, 0), Diagnosis::ok);
+    QCOMPARE(m_program->host.controller.keepAlive(otherClient, 0), Diagnosis::ok);
     QVERIFY(inController().value(QStringLiteral("Beta")).at("MaxVel") != "77");
 }
 
@@ -366,18 +373,12 @@ void AxesTakeoverTest::anOpenOfferFollowsTheController()
 
 void AxesTakeoverTest::anAnswerToAnOldOfferIsNotCarriedOutAfterAll()
 {
-    QVERIFY(m_program->connectHere());
-    m_program->session().disconnectNow();
-    const SessionId other = 4711;
-    MotionController& controller = m_program->host.controller;
-    QCOMPARE(controller.enterDebugMode(other, 0, 1, 30000), Diagnosis::ok);
-    m_program->axis(QStringLiteral("Beta"))->setProperty(QStringLiteral("MaxVel"), QStringLiteral("77"));
-    connectAndWaitForTheOffer();
+    QVERIFY(isOfferedWhileAnotherWorks());
     // The answer is refused and kept for another try, when the other client puts in what it wants and goes.
     QSignalSpy answered(&m_program->session().connection(), &ControllerConnection::axesDownloaded);
     press("takeOver");
     QTRY_COMPARE(answered.count(), 1);
-    replaceOne("MaxVel", "78", other);
+    replaceOne("MaxVel", "78");
     QTRY_VERIFY_WITH_TIMEOUT(takeover().offer(), 1000);
     QCOMPARE(m_program->session().state(), OnlineSession::Checking);
     QVERIFY(

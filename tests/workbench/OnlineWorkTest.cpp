@@ -1,5 +1,6 @@
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/AxisRefLayout.h"
+#include "tests/communication/ControllerClient.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
 #include "workbench/monitor/VariableMonitor.h"
@@ -12,7 +13,6 @@
 #include <QTimer>
 
 #include <csignal>
-#include <cstring>
 
 namespace {
 
@@ -49,15 +49,6 @@ private:
     std::unique_ptr<QProcess> m_process;
     ControllerAddress m_address;
 };
-
-AxisRef statusOf(short axisNo)
-{
-    const QByteArray data = RpcCmdSend().rpc_AxisDebug_GetAxisRef(axisNo, axisRefSize);
-    AxisRef ref{};
-    if (data.size() == axisRefSize)
-        std::memcpy(&ref, data.constData(), sizeof ref);
-    return ref;
-}
 
 enum Accident { Killed, Paused, Restarted, Replaced };
 enum Work { Polling, Jogging, ReadingABox };

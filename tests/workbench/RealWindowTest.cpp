@@ -1,5 +1,5 @@
 #include "host/communication/RpcCmdSend.h"
-#include "protocol/AxisRefLayout.h"
+#include "tests/communication/ControllerClient.h"
 #include "tests/workbench/OnlineProgram.h"
 #include "workbench/ProjectTreeView.h"
 #include "workbench/online/StopButton.h"
@@ -14,7 +14,6 @@
 #include <QToolBar>
 
 #include <csignal>
-#include <cstring>
 
 namespace {
 
@@ -60,15 +59,6 @@ bool pointAt(const QPoint& place, const QStringList& then)
 bool click(const QPoint& place)
 {
     return pointAt(place, { QStringLiteral("click"), QStringLiteral("1") });
-}
-
-AxisRef statusOf(short axisNo)
-{
-    const QByteArray data = RpcCmdSend().rpc_AxisDebug_GetAxisRef(axisNo, axisRefSize);
-    AxisRef ref{};
-    if (data.size() == axisRefSize)
-        std::memcpy(&ref, data.constData(), sizeof ref);
-    return ref;
 }
 
 bool moves()
