@@ -47,7 +47,6 @@ EditorManager::EditorManager(ProjectTree& tree, QObject* parent)
     m_refresh->setSingleShot(true);
     m_refresh->setInterval(0);
     connect(m_refresh, &QTimer::timeout, this, &EditorManager::refreshTitlesNow);
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { noteFocus(now); });
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, [this](int tab) { closeAsking({ editorOfTab(tab) }); });
     connect(m_tabs, &QTabWidget::currentChanged, this, [this](int tab) {
         IEditor* editor = editorOfTab(tab);
@@ -314,17 +313,7 @@ QLineEdit* EditorManager::untouchedField()
     auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     IEditor* editor = currentEditor();
     const bool isInput = editor && field && editor->widget()->isAncestorOf(field);
-    return isInput && field == m_focused && field->text() == m_textAtFocus ? field : nullptr;
-}
-
-void EditorManager::noteFocus(QWidget* now)
-{
-    // Nothing is finished by another program's window or by a list that drops down.
-    if (!now || now == m_focused || now->window()->windowType() == Qt::Popup)
-        return;
-    m_focused = now;
-    const auto* field = qobject_cast<QLineEdit*>(now);
-    m_textAtFocus = field ? field->text() : QString();
+    return isInput && m_fields.isUntouched(*field) ? field : nullptr;
 }
 
 bool EditorManager::isStoredModified(IEditor* editor) const

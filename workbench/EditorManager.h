@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sdk/IEditorManager.h"
+#include "workbench/TypedFields.h"
 
 #include <QPointer>
 #include <QString>
@@ -67,11 +68,11 @@ public:
     bool closeAsking(const QVector<IEditor*>& editors);
     /// Finishes pending input and tells whether any editor has changes. Moves the focus and brings it back.
     bool anyModified();
-    /// Finishes what is being typed in the current editor: it is left, unless its text is still the one with which it
-    /// got the focus. Returns the field that has lost the focus by it, or null. An editor that is closed by what a page
-    /// asks meanwhile goes with the next turn of the event loop.
+    /// Finishes what is being typed in the current editor: its field is left, unless nothing has been typed in it.
+    /// Returns the field that has lost the focus by it, or null. An editor that is closed by what a page asks meanwhile
+    /// goes with the next turn of the event loop.
     QWidget* finishInput();
-    /// The field of the current editor that has the focus and still the text with which it got it, or null.
+    /// The field of the current editor that has the focus and in which nothing has been typed, or null.
     QLineEdit* untouchedField();
     /// True when what the editor shows is stored otherwise than it stands in memory. Does not ask the editor.
     bool isStoredModified(IEditor* editor) const;
@@ -102,7 +103,6 @@ private:
     const Entry* entryOf(IEditor* editor) const;
     ModelObject* objectOf(const Entry& entry) const;
     IEditor* editorOfTab(int tab) const;
-    void noteFocus(QWidget* now);
     void deleteClosed();
 
     ProjectTree& m_tree;
@@ -111,9 +111,7 @@ private:
     QVector<IEditorFactory*> m_factories;
     QVector<Entry> m_entries;
     AskUnsaved m_ask;
-    /// Where the focus is in this program, also while another one has it, and what stood there at first.
-    QPointer<QWidget> m_focused;
-    QString m_textAtFocus;
+    TypedFields m_fields;
     /// Calls of finishInput that have not returned yet; the editors that were closed meanwhile.
     int m_finishing = 0;
     QVector<QPointer<IEditor>> m_closed;

@@ -5,6 +5,7 @@
 #include "tests/support/TestProject.h"
 #include "workbench/ProjectTree.h"
 
+#include <QDialog>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTabBar>
@@ -129,6 +130,9 @@ private slots:
     void closingDeletesTheEditor();
     void anEditorThatIsClosedWhileItFinishesItsInputStandsUntilThen();
     void aFieldWithoutInputIsNotFinished();
+    void whatIsTypedIsFinishedThoughTheTextIsTheOldOne();
+    void whatIsTypedIsFinishedThoughAnotherWindowCameBetween_data();
+    void whatIsTypedIsFinishedThoughAnotherWindowCameBetween();
     void closingAsks_data();
     void closingAsks();
     void anEditorWhoseObjectWasNotStoredStaysOpen();
@@ -343,6 +347,58 @@ void EditorManagerTest::aFieldWithoutInputIsNotFinished()
     editor->field->setFocus();
     QVERIFY(!manager->finishInput());
     QCOMPARE(editor->asked, 1);
+}
+
+/// A page may have stored what stood there in between, as it does with Return.
+void EditorManagerTest::whatIsTypedIsFinishedThoughTheTextIsTheOldOne()
+{
+    FakeEditor* editor = open("P.a");
+    editor->field->setText(QStringLiteral("1"));
+    editor->field->setFocus();
+    QTest::keyClicks(editor->field, QStringLiteral("2"));
+    QTest::keyClick(editor->field, Qt::Key_Return);
+    QTest::keyClick(editor->field, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor->field->text(), QStringLiteral("1"));
+    QVERIFY(!manager->untouchedField());
+    QCOMPARE(manager->finishInput(), static_cast<QWidget*>(editor->field));
+    QCOMPARE(editor->asked, 1);
+}
+
+void EditorManagerTest::whatIsTypedIsFinishedThoughAnotherWindowCameBetween_data()
+{
+    QTest::addColumn<bool>("typed");
+    QTest::addColumn<bool>("moved");
+    QTest::newRow("and gave the focus back") << true << false;
+    QTest::newRow("and the focus went to another field first") << true << true;
+    QTest::newRow("nothing was typed") << false << false;
+    QTest::newRow("nothing was typed, and the focus went to another field first") << false << true;
+}
+
+void EditorManagerTest::whatIsTypedIsFinishedThoughAnotherWindowCameBetween()
+{
+    QFETCH(bool, typed);
+    QFETCH(bool, moved);
+    FakeEditor* editor = open("P.a");
+    auto* other = new QLineEdit(editor->widget());
+    other->show();
+    editor->field->setFocus();
+    if (typed)
+        QTest::keyClicks(editor->field, QStringLiteral("1"));
+    QDialog dialog(manager->tabs());
+    QLineEdit dialogField(&dialog);
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QTRY_VERIFY(dialogField.hasFocus());
+    if (moved)
+        other->setFocus();
+    dialog.reject();
+    manager->tabs()->activateWindow();
+    QTRY_VERIFY(moved ? other->hasFocus() : editor->field->hasFocus());
+    editor->field->setFocus();
+    QTRY_VERIFY(editor->field->hasFocus());
+    QCOMPARE(manager->untouchedField(), typed ? nullptr : editor->field);
+    QCOMPARE(manager->finishInput(), typed ? editor->field : nullptr);
+    QCOMPARE(editor->asked, int(typed));
 }
 
 void EditorManagerTest::closingAsks_data()

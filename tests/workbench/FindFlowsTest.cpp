@@ -6,6 +6,7 @@
 #include "workbench/ToolWindowManager.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QDockWidget>
 #include <QTranslator>
 
@@ -38,6 +39,8 @@ private slots:
     void anAxisThatComesAndGoesIsFoundByTheKey();
     void aNewNameAndANewSourceAreSearchedToo();
     void whatIsBeingTypedIsSearched();
+    void whatIsTypedIsStored_data();
+    void whatIsTypedIsStored();
     void aFieldWithoutInputIsLeftWithoutACheck_data();
     void aFieldWithoutInputIsLeftWithoutACheck();
     void aWrongInputIsToldOfOnce();
@@ -61,6 +64,9 @@ private:
     }
     /// Opens the axis and types in the field of its pin, which keeps the focus.
     void typePin(const char* axis, const char* pin) const;
+    void typeIn(const char* axis, const QString& field, const QString& what) const;
+    void closeVariables() const;
+    void lookIntoAnotherWindow() const;
     void setChinese();
     void searchTheEditor() const
     {
@@ -269,16 +275,37 @@ void FindFlowsTest::aNewNameAndANewSourceAreSearchedToo()
     QCOMPARE(program->results(), QStringList{ text("Saw Positive limit:Main.late") });
 }
 
-void FindFlowsTest::typePin(const char* axis, const char* pin) const
+void FindFlowsTest::typeIn(const char* axis, const QString& field, const QString& what) const
 {
     IEditor* editor = program->openAxis(text(axis));
-    QVERIFY(editor->gotoLocation(text("OriginReturnSetWidget.lineEditPos")));
-    QTRY_COMPARE(FindProgram::focus(), text("lineEditPos"));
-    QTest::keyClicks(QApplication::focusWidget(), text(pin));
-    // No key but its own gets past the list of variables.
+    QVERIFY(editor->gotoLocation(text("OriginReturnSetWidget.") + field));
+    QTRY_COMPARE(FindProgram::focus(), field);
+    QTest::keyClicks(QApplication::focusWidget(), what);
+    closeVariables();
+    QCOMPARE(FindProgram::focus(), field);
+}
+
+/// No key but its own gets past the list of variables that a pin opens.
+void FindFlowsTest::closeVariables() const
+{
     if (QWidget* variables = QApplication::activePopupWidget())
         QTest::keyClick(variables, Qt::Key_Escape);
-    QCOMPARE(FindProgram::focus(), text("lineEditPos"));
+}
+
+void FindFlowsTest::typePin(const char* axis, const char* pin) const
+{
+    typeIn(axis, text("lineEditPos"), text(pin));
+}
+
+void FindFlowsTest::lookIntoAnotherWindow() const
+{
+    QDialog dialog(&program->workbench->window());
+    QLineEdit field(&dialog);
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QTRY_VERIFY(field.hasFocus());
+    dialog.reject();
+    program->workbench->window().activateWindow();
 }
 
 void FindFlowsTest::whatIsBeingTypedIsSearched()
@@ -296,6 +323,53 @@ void FindFlowsTest::whatIsBeingTypedIsSearched()
     typePin("Cut", "Main.far");
     next();
     QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.far") });
+}
+
+void FindFlowsTest::whatIsTypedIsStored_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("between");
+    const auto rows = [](const char* kind, const char* field, const char* key, const char* before, const char* typed) {
+        for (const char* between : { "Return and the former text", "Return and Ctrl+Z", "another window" })
+            QTest::addRow("%s, %s", kind, between)
+                << text(field) << text(key) << text(before) << text(typed) << text(between);
+    };
+    rows("a pin", "lineEditPos", "PosLimitPin", "Main.near", "Main.far");
+    rows("a number", "lineEdit_7", "HomeSpeed", "20.000000", "30.000000");
+}
+
+/// What the field shows and what its axis has are the same, whichever way the user came there.
+void FindFlowsTest::whatIsTypedIsStored()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, key);
+    QFETCH(QString, before);
+    QFETCH(QString, typed);
+    QFETCH(QString, between);
+    AxisTable* axis = addAxis("Cut", "Main.near");
+    axis->setProperty(text("AxisType"), text("Axis_Pulse"));
+    axis->setProperty(key, before);
+    addAxis("Turn", "Main.stop");
+    program->search(text("stop"));
+    typeIn("Cut", field, typed);
+    QWidget* edit = QApplication::focusWidget();
+    if (between == text("another window")) {
+        lookIntoAnotherWindow();
+        QTRY_COMPARE(QApplication::focusWidget(), edit);
+    } else {
+        QTest::keyClick(edit, Qt::Key_Return);
+        static_cast<QLineEdit*>(edit)->selectAll();
+        between == text("Return and Ctrl+Z") ? QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier)
+                                             : QTest::keyClicks(edit, before);
+        closeVariables();
+    }
+    next();
+    QCOMPARE(here(), text("Turn lineEditPos"));
+    QCOMPARE(axis->property(key, QString()), between == text("another window") ? typed : before);
+    QCOMPARE(static_cast<QLineEdit*>(edit)->text(), axis->property(key, QString()));
 }
 
 void FindFlowsTest::aFieldWithoutInputIsLeftWithoutACheck_data()
