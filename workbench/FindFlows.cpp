@@ -242,12 +242,12 @@ QString FindFlows::textStatus(const FindOutcome& outcome) const
 void FindFlows::openUnsearched()
 {
     // What stood in the way may be over.
-    find();
+    askAgain(0);
     const QStringList nodes = m_unsearched;
     for (const QString& node : nodes)
         openNode(node);
     if (!nodes.isEmpty())
-        find();
+        askAgain(0);
 }
 
 QString FindFlows::variableAtCursor() const

@@ -45,6 +45,8 @@ private slots:
     void withoutAnEditorThereIsNothingToSearch();
     void underAnotherNameTheProjectIsSearchedAnew();
     void anotherEditorIsSearchedByTheKeyToo();
+    void theOfferIsOfTheSearchThatMadeIt_data();
+    void theOfferIsOfTheSearchThatMadeIt();
     void theOfferOutlivesTheConnectionWithoutOpeningAnything();
     void theSampleIsSearchedAsItComes();
 
@@ -311,6 +313,33 @@ void ProjectFindTest::anotherEditorIsSearchedByTheKeyToo()
     goToFirst();
     QCOMPARE(program->currentAxis(), text("Turn"));
     QCOMPARE(program->results().size(), 2);
+}
+
+void ProjectFindTest::theOfferIsOfTheSearchThatMadeIt_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("scope");
+    QTest::newRow("the text is gone") << QString() << 0;
+    QTest::newRow("another text stands there") << text("near") << 0;
+    QTest::newRow("only one editor is chosen now") << text("stop") << 1;
+}
+
+void ProjectFindTest::theOfferIsOfTheSearchThatMadeIt()
+{
+    QFETCH(QString, text);
+    QFETCH(int, scope);
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.near");
+    program->save();
+    program->workbench->connection().setOnline(true, false);
+    program->search(QStringLiteral("stop"));
+    program->child<QLineEdit>("text")->setText(text);
+    program->child<QComboBox>("scope")->setCurrentIndex(scope);
+    QTest::mouseClick(program->child<QPushButton>("openUnsearched"), Qt::LeftButton);
+    QCOMPARE(program->results(), QStringList{ QStringLiteral("Cut Positive limit:Main.stop") });
+    QCOMPARE(program->status(), QStringLiteral("Places found: 1."));
+    QVERIFY(!program->panel().isUpToDate());
+    program->workbench->connection().setOnline(false, false);
 }
 
 void ProjectFindTest::theOfferOutlivesTheConnectionWithoutOpeningAnything()
