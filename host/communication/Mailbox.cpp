@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QPointer>
 
 #include <utility>
 
@@ -14,30 +15,41 @@ void Mailbox::post(std::function<void()> work)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_letters.push_back(std::move(work));
-        if (m_letters.size() > 1)
+        if (std::exchange(m_eventComes, true))
             return;
     }
-    bringNext();
-}
-
-void Mailbox::bringNext()
-{
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
 void Mailbox::customEvent(QEvent*)
 {
-    std::function<void()> letter;
-    bool isLast = true;
+    const QPointer<Mailbox> alive(this);
+    std::size_t count = 0;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
+        m_eventComes = false;
+        count = m_letters.size();
+    }
+    // Only what is there now: a letter that leads to another must not keep the thread here for ever.
+    for (; alive && count > 0; --count)
+        openNext();
+}
+
+void Mailbox::openNext()
+{
+    std::function<void()> letter;
+    bool wake = false;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        // A letter that turns an event loop of its own lets the others be opened there.
+        if (m_letters.empty())
+            return;
         letter = std::move(m_letters.front());
         m_letters.pop_front();
-        isLast = m_letters.empty();
+        wake = !m_letters.empty() && !std::exchange(m_eventComes, true);
     }
-    // Before this one is opened, since it may turn an event loop of its own. Events that were posted earlier would not
-    // wake that.
-    if (!isLast)
-        bringNext();
+    // Such a loop would not be woken by an event that was posted before it began.
+    if (wake)
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
     letter();
 }

@@ -23,9 +23,10 @@ protected:
     void customEvent(QEvent* event) override;
 
 private:
-    void bringNext();
+    void openNext();
 
     std::mutex m_mutex;
-    /// An event is under way as long as there are any.
     std::deque<std::function<void()>> m_letters;
+    /// An event that opens them is on its way; always so while letters wait and none is being opened.
+    bool m_eventComes = false;
 };

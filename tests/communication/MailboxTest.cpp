@@ -5,7 +5,9 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -14,6 +16,8 @@ class MailboxTest : public QObject {
 
 private slots:
     void lettersComeInOrderOnItsThread();
+    void whatHasComeIsOpenedAtOnce();
+    void aLetterThatLeadsToAnotherLeavesTimeForOthers();
     void aLetterThatWaitsHoldsNoOtherBack();
     void aDeadMailboxBringsNothing();
     void aLetterMayDestroyTheMailbox();
@@ -39,13 +43,41 @@ void MailboxTest::lettersComeInOrderOnItsThread()
     }
     for (std::thread& writer : writers)
         writer.join();
-    QTRY_COMPARE(come.back().size(), std::size_t(letters));
-    QCoreApplication::processEvents();
+    const auto count = [&come] {
+        return std::accumulate(come.begin(), come.end(), std::size_t(0),
+            [](std::size_t sum, const std::vector<int>& numbers) { return sum + numbers.size(); });
+    };
+    QTRY_COMPARE(count(), std::size_t(threads * letters));
     QVERIFY(onItsThread);
     for (const std::vector<int>& numbers : come) {
         QCOMPARE(numbers.size(), std::size_t(letters));
         QVERIFY(std::is_sorted(numbers.begin(), numbers.end()));
     }
+}
+
+// Whoever looks at events rarely must not fall behind.
+void MailboxTest::whatHasComeIsOpenedAtOnce()
+{
+    Mailbox mailbox;
+    int opened = 0;
+    for (int i = 0; i < 10; ++i)
+        mailbox.post([&opened] { ++opened; });
+    QCoreApplication::processEvents();
+    QCOMPARE(opened, 10);
+}
+
+void MailboxTest::aLetterThatLeadsToAnotherLeavesTimeForOthers()
+{
+    Mailbox mailbox;
+    int opened = 0;
+    std::function<void()> next = [&] {
+        if (++opened < 1000)
+            mailbox.post(next);
+    };
+    mailbox.post(next);
+    QCoreApplication::processEvents();
+    QVERIFY2(opened < 10, qPrintable(QString::number(opened)));
+    QTRY_COMPARE(opened, 1000);
 }
 
 // A dialog is such a letter: what is told behind it must reach those who can close it.
