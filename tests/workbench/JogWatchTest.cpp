@@ -4,6 +4,7 @@
 #include "tests/communication/FakeLink.h"
 #include "workbench/online/RequestTap.h"
 
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QWidget>
@@ -21,6 +22,15 @@ short jog(short pressed)
     return RpcCmdSend().rpc_AxisDebug_JopPos(axis, pressed, 10, 20, 30, 0.5);
 }
 
+AxisRequest request(short pressed)
+{
+    AxisRequest request;
+    request.code = AxisDebugJopPos;
+    request.axisNo = axis;
+    request.value = pressed;
+    return request;
+}
+
 } // namespace
 
 class JogWatchTest : public QObject {
@@ -34,6 +44,12 @@ private slots:
     void aButtonThatIsUpEndsTheJog_data();
     void aButtonThatIsUpEndsTheJog();
     void theEndOfThePageNeedsNoOther();
+    void theEndOfThePageIsWaitedFor();
+    void anEndThatMayHaveOvertakenTheStartDoesNotCount_data();
+    void anEndThatMayHaveOvertakenTheStartDoesNotCount();
+    void anEarlyEndThatFailedLeavesTheNextItsAnswer();
+    void theEndOfTheJogBeforeDoesNotCount();
+    void aFailedEndOfThePageIsFollowedByTheWatchs();
     void aStartThatIsRefusedNeedsNoEnd();
     void aDeactivatedProgramEndsTheJog();
     void aHangingStartIsEndedAndEndedAgainAfterItsAnswer();
@@ -141,6 +157,98 @@ void JogWatchTest::theEndOfThePageNeedsNoOther()
     QTRY_COMPARE(m_watch->count(), 0);
     QVERIFY(staysAt({ 1, 0 }));
     QVERIFY(m_ended->isEmpty());
+}
+
+// Its answer takes longer than the page needs to send it: a second end is for safety only, and nothing to tell.
+void JogWatchTest::theEndOfThePageIsWaitedFor()
+{
+    hold();
+    QCOMPARE(jog(1), Diagnosis::ok);
+    QTRY_COMPARE(m_watch->count(), 1);
+    m_link->hang(true);
+    QElapsedTimer timer;
+    timer.start();
+    std::thread page([] { jog(0); });
+    QTRY_COMPARE(sent(), (std::vector<int>{ 1, 0 }));
+    letGo();
+    QTRY_COMPARE(sent(), (std::vector<int>{ 1, 0, 0 }));
+    const qint64 waited = timer.elapsed();
+    m_link->hang(false);
+    page.join();
+    QVERIFY2(waited >= 200, qPrintable(QString::number(waited)));
+    QTRY_COMPARE(m_watch->count(), 0);
+    QVERIFY(m_ended->isEmpty());
+}
+
+void JogWatchTest::anEndThatMayHaveOvertakenTheStartDoesNotCount_data()
+{
+    QTest::addColumn<qint16>("first");
+    QTest::addColumn<qint16>("second");
+    QTest::addColumn<int>("left");
+    QTest::newRow("both are answered") << Diagnosis::ok << Diagnosis::ok << 0;
+    QTest::newRow("the later answer does not come") << Diagnosis::ok << Diagnosis::noAnswer << 1;
+    QTest::newRow("the first answer does not come") << Diagnosis::noAnswer << Diagnosis::ok << 1;
+}
+
+void JogWatchTest::anEndThatMayHaveOvertakenTheStartDoesNotCount()
+{
+    QFETCH(qint16, first);
+    QFETCH(qint16, second);
+    QFETCH(int, left);
+    hold();
+    const AxisRequest start = request(1);
+    const AxisRequest end = request(0);
+    m_watch->onStarted(start);
+    m_watch->onStarted(end);
+    m_watch->onAnswered(start, { Diagnosis::ok, {} });
+    m_watch->onStarted(end);
+    m_watch->onAnswered(end, { first, {} });
+    QCOMPARE(m_watch->count(), 1);
+    m_watch->onAnswered(end, { second, {} });
+    QCOMPARE(m_watch->count(), left);
+    letGo();
+    QTRY_COMPARE(m_watch->count(), 0);
+    QCOMPARE(int(sent().size()), left);
+}
+
+void JogWatchTest::anEarlyEndThatFailedLeavesTheNextItsAnswer()
+{
+    hold();
+    m_watch->onStarted(request(1));
+    m_watch->onStarted(request(0));
+    m_watch->onAnswered(request(0), { Diagnosis::noAnswer, {} });
+    m_watch->onAnswered(request(1), { Diagnosis::ok, {} });
+    m_watch->onStarted(request(0));
+    m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
+    QCOMPARE(m_watch->count(), 0);
+}
+
+void JogWatchTest::theEndOfTheJogBeforeDoesNotCount()
+{
+    hold();
+    for (int i = 0; i < 2; ++i) {
+        m_watch->onStarted(request(1));
+        m_watch->onAnswered(request(1), { Diagnosis::ok, {} });
+        m_watch->onStarted(request(0));
+    }
+    m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
+    QCOMPARE(m_watch->count(), 1);
+    m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
+    QCOMPARE(m_watch->count(), 0);
+}
+
+void JogWatchTest::aFailedEndOfThePageIsFollowedByTheWatchs()
+{
+    hold();
+    QCOMPARE(jog(1), Diagnosis::ok);
+    QTRY_COMPARE(m_watch->count(), 1);
+    m_link->answerWith({ Diagnosis::noAnswer, {} });
+    QCOMPARE(jog(0), Diagnosis::noAnswer);
+    m_link->answerWith({ Diagnosis::ok, {} });
+    letGo();
+    QTRY_COMPARE(m_watch->count(), 0);
+    QCOMPARE(sent(), (std::vector<int>{ 1, 0, 0 }));
+    QCOMPARE(m_ended->count(), 1);
 }
 
 void JogWatchTest::aStartThatIsRefusedNeedsNoEnd()

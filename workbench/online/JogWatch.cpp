@@ -7,6 +7,8 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int watchPeriodMs = 10;
@@ -65,11 +67,13 @@ void JogWatch::onStarted(const AxisRequest& request)
     if (request.value == 0) {
         const auto found = m_jogs.find({ request.axisNo, request.code });
         if (found != m_jogs.end())
-            found->endSent = found->startAnswered;
+            noteEnd(*found);
         return;
     }
     Jog jog;
     jog.request = request;
+    // Of the jog before, in the same direction.
+    jog.ends = jog.vainEnds = m_jogs.value({ request.axisNo, request.code }).ends;
     m_jogs.insert({ request.axisNo, request.code }, jog);
     updateTimer();
     watch();
@@ -88,10 +92,36 @@ void JogWatch::onAnswered(const AxisRequest& request, const AxisReply& reply)
         found->ending = false;
         found->since = Clock::now();
         // The end of the link, which makes the controller stop what this client has moved, is told by setLinked.
-        if (isDecided(reply.result) && found->endSent)
+        if (isEndedBy(*found, reply.result))
             m_jogs.erase(found);
     }
     updateTimer();
+}
+
+void JogWatch::noteEnd(Jog& jog)
+{
+    ++jog.ends;
+    jog.endSent = jog.startAnswered;
+    if (!jog.endSent)
+        jog.vainEnds = jog.ends;
+    jog.since = Clock::now();
+}
+
+// Ends look alike and their answers come on two ways, so an answer is taken for that of an end that may have overtaken
+// the start as long as there is one.
+bool JogWatch::isEndedBy(Jog& jog, short result)
+{
+    jog.ends = std::max(0, jog.ends - 1);
+    if (!isDecided(result)) {
+        jog.vainEnds = std::min(jog.vainEnds, jog.ends);
+        jog.endSent = jog.endSent && jog.ends > 0;
+        return false;
+    }
+    if (jog.vainEnds > 0) {
+        --jog.vainEnds;
+        return false;
+    }
+    return jog.endSent;
 }
 
 void JogWatch::watch()
@@ -100,7 +130,7 @@ void JogWatch::watch()
         letGoAll();
     const Clock::time_point now = Clock::now();
     for (Jog& jog : m_jogs) {
-        if (jog.letGo && !jog.ending && now - jog.since >= (jog.told ? pauseBetweenEnds : grace))
+        if (jog.letGo && !jog.ending && now - jog.since >= (jog.told || jog.endSent ? pauseBetweenEnds : grace))
             end(jog);
     }
 }
@@ -119,7 +149,7 @@ void JogWatch::end(Jog& jog)
 {
     jog.ending = true;
     m_lane.submitTransaction(new JogEnd(jog.request), false);
-    if (!jog.told)
+    if (!jog.told && !jog.endSent)
         emit ended(jog.request.axisNo);
     jog.told = true;
 }

@@ -32,7 +32,8 @@ public:
     int count() const { return m_jogs.size(); }
 
 signals:
-    /// The watch has ended a jog, since nobody else has.
+    /// The watch has ended a jog, since nobody else has. What it adds to an end of the page's that was not answered is
+    /// not told.
     void ended(int axisNo);
 
 private:
@@ -45,14 +46,21 @@ private:
         bool startAnswered = false;
         /// An end has gone out after that.
         bool endSent = false;
-        /// Nobody holds the button any more, since then.
+        /// Ends on their way whoever sent them, and how many answers may be those of ends that count for nothing.
+        int ends = 0;
+        int vainEnds = 0;
+        /// Nobody holds the button any more.
         bool letGo = false;
+        /// The button came up, or an end has gone out or was answered.
         Clock::time_point since;
         /// An end of the watch's own is on its way.
         bool ending = false;
         bool told = false;
     };
 
+    void noteEnd(Jog& jog);
+    /// True when the controller has ended the jog for certain.
+    bool isEndedBy(Jog& jog, short result);
     void watch();
     void letGoAll();
     void end(Jog& jog);
