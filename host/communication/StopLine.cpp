@@ -130,7 +130,7 @@ struct StopLine::Private {
 
     QPointer<ControllerConnection> connection;
     QPointer<BackgroundTransactionService> service;
-    /// Of the last login until the connection is closed, also while the session's own link is gone.
+    /// Of the last login until the connection is closed: while the session's own link is gone there are no others.
     CredentialsPtr credentials;
     /// Where they count.
     QString address;
@@ -175,6 +175,8 @@ void StopLine::Private::end()
 
 CredentialsPtr StopLine::Private::present() const
 {
+    if (const CredentialsPtr open = connection ? connection->credentials() : nullptr)
+        return open;
     const bool wanted = connection && connection->state() != ControllerConnection::Closed;
     return wanted && connection->address().text() == address ? credentials : nullptr;
 }

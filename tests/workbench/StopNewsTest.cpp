@@ -436,7 +436,7 @@ void StopNewsTest::aReleaseThatADisconnectionDropsIsNotCalledAStop()
     m_program->stop().release();
     m_program->session().disconnectNow();
     QTRY_COMPARE(answered.count(), 2);
-    QVERIFY2(said().contains(QStringLiteral("has not released STOP")), qPrintable(said()));
+    QVERIFY2(said().contains(QStringLiteral("has not acknowledged the release of STOP")), qPrintable(said()));
     QVERIFY2(!said().contains(QStringLiteral("pressed again")), qPrintable(said()));
 }
 

@@ -29,6 +29,9 @@ private slots:
     void theNextSessionAcknowledgesNoStopOfTheFormer();
     void everyCallHasItsOwnDuration();
     void aStopGoesOutWhileTheSessionsLinkIsLost();
+    void aStopBetweenTwoSessionsGoesOutAgain_data();
+    void aStopBetweenTwoSessionsGoesOutAgain();
+    void anOldStopDoesNotGoOutAgain();
     void aStopIsNotBlamedOnTheNextController();
     void whileTheControllerStartsThereIsNothingToStop();
     void aRefusedReleaseSaysWhy();
@@ -256,6 +259,59 @@ void StopSequencesTest::aStopGoesOutWhileTheSessionsLinkIsLost()
     m_program->host.fault("none");
     QVERIFY(m_program->waitUntilOnline());
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+}
+
+void StopSequencesTest::aStopBetweenTwoSessionsGoesOutAgain_data()
+{
+    QTest::addColumn<bool>("loginFirst");
+    QTest::newRow("that is refused before the login") << false;
+    QTest::newRow("that is refused after the login") << true;
+}
+
+/// A controller that has taken a login knows the session before no more.
+void StopSequencesTest::aStopBetweenTwoSessionsGoesOutAgain()
+{
+    QFETCH(bool, loginFirst);
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
+    m_program->host.fault(loginFirst ? "late-replies 900 StopAll" : "late-replies 3000 Login");
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    m_program->stop().stop();
+    if (loginFirst)
+        QTRY_VERIFY(m_program->session().isLoggedIn());
+    else
+        QTRY_COMPARE(answered.count(), 1);
+    m_program->host.fault("none");
+    QVERIFY(!m_program->host.controller.isStopHeld());
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 5000);
+    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::refused);
+    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
+    QVERIFY(m_program->host.controller.isStopHeld());
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(says(QStringLiteral("STOP goes out once more")));
+}
+
+/// Nobody stops a machine by surprise.
+void StopSequencesTest::anOldStopDoesNotGoOutAgain()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
+    m_program->host.fault("late-replies 3000 Login");
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), 1);
+    QTest::qWait(3100);
+    m_program->host.fault("none");
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_COMPARE(m_program->feedback(), QString());
+    QVERIFY(!m_program->host.controller.isStopHeld());
+    QCOMPARE(answered.count(), 1);
 }
 
 void StopSequencesTest::aStopIsNotBlamedOnTheNextController()

@@ -16,6 +16,14 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+
+/// For so long a press is meant for a session that was not there yet, too.
+constexpr qint64 meantForMs = 3000;
+
+} // namespace
 
 StopControl::StopControl(
     OnlineSession& session, BackgroundTransactionService& service, const Parts& parts, QObject* parent)
@@ -64,6 +72,7 @@ void StopControl::beginCall(bool hold)
 {
     m_failed = m_heldSince = m_endedSince = m_disconnected = false;
     m_awaitedRevision = 0;
+    m_between.reset();
     Call call{ hold, QElapsedTimer(), m_session.target(), m_loggedIn ? m_login : 0 };
     call.since.start();
     m_calls.enqueue(call);
@@ -79,6 +88,13 @@ void StopControl::onAnswered(bool hold, short result, quint64 revision)
     // What came of a call has no meaning any more when another one was made behind it.
     if (!m_calls.isEmpty())
         return;
+    if (isBetweenSessions(outcome)) {
+        if (m_loggedIn) {
+            sendAgain(outcome.call);
+            return;
+        }
+        m_between = outcome.call;
+    }
     // The session tells of holds too, so the answer may be missing and the call carried out.
     const bool unanswered = result == Diagnosis::notConnected || result == Diagnosis::noAnswer;
     if (result == Diagnosis::ok || (unanswered && (hold ? m_heldSince : m_endedSince)))
@@ -86,6 +102,21 @@ void StopControl::onAnswered(bool hold, short result, quint64 revision)
     else
         tellFailure(outcome);
     tellOthers();
+}
+
+// With the login the controller has ended the session in which the stop went out.
+bool StopControl::isBetweenSessions(const Outcome& outcome) const
+{
+    return outcome.call.hold && outcome.result == Diagnosis::refused && m_session.isWanted()
+        && (!m_loggedIn || outcome.call.login != m_login);
+}
+
+void StopControl::sendAgain(const Call& call)
+{
+    if (call.target != m_session.target() || call.since.elapsed() > meantForMs)
+        return;
+    m_parts.log.report(LogWarning, tr("STOP goes out once more: it came between two sessions."));
+    stop();
 }
 
 void StopControl::count(const Outcome& outcome)
@@ -147,6 +178,11 @@ QString StopControl::failureText(const Outcome& outcome) const
     if (!call.hold && outcome.result == Diagnosis::emergencyStop)
         return tr("The controller at %1 has not released STOP: it has been pressed again, here or by another client.")
             .arg(call.target);
+    // It may have been carried out all the same.
+    const bool unanswered = outcome.result == Diagnosis::noAnswer || outcome.result == Diagnosis::notConnected;
+    if (!call.hold && unanswered)
+        return tr("The controller at %1 has not acknowledged the release of STOP: %2")
+            .arg(call.target, m_parts.errorText(outcome.result));
     return (call.hold ? tr("STOP was not acknowledged by the controller at %1: %2 Use the machine's own emergency "
                            "stop. Without a connection the controller stops its axes by itself.")
                       : tr("The controller at %1 has not released STOP: %2"))
@@ -255,6 +291,8 @@ void StopControl::onLoggedIn()
 {
     ++m_login;
     m_failed = false;
+    if (const std::optional<Call> between = std::exchange(m_between, std::nullopt))
+        sendAgain(*between);
 }
 
 // That a stop was not acknowledged stays to be seen: until the next login nobody knows what became of it.
@@ -269,6 +307,7 @@ void StopControl::onLoggedOut(bool wanted)
     if (!wanted) {
         m_failed = false;
         m_disconnected = true;
+        m_between.reset();
     }
     m_parts.releaseAction.setEnabled(false);
     m_parts.releaseAction.setVisible(false);

@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 class LogManager;
 class MessageBar;
@@ -75,6 +76,10 @@ private:
 
     void beginCall(bool hold);
     void onAnswered(bool hold, short result, quint64 revision);
+    /// A stop that the controller did not take since it did not know the session any more.
+    bool isBetweenSessions(const Outcome& outcome) const;
+    /// Has it go out in the present session, unless it is too old for that.
+    void sendAgain(const Call& call);
     void count(const Outcome& outcome);
     void onHeldTold(bool held);
     void onSessionState();
@@ -122,6 +127,8 @@ private:
     /// What the session in which the last call was made has told since: a hold, or its end.
     bool m_heldSince = false;
     bool m_endedSince = false;
+    /// The last call, when it came between two sessions and waits for the login.
+    std::optional<Call> m_between;
     /// Nobody wanted the connection any more since the last call.
     bool m_disconnected = false;
 };

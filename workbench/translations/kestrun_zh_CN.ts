@@ -1913,6 +1913,14 @@
         <translation>控制器 %1 未解除急停：%2</translation>
     </message>
     <message>
+        <source>The controller at %1 has not acknowledged the release of STOP: %2</source>
+        <translation>控制器 %1 未确认解除急停：%2</translation>
+    </message>
+    <message>
+        <source>STOP goes out once more: it came between two sessions.</source>
+        <translation>急停再次发送：它恰好在两次会话之间按下。</translation>
+    </message>
+    <message>
         <source>STOP not acknowledged</source>
         <translation>急停未确认</translation>
     </message>
