@@ -106,7 +106,7 @@ public:
     /// variable shows 10,000 members and elements at most and a project 50,000 in all.
     const std::vector<VariableInfo>& variables() const;
     /// Name of the declaration (program, function, block, list, type) that a line of a source, from 1, lies in or
-    /// behind; empty before the first one. A list without a name of its own begins with its source.
+    /// behind; empty before the first one. A list without a name of its own begins at its VAR_GLOBAL.
     std::string unitAt(const std::string& source, int line) const;
     /// What a name (without members and indices) stands for in the declaration of unitAt, inherited members included.
     LocalName localName(const std::string& source, int line, const std::string& name) const;

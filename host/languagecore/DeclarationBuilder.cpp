@@ -70,10 +70,11 @@ void DeclarationBuilder::begin(Declaration::Kind kind)
     m_current->source = m_sourceName;
 }
 
-void DeclarationBuilder::beginGlobals()
+void DeclarationBuilder::beginGlobals(std::string_view head)
 {
     begin(Declaration::Kind::GlobalList);
     m_current->name = listNameOf(m_sourceName);
+    m_current->position = positionOf(head);
     beginSection(VarSection::Global);
 }
 

@@ -20,7 +20,7 @@ public:
     /// \name Declarations
     /// @{
     void begin(Declaration::Kind kind);
-    void beginGlobals();
+    void beginGlobals(std::string_view head);
     void nameUnit(std::string_view name);
     void nameList(std::string_view name);
     void addTask(std::string_view name);

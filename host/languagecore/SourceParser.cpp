@@ -75,7 +75,7 @@ template <>
 struct Action<grammar::function_head> : Begin<Declaration::Kind::Function> {
 };
 template <>
-struct Action<grammar::global_head> : Plain<&Builder::beginGlobals> {
+struct Action<grammar::global_head> : WithText<&Builder::beginGlobals> {
 };
 template <>
 struct Action<grammar::struct_head> : Plain<&Builder::setStructure> {

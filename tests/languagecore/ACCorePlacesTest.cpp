@@ -99,6 +99,11 @@ void ACCorePlacesTest::unitsAtLines_data()
     QTest::newRow("in a type") << "Main" << 9 << "Guard";
     QTest::newRow("behind the last") << "Main" << 1000 << "Guard";
     QTest::newRow("in a list") << "IO" << 2 << "IO";
+    QTest::newRow("in a list behind a type") << "Mixed" << 5 << "Mixed";
+    QTest::newRow("in a type before a list") << "Mixed" << 2 << "Door";
+    QTest::newRow("in a program between two lists") << "Mixed" << 8 << "Third";
+    QTest::newRow("in the second list") << "Mixed" << 12 << "Mixed";
+    QTest::newRow("in a list with a name behind the others") << "Mixed" << 15 << "Own";
     QTest::newRow("in an unknown source") << "Elsewhere" << 2 << QString();
     QTest::newRow("at no line") << "Main" << 0 << QString();
 }
@@ -110,6 +115,12 @@ void ACCorePlacesTest::unitsAtLines()
     QFETCH(QString, unit);
     ACCore core;
     core.setSources({ { "IO", "VAR_GLOBAL\n ready : BOOL;\nEND_VAR\n" },
+        { "Mixed",
+            "TYPE Door :\nSTRUCT open : BOOL; END_STRUCT\nEND_TYPE\n"
+            "VAR_GLOBAL\n open : BOOL;\nEND_VAR\n"
+            "PROGRAM Third VAR shut : BOOL; END_VAR\nshut := TRUE;\nEND_PROGRAM\n\n"
+            "VAR_GLOBAL\n next : BOOL;\nEND_VAR\n"
+            "VAR_GLOBAL Own\n last : BOOL;\nEND_VAR\n" },
         { "Main",
             "// comment\nPROGRAM First\nVAR x : INT; END_VAR\nEND_PROGRAM\n\nFUNCTION_BLOCK "
             "Second\nEND_FUNCTION_BLOCK\n"
@@ -127,6 +138,9 @@ void ACCorePlacesTest::namesInsideDeclarations_data()
         QTest::newRow(tag) << line << QString::fromLatin1(name) << int(kind) << declared;
     };
     row("before the first declaration", 0, "x", LocalName::Kind::None, 0);
+    row("a variable before an unnamed list", 2, "x", LocalName::Kind::Own, 2);
+    row("a global one by its own name", 2, "own", LocalName::Kind::None, 0);
+    row("a global one in its list", 7, "own", LocalName::Kind::Own, 7);
     row("a variable in other letters", 3, "X", LocalName::Kind::Own, 2);
     row("an external one", 3, "ready", LocalName::Kind::External, 2);
     row("one of another declaration", 3, "limit", LocalName::Kind::None, 0);
@@ -146,7 +160,8 @@ void ACCorePlacesTest::namesInsideDeclarations()
         "END_PROGRAM\n"
         "FUNCTION_BLOCK Base VAR limit : REAL; END_VAR VAR_TEMP t : INT; END_VAR\n"
         "END_FUNCTION_BLOCK\n"
-        "FUNCTION_BLOCK Next EXTENDS Base END_FUNCTION_BLOCK\n" } });
+        "FUNCTION_BLOCK Next EXTENDS Base END_FUNCTION_BLOCK\n"
+        "VAR_GLOBAL own : BOOL; END_VAR\n" } });
     const LocalName found = core.localName("Main", line, name.toStdString());
     QTEST(int(found.kind), "kind");
     QTEST(found.line, "declared");

@@ -24,6 +24,8 @@ private slots:
     void usesInAxesThatWereNeverOpenedAreGoneThroughInTurn();
     void aVariableThatNoPlaceCanUseIsToldOf_data();
     void aVariableThatNoPlaceCanUseIsToldOf();
+    void aNameIsThatOfTheDeclarationAroundIt_data();
+    void aNameIsThatOfTheDeclarationAroundIt();
     void usesByAConstantAndByItsValueAreTheSame_data();
     void usesByAConstantAndByItsValueAreTheSame();
     void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten_data();
@@ -142,6 +144,39 @@ void FindUsesTest::aVariableThatNoPlaceCanUseIsToldOf()
     program->press(Qt::Key_F12, Qt::ShiftModifier);
     QTEST(program->child<QLineEdit>("variable")->text(), "variable");
     QTEST(program->status(), "status");
+}
+
+void FindUsesTest::aNameIsThatOfTheDeclarationAroundIt_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("variable");
+    QTest::newRow("of a program before a list") << 3 << 1 << text("Main.front");
+    QTest::newRow("of a list behind a program") << 6 << 3 << text("Mixed.front");
+    QTest::newRow("of a type between two lists") << 8 << 21 << text("Mixed.cover.open");
+    QTest::newRow("of the second list") << 11 << 3 << text("Mixed.open");
+}
+
+void FindUsesTest::aNameIsThatOfTheDeclarationAroundIt()
+{
+    QFETCH(int, line);
+    QFETCH(int, column);
+    program->project()->sourceModel()->removeSource(text("Main"));
+    program->project()->sourceModel()->setSource(text("Mixed"),
+        text("PROGRAM Main\nVAR front : BOOL; END_VAR\nfront := TRUE;\nEND_PROGRAM\n"
+             "VAR_GLOBAL\n  front, ready : BOOL; cover : Guard;\nEND_VAR\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n\n"
+             "VAR_GLOBAL\n  open : BOOL;\nEND_VAR\n"));
+    addAxis("Cut", "Main.front");
+    addAxis("Saw", "Mixed.front");
+    addAxis("Turn", "Mixed.cover.open");
+    addAxis("Wind", "Mixed.open");
+    program->workbench->workspace().showSource(text("Mixed"), line, column);
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QTEST(program->child<QLineEdit>("variable")->text(), "variable");
+    QCOMPARE(program->results().size(), 1);
+    QVERIFY2(program->results().first().endsWith(program->child<QLineEdit>("variable")->text()),
+        qPrintable(program->results().first()));
 }
 
 void FindUsesTest::usesByAConstantAndByItsValueAreTheSame_data()
