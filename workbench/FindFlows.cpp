@@ -43,6 +43,12 @@ void leaveHiddenField(QWidget& view)
     view.setFocus(Qt::OtherFocusReason);
 }
 
+/// A path that begins with the name of a project, under the name that this has now.
+QString renamed(const QString& path, const QString& former, const QString& name)
+{
+    return path.isEmpty() ? path : QString(name + path.mid(former.size()));
+}
+
 /// What stands in the axes of a project.
 QStringList propertyTexts(const ProjectModel* project)
 {
@@ -101,19 +107,30 @@ FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& edi
             source->addAction(&m_referencesAction);
     });
     connect(&workspace, &Workspace::closed, this, &FindFlows::forgetFormerProject);
-    connect(&workspace, &Workspace::opened, this, &FindFlows::forgetFormerProject);
+    connect(&workspace, &Workspace::opened, this, &FindFlows::takeProjectName);
 }
 
 FindFlows::~FindFlows() = default;
 
 void FindFlows::forgetFormerProject()
 {
-    const ProjectModel* project = m_workspace.project();
-    if (project && project->name() == m_question.project)
-        return;
     m_question = FindQuestion();
     m_unsearched.clear();
     m_panel.clear();
+}
+
+// Any other project opens only after the one before has closed.
+void FindFlows::takeProjectName()
+{
+    const QString name = m_workspace.project()->name();
+    const QString former = m_question.project;
+    if (former.isEmpty() || name == former)
+        return;
+    m_question.project = name;
+    m_question.node = renamed(m_question.node, former, name);
+    for (QString& node : m_unsearched)
+        node = renamed(node, former, name);
+    m_panel.renameNodes([&](const QString& node) { return renamed(node, former, name); });
 }
 
 void FindFlows::raisePanel()

@@ -64,8 +64,10 @@ private:
     Answer answerText();
     Answer answerUses() const;
     QString currentNode() const;
-    /// Places of a project that has gone, or has another name now, lead nowhere.
+    /// Places of a project that has gone lead nowhere.
     void forgetFormerProject();
+    /// The same project may have another name now: what was asked and found goes by that one.
+    void takeProjectName();
     /// The list is of another editor than the one that is to be searched.
     bool isOfAnotherEditor() const;
     /// Takes the focus from a field in which nothing has been typed, without its page taking that for an input.

@@ -171,6 +171,16 @@ void FindPanel::list(const QVector<FoundPlace>& places, const QString& status)
     showNote(m_status);
 }
 
+void FindPanel::renameNodes(const std::function<QString(const QString& path)>& renamed)
+{
+    for (FoundPlace& place : m_places)
+        place.nodePath = renamed(place.nodePath);
+    if (!m_former)
+        return;
+    for (FoundPlace& place : m_former->places)
+        place.nodePath = renamed(place.nodePath);
+}
+
 void FindPanel::offerOpening(bool offered)
 {
     m_ui->openUnsearched->setVisible(offered);

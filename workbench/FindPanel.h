@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -38,6 +39,8 @@ public:
     /// Lists what the same search finds now. A step of that direction goes on from the place that was gone to last or,
     /// where that is gone, from the one that stood nearest on the way to it. Direction 0 leaves that to the step.
     void showAnew(const QVector<FoundPlace>& places, const QString& status, int direction);
+    /// Gives the places the paths that their nodes have now.
+    void renameNodes(const std::function<QString(const QString& path)>& renamed);
     /// Forgets what was found.
     void clear();
     /// Says something of the place that was gone to last, until the next one is gone to.
@@ -72,13 +75,13 @@ private:
     QVector<FoundPlace> m_places;
     /// What is said of the places as a whole.
     QString m_status;
-    /// Row of the place that was gone to last, -1 before the first.
     /// The list before it was renewed for its language.
     struct Former {
         QVector<FoundPlace> places;
         int visited = -1;
     };
     std::optional<Former> m_former;
+    /// Row of the place that was gone to last, -1 before the first.
     int m_visited = -1;
     bool m_upToDate = false;
 };

@@ -43,7 +43,9 @@ private slots:
     void theEditorIsSearchedFromTheClickedPin_data();
     void theEditorIsSearchedFromTheClickedPin();
     void withoutAnEditorThereIsNothingToSearch();
-    void underAnotherNameTheProjectIsSearchedAnew();
+    void underAnotherNameTheListStaysThatOfTheProject_data();
+    void underAnotherNameTheListStaysThatOfTheProject();
+    void underAnotherNameItsEditorAndItsOfferAreTheSame();
     void anotherEditorIsSearchedByTheKeyToo();
     void theOfferIsOfTheSearchThatMadeIt_data();
     void theOfferIsOfTheSearchThatMadeIt();
@@ -274,22 +276,69 @@ void ProjectFindTest::withoutAnEditorThereIsNothingToSearch()
     QCOMPARE(program->status(), text("There is nothing here that can be searched."));
 }
 
-void ProjectFindTest::underAnotherNameTheProjectIsSearchedAnew()
+void ProjectFindTest::underAnotherNameTheListStaysThatOfTheProject_data()
 {
-    addAxis("Cut", "Main.stop");
+    QTest::addColumn<bool>("uses");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("of a text") << false << QStringLiteral("near");
+    QTest::newRow("of uses, with another text searched before") << true << QStringLiteral("stop");
+    QTest::newRow("of uses, without a text") << true << QString();
+}
+
+void ProjectFindTest::underAnotherNameTheListStaysThatOfTheProject()
+{
+    QFETCH(bool, uses);
+    QFETCH(QString, text);
+    for (const char* axis : { "Cut", "Saw", "Turn" })
+        addAxis(axis, "Main.near");
+    addAxis("Wind", "Main.stop");
     program->save();
-    program->search(text("stop"));
-    QCOMPARE(program->results().size(), 1);
-    QString error;
-    QVERIFY2(program->workbench->workspace().saveAs(program->file(text("Copy")), &error), qPrintable(error));
-    QVERIFY(program->results().isEmpty());
+    program->search(text);
+    if (uses)
+        program->findReferences(QStringLiteral("Main.near"));
+    const QStringList before = program->results();
+    const QString status = program->status();
+    QCOMPARE(before.size(), 3);
     goToFirst();
-    QCOMPARE(program->results(), QStringList{ text("Cut Positive limit:Main.stop") });
-    QVERIFY(program->editors().currentEditor());
-    QTRY_COMPARE(program->focus(), text("lineEditPos"));
+    QString error;
+    QVERIFY2(program->workbench->workspace().saveAs(program->file(QStringLiteral("Copy")), &error), qPrintable(error));
+    QCOMPARE(program->results(), before);
+    QCOMPARE(program->status(), status);
+    goToFirst();
+    QCOMPARE(program->currentAxis(), QStringLiteral("Saw"));
+    QVERIFY(program->editors().currentEditor()->nodePath().startsWith(QStringLiteral("Copy.")));
+    QTRY_COMPARE(program->focus(), QStringLiteral("lineEditPos"));
+    // What has changed in it since is found under the new name too.
+    program->axis(QStringLiteral("Turn"))->setProperty(QStringLiteral("PosLimitPin"), QStringLiteral("Main.far"));
+    goToFirst();
+    QCOMPARE(program->results(), before.mid(0, 2));
+    QCOMPARE(program->currentAxis(), QStringLiteral("Cut"));
     // What only takes its nodes down and shows them again keeps the list.
     program->workbench->workspace().showAnew();
-    QCOMPARE(program->results().size(), 1);
+    QCOMPARE(program->results().size(), 2);
+}
+
+void ProjectFindTest::underAnotherNameItsEditorAndItsOfferAreTheSame()
+{
+    addAxis("Cut", "Main.stop");
+    addAxis("Turn", "Main.stop");
+    program->save();
+    program->workbench->connection().setOnline(true, false);
+    program->search(text("stop"));
+    QString error;
+    QVERIFY2(program->workbench->workspace().saveAs(program->file(text("Copy")), &error), qPrintable(error));
+    QTest::mouseClick(program->child<QPushButton>("openUnsearched"), Qt::LeftButton);
+    QCOMPARE(program->status(), text("Places found: 2."));
+    program->workbench->connection().setOnline(false, false);
+    program->editors().activateEditor(program->openAxis(text("Turn")));
+    program->child<QComboBox>("scope")->setCurrentIndex(1);
+    program->search(text("stop"));
+    QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop") });
+    QVERIFY2(program->workbench->workspace().saveAs(program->file(text("Third")), &error), qPrintable(error));
+    program->axis(text("Turn"))->setProperty(text("PosLimitPin"), text("Main.stop2"));
+    program->child<QLineEdit>("text")->clear();
+    goToFirst();
+    QCOMPARE(program->results(), QStringList{ text("Turn Positive limit:Main.stop2") });
 }
 
 void ProjectFindTest::anotherEditorIsSearchedByTheKeyToo()
