@@ -174,9 +174,9 @@ void ControllerAxesTest::aClientThatIsBackIsNotInItsOwnWay()
     relay.hangUp();
     QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 1, 3000);
     // The controller, which has heard nothing of the cut, has ended the former session with the login.
-    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 500);
+    QTRY_COMPARE(host.peek(0).debugMode, std::uint8_t(0));
     QCOMPARE(host.peek(0).setVelocity, 0.0);
-    QVERIFY2(timer.elapsed() < 900, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < 1250, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(host.peek(1).debugMode, std::uint8_t(1));
     QSignalSpy downloaded(&connection, &ControllerConnection::axesDownloaded);
     const auto outcome = [&connection, &downloaded] {
@@ -257,7 +257,7 @@ void ControllerAxesTest::whatOneDoesOneselfIsNoNews()
 void ControllerAxesTest::aReplacementOnTheWayIsToldAtItsEnd()
 {
     ControllerHost host;
-    host.fault("late-replies 300 DownloadAxes");
+    host.fault("late-replies 2000 DownloadAxes");
     ControllerConnection connection;
     QVERIFY(connectTo(connection, host.address()));
     QSignalSpy replaced(&connection, &ControllerConnection::axesReplaced);
@@ -266,8 +266,8 @@ void ControllerAxesTest::aReplacementOnTheWayIsToldAtItsEnd()
     QTRY_COMPARE(host.controller.axes().size(), std::size_t(1));
     // Somebody else is a moment later, while the answer is on its way.
     QCOMPARE(host.controller.download({ makeAxisText(0), makeAxisText(1) }).code, Diagnosis::ok);
-    QVERIFY(downloaded.wait(5000));
-    QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 1000);
+    QTRY_COMPARE(downloaded.count(), 1);
+    QTRY_COMPARE(replaced.count(), 1);
 }
 
 void ControllerAxesTest::requestsThatWaitDoNotHoldTheEndUp_data()
@@ -304,9 +304,9 @@ void ControllerAxesTest::requestsThatWaitDoNotHoldTheEndUp()
         connection->open(other.address());
     else
         connection.reset();
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 1000);
-    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 1000);
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).setVelocity, 0.0, 5000);
+    QTRY_COMPARE_WITH_TIMEOUT(host.peek(0).debugMode, std::uint8_t(0), 5000);
     // What comes next does not wait for them either.
     if (end == 1) {
         QTRY_VERIFY(connection->isOpen());

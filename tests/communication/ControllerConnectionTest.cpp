@@ -269,10 +269,8 @@ void ControllerConnectionTest::aRefusedAttendanceIsALoss()
     QTest::qWait(1000);
     QVERIFY2(lost.count() <= 12, qPrintable(QString::number(lost.count())));
     host.fault("none");
-    QTRY_VERIFY_WITH_TIMEOUT(connection.isOpen(), 3000);
-    const int before = lost.count();
-    QTest::qWait(300);
-    QCOMPARE(lost.count(), before);
+    // A login may just then be about to end with its refused attendance.
+    QTRY_VERIFY_WITH_TIMEOUT(connection.isOpen() && !lost.wait(300), 6000);
 }
 
 void ControllerConnectionTest::aLateAttendanceHoldsNothingUp()
@@ -280,17 +278,17 @@ void ControllerConnectionTest::aLateAttendanceHoldsNothingUp()
     ControllerHost host;
     host.addAxes(1);
     host.controller.stopAll(true);
-    host.fault("late-replies 600 Attend");
+    host.fault("late-replies 3000 Attend");
     ControllerConnection connection;
     QSignalSpy held(&connection, &ControllerConnection::stopHeldTold);
     QElapsedTimer timer;
     timer.start();
     QVERIFY(connectTo(connection, host.address()));
     QCOMPARE(RpcCmdSend().rpc_AxisDebug_EnterDebugMode(0, 1, millisecondsEnough), Diagnosis::ok);
-    QVERIFY(timer.elapsed() < 600);
+    QVERIFY(timer.elapsed() < 3000);
     QCOMPARE(held.count(), 0);
-    QTRY_COMPARE_WITH_TIMEOUT(held.count(), 1, 3000);
-    QVERIFY2(timer.elapsed() >= 600, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE_WITH_TIMEOUT(held.count(), 1, 6000);
+    QVERIFY2(timer.elapsed() >= 3000, qPrintable(QString::number(timer.elapsed())));
 }
 
 QTEST_GUILESS_MAIN(ControllerConnectionTest)

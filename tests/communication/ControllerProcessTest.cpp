@@ -340,7 +340,7 @@ void ControllerProcessTest::killedWhileJogging()
     QVERIFY(timer.elapsed() < 1000);
     timer.start();
     QCOMPARE(RpcCmdSend().rpc_AxisDebug_JopPos(0, 0, 5, 10, 10, 0), Diagnosis::notConnected);
-    QVERIFY(timer.elapsed() < 50);
+    QVERIFY(timer.elapsed() < 500);
 }
 
 void ControllerProcessTest::pausedWhileJogging()
@@ -503,12 +503,14 @@ void ControllerProcessTest::cycleIsReportedOnDemand()
     process.write("token\n");
     QVERIFY(process.waitForReadyRead(5000));
     QVERIFY(process.readLine().startsWith("listening on 127.0.0.1:"));
-    QTest::qWait(200);
-    process.write("statistics\n");
-    QVERIFY(process.waitForReadyRead(5000));
-    const QList<QByteArray> words = process.readLine().split(' ');
-    QCOMPARE(words.at(0), QByteArray("cycles"));
-    QVERIFY(words.at(1).toInt() > 50);
+    const auto cycles = [&process] {
+        process.write("statistics\n");
+        process.waitForReadyRead(5000);
+        const QList<QByteArray> words = process.readLine().split(' ');
+        return words.value(0) == "cycles" ? words.value(1).toInt() : -1;
+    };
+    QVERIFY(cycles() >= 0);
+    QTRY_VERIFY(cycles() > 50);
     process.write("quit\n");
     QVERIFY(process.waitForFinished(3000));
     QCOMPARE(process.exitCode(), 0);

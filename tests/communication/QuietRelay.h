@@ -47,6 +47,10 @@ public:
             QMetaObject::invokeMethod(socket, "readyRead");
     }
 
+    /// Nobody else gets through until accepting resumes.
+    void pauseAccepting() { m_server.pauseAccepting(); }
+    void resumeAccepting() { m_server.resumeAccepting(); }
+
     /// Closes all that goes through it, on both sides.
     void cut() const
     {
