@@ -284,7 +284,7 @@ void StopControlTest::everyPressDiscardsTheQueue()
     MessageBoxWatcher boxes;
     QVERIFY(m_program->makeReady());
     const double before = m_program->host.peek(0).setPosition;
-    m_program->host.fault("late-replies 700 Reset");
+    m_program->host.fault("late-replies 2500 Reset");
     m_program->host.fault("late-replies 700 StopAll");
     QVERIFY(m_program->resetIsOnItsWay());
     m_program->stop().stop();
@@ -366,7 +366,7 @@ void StopControlTest::aHangingCallDoesNotHoldItUp()
     timer.start();
     m_program->stop().stop();
     QVERIFY(m_program->stoppedAndHeld());
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(m_program->workbench->online().background().pending() > 0);
 }
 
@@ -375,7 +375,7 @@ void StopControlTest::whatWasQueuedIsRefusedAndThePageGoesOn()
     MessageBoxWatcher boxes;
     QVERIFY(m_program->makeReady());
     const double before = m_program->host.peek(0).setPosition;
-    m_program->host.fault("late-replies 800 Reset");
+    m_program->host.fault("late-replies 2500 Reset");
     QVERIFY(m_program->resetIsOnItsWay());
     m_program->click("motionPushButton");
     QTRY_VERIFY(m_program->workbench->online().background().pending() > 1);
@@ -399,7 +399,8 @@ void StopControlTest::itStandsInTheCommandLog()
     const int before = log.rowCount();
     m_program->stop().stop();
     QVERIFY(m_program->stoppedAndHeld());
-    QCOMPARE(log.rowCount(), before + 1);
+    // The news may come before the answer, which is what is logged.
+    QTRY_COMPARE(log.rowCount(), before + 1);
     QCOMPARE(log.index(before, CommandLog::AxisColumn).data().toString(), QStringLiteral("all"));
     QCOMPARE(log.index(before, CommandLog::CommandColumn).data().toString(), QStringLiteral("Stop all axes"));
     QCOMPARE(log.index(before, CommandLog::ArgumentsColumn).data().toString(), QStringLiteral("hold"));

@@ -8,6 +8,7 @@
 #include "workbench/online/StopControl.h"
 
 #include <QLabel>
+#include <QSignalSpy>
 
 #include <atomic>
 #include <memory>
@@ -25,7 +26,15 @@ public:
     bool stoppedAndHeld()
     {
         const auto held = [this] { return stop().isHeld() && feedback() == QLatin1String("STOP holds"); };
-        return stands(1500) && QTest::qWaitFor(held, 2000);
+        return stands(3000) && QTest::qWaitFor(held, 2000);
+    }
+
+    /// Stops, and waits for the answer and for the news of it, whichever comes first.
+    bool stopsAndHolds()
+    {
+        QSignalSpy answered(&stop(), &StopControl::answered);
+        stop().stop();
+        return QTest::qWaitFor([&] { return answered.count() == 1 && feedback() == QLatin1String("STOP holds"); });
     }
 
     /// Clicks "Reset" and waits until the request is no longer queued.

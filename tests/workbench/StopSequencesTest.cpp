@@ -43,7 +43,15 @@ private:
     bool says(const QString& text) const { return m_program->outputText().contains(text); }
     QString said() const { return m_program->workbench->window().messageBar().text(); }
 
+    /// A stop whose answer is still to come while the session is the next one already. False also when the answer was
+    /// faster than the way back.
+    bool stopOutlivesItsSession(bool refused);
+    /// Tries, each with a new program, until the way back was the faster one.
+    bool comesToOutliveItsSession(bool refused);
+
+    std::unique_ptr<QuietRelay> m_relay;
     std::unique_ptr<StopProgram> m_program;
+    std::unique_ptr<QSignalSpy> m_answered;
 };
 
 void StopSequencesTest::init()
@@ -53,14 +61,15 @@ void StopSequencesTest::init()
 
 void StopSequencesTest::cleanup()
 {
+    m_answered.reset();
     m_program.reset();
+    m_relay.reset();
 }
 
 void StopSequencesTest::aLateReleaseHoldsUpNoStop()
 {
     QVERIFY(m_program->makeReady());
-    m_program->stop().stop();
-    QVERIFY(m_program->stoppedAndHeld());
+    QVERIFY(m_program->stopsAndHolds());
     m_program->host.fault("late-replies 900 StopAll");
     QSignalSpy answered(&m_program->stop(), &StopControl::answered);
     const OutputPanel& output = m_program->workbench->window().output();
@@ -132,8 +141,7 @@ void StopSequencesTest::theEndOfTheConnectionIsNoRelease()
 {
     QuietRelay relay(m_program->host.server->port());
     QVERIFY(m_program->connectHere(relay.port()));
-    m_program->stop().stop();
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
+    QVERIFY(m_program->stopsAndHolds());
     const OutputPanel& output = m_program->workbench->window().output();
     const int before = output.lines().size();
     QSignalSpy answered(&m_program->stop(), &StopControl::answered);
@@ -179,45 +187,56 @@ void StopSequencesTest::aStopThatFailsBehindItsConnectionLeavesNoLabel()
     QVERIFY2(text.startsWith(QStringLiteral("STOP was not acknowledged")), qPrintable(text));
 }
 
+bool StopSequencesTest::stopOutlivesItsSession(bool refused)
+{
+    m_relay = std::make_unique<QuietRelay>(m_program->host.server->port());
+    m_answered = std::make_unique<QSignalSpy>(&m_program->stop(), &StopControl::answered);
+    QSignalSpy lost(&m_program->session(), &OnlineSession::lost);
+    QSignalSpy told(&m_program->session().connection(), &ControllerConnection::stopHeldTold);
+    connect(&m_program->session(), &OnlineSession::lost, &told, [&told] { told.clear(); });
+    if (!m_program->connectHere(m_relay->port()))
+        return false;
+    if (refused)
+        m_program->host.fault("refuse 9 StopAll");
+    m_program->host.fault(refused ? "late-replies 900 StopAll" : "lost-replies 1 StopAll");
+    m_program->stop().stop();
+    const bool isSent = refused || QTest::qWaitFor([this] { return m_program->host.controller.isStopHeld(); });
+    m_relay->hangUpOnFirst();
+    // The first news of a session tells of nobody's deed.
+    const bool isBack
+        = QTest::qWaitFor([&] { return !lost.isEmpty() && m_program->session().isLoggedIn() && !told.isEmpty(); });
+    m_program->host.controller.stopAll(refused);
+    return isSent && isBack && QTest::qWaitFor([&] { return m_program->stop().isHeld() == refused; })
+        && m_answered->isEmpty();
+}
+
+bool StopSequencesTest::comesToOutliveItsSession(bool refused)
+{
+    for (int i = 0; i < 10; ++i) {
+        if (stopOutlivesItsSession(refused))
+            return true;
+        cleanup();
+        init();
+    }
+    return false;
+}
+
 /// The call of the former session is still under way then.
 void StopSequencesTest::aStopBehindOneOfTheFormerSessionIsSentAtOnce()
 {
-    QuietRelay relay(m_program->host.server->port());
-    QVERIFY(m_program->connectHere(relay.port()));
-    m_program->host.fault("lost-replies 1 StopAll");
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    QVERIFY(comesToOutliveItsSession(false));
     m_program->stop().stop();
+    QTRY_COMPARE(m_answered->count(), 2);
+    // It has been given up, and has not run out of its time.
+    QCOMPARE(m_answered->at(0).at(1).value<short>(), Diagnosis::notConnected);
+    QVERIFY(m_program->host.controller.isStopHeld());
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    relay.hangUpOnFirst();
-    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
-    QVERIFY(m_program->waitUntilOnline());
-    m_program->host.controller.stopAll(false);
-    QTRY_VERIFY(!m_program->stop().isHeld());
-    QCOMPARE(answered.count(), 0);
-    QElapsedTimer timer;
-    timer.start();
-    m_program->stop().stop();
-    QTRY_VERIFY_WITH_TIMEOUT(m_program->host.controller.isStopHeld(), 500);
-    QVERIFY2(timer.elapsed() < 300, qPrintable(QString::number(timer.elapsed())));
-    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
-    QTRY_COMPARE(answered.count(), 2);
 }
 
 void StopSequencesTest::theNextSessionAcknowledgesNoStopOfTheFormer()
 {
-    QuietRelay relay(m_program->host.server->port());
-    QVERIFY(m_program->connectHere(relay.port()));
-    m_program->host.fault("refuse 9 StopAll");
-    m_program->host.fault("late-replies 900 StopAll");
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->stop().stop();
-    relay.hangUpOnFirst();
-    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
-    QVERIFY(m_program->waitUntilOnline());
-    m_program->host.controller.stopAll(true);
-    QTRY_VERIFY(m_program->stop().isHeld());
-    QCOMPARE(answered.count(), 0);
-    QTRY_COMPARE(answered.count(), 1);
+    QVERIFY(comesToOutliveItsSession(true));
+    QTRY_COMPARE(m_answered->count(), 1);
     QVERIFY2(says(QStringLiteral("STOP was not acknowledged")), qPrintable(m_program->outputText()));
     QVERIFY(says(QStringLiteral("Another client has pressed STOP")));
     QCOMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
@@ -245,8 +264,8 @@ void StopSequencesTest::aStopGoesOutWhileTheSessionsLinkIsLost()
 {
     QuietRelay relay(m_program->host.server->port());
     QVERIFY(m_program->connectHere(relay.port()));
-    // It counts from now on, so that the answer is no news of the way back.
-    m_program->host.fault("late-replies 3000 Login");
+    // No way back until the stop is answered.
+    relay.pauseAccepting();
     relay.hangUpOnFirst();
     QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
     QSignalSpy answered(&m_program->stop(), &StopControl::answered);
@@ -256,7 +275,7 @@ void StopSequencesTest::aStopGoesOutWhileTheSessionsLinkIsLost()
     QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::ok);
     QVERIFY(m_program->host.controller.isStopHeld());
     QCOMPARE(m_program->feedback(), QString());
-    m_program->host.fault("none");
+    relay.resumeAccepting();
     QVERIFY(m_program->waitUntilOnline());
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
 }
@@ -380,7 +399,8 @@ void StopSequencesTest::releasesDoNotHoldUpTheEnd()
     QElapsedTimer timer;
     timer.start();
     m_program->workbench.reset();
-    QVERIFY2(timer.elapsed() < 800, qPrintable(QString::number(timer.elapsed())));
+    // One after the other they would take two seconds; what the whole program takes for itself depends on the machine.
+    QVERIFY2(timer.elapsed() < 1600, qPrintable(QString::number(timer.elapsed())));
 }
 
 void StopSequencesTest::anotherPressIsSentWhenTheFirstIsLost()

@@ -234,7 +234,7 @@ void TwoWorkbenchesTest::axesThatTheOtherReplacesAreComparedAgain()
     m_other = std::make_unique<OtherWorkbench>(m_program->host.address(), "--replace");
     QVERIFY(m_other->hasReplaced());
     AxesTakeover& takeover = m_program->workbench->online().takeover();
-    QTRY_VERIFY_WITH_TIMEOUT(takeover.offer(), 1000);
+    QTRY_VERIFY_WITH_TIMEOUT(takeover.offer(), 5000);
     QVERIFY(!m_program->workbench->connection().isOnline());
     const auto* table = takeover.offer()->findChild<QTableWidget*>();
     QCOMPARE(table->rowCount(), 1);
