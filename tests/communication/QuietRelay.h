@@ -15,6 +15,7 @@ public:
         connect(&m_server, &QTcpServer::newConnection, this, [this, port] {
             QTcpSocket* client = m_server.nextPendingConnection();
             m_clients.append(client);
+            connect(client, &QTcpSocket::disconnected, this, [this, client] { m_clients.removeOne(client); });
             auto* server = new QTcpSocket(client);
             server->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
             pass(client, server);
@@ -28,13 +29,14 @@ public:
     /// through.
     void hangUp()
     {
-        for (QTcpSocket* client : qAsConst(m_clients))
+        const QList<QTcpSocket*> clients = m_clients;
+        for (QTcpSocket* client : clients)
             client->abort();
-        m_clients.clear();
     }
 
-    /// The same for who came first alone: the session loses its link, the way of the emergency stop stays.
-    void hangUpOnFirst() { m_clients.takeFirst()->abort(); }
+    /// The same for who came first of those who are there: the session loses its link, the way of the emergency stop
+    /// stays.
+    void hangUpOnFirst() { m_clients.first()->abort(); }
 
     bool silent = false;
 
@@ -68,6 +70,7 @@ private:
         });
     }
 
-    QTcpServer m_server;
     QList<QTcpSocket*> m_clients;
+    // The last member: sockets that go with it still leave the list.
+    QTcpServer m_server;
 };

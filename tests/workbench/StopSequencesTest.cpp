@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 
+#include <functional>
 #include <memory>
 
 // Stops and releases one behind the other, when answers are late or lost, links go, and other clients have their say.
@@ -43,11 +44,15 @@ private:
     bool says(const QString& text) const { return m_program->outputText().contains(text); }
     QString said() const { return m_program->workbench->window().messageBar().text(); }
 
+    bool connectOverARelay();
     /// A stop whose answer is still to come while the session is the next one already. False also when the answer was
     /// faster than the way back.
     bool stopOutlivesItsSession(bool refused);
-    /// Tries, each with a new program, until the way back was the faster one.
-    bool comesToOutliveItsSession(bool refused);
+    /// A stop in a session that the controller does not know any more; its refusal comes before the next login or is
+    /// still to come behind it. False also when the machine was too slow for that.
+    bool isRefusedBetweenSessions(bool loginFirst);
+    /// Tries, each with a new program, until one comes out as it mostly does.
+    bool comesToBe(const std::function<bool()>& attempt);
 
     std::unique_ptr<QuietRelay> m_relay;
     std::unique_ptr<StopProgram> m_program;
@@ -187,14 +192,19 @@ void StopSequencesTest::aStopThatFailsBehindItsConnectionLeavesNoLabel()
     QVERIFY2(text.startsWith(QStringLiteral("STOP was not acknowledged")), qPrintable(text));
 }
 
-bool StopSequencesTest::stopOutlivesItsSession(bool refused)
+bool StopSequencesTest::connectOverARelay()
 {
     m_relay = std::make_unique<QuietRelay>(m_program->host.server->port());
     m_answered = std::make_unique<QSignalSpy>(&m_program->stop(), &StopControl::answered);
+    return m_program->connectHere(m_relay->port());
+}
+
+bool StopSequencesTest::stopOutlivesItsSession(bool refused)
+{
     QSignalSpy lost(&m_program->session(), &OnlineSession::lost);
     QSignalSpy told(&m_program->session().connection(), &ControllerConnection::stopHeldTold);
     connect(&m_program->session(), &OnlineSession::lost, &told, [&told] { told.clear(); });
-    if (!m_program->connectHere(m_relay->port()))
+    if (!connectOverARelay())
         return false;
     if (refused)
         m_program->host.fault("refuse 9 StopAll");
@@ -210,10 +220,10 @@ bool StopSequencesTest::stopOutlivesItsSession(bool refused)
         && m_answered->isEmpty();
 }
 
-bool StopSequencesTest::comesToOutliveItsSession(bool refused)
+bool StopSequencesTest::comesToBe(const std::function<bool()>& attempt)
 {
     for (int i = 0; i < 10; ++i) {
-        if (stopOutlivesItsSession(refused))
+        if (attempt())
             return true;
         cleanup();
         init();
@@ -224,7 +234,7 @@ bool StopSequencesTest::comesToOutliveItsSession(bool refused)
 /// The call of the former session is still under way then.
 void StopSequencesTest::aStopBehindOneOfTheFormerSessionIsSentAtOnce()
 {
-    QVERIFY(comesToOutliveItsSession(false));
+    QVERIFY(comesToBe([this] { return stopOutlivesItsSession(false); }));
     m_program->stop().stop();
     QTRY_COMPARE(m_answered->count(), 2);
     // It has been given up, and has not run out of its time.
@@ -235,7 +245,7 @@ void StopSequencesTest::aStopBehindOneOfTheFormerSessionIsSentAtOnce()
 
 void StopSequencesTest::theNextSessionAcknowledgesNoStopOfTheFormer()
 {
-    QVERIFY(comesToOutliveItsSession(true));
+    QVERIFY(comesToBe([this] { return stopOutlivesItsSession(true); }));
     QTRY_COMPARE(m_answered->count(), 1);
     QVERIFY2(says(QStringLiteral("STOP was not acknowledged")), qPrintable(m_program->outputText()));
     QVERIFY(says(QStringLiteral("Another client has pressed STOP")));
@@ -280,6 +290,24 @@ void StopSequencesTest::aStopGoesOutWhileTheSessionsLinkIsLost()
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
 }
 
+bool StopSequencesTest::isRefusedBetweenSessions(bool loginFirst)
+{
+    if (!connectOverARelay())
+        return false;
+    m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
+    if (loginFirst)
+        m_program->host.fault("late-replies 700 StopAll");
+    m_relay->pauseAccepting();
+    m_relay->hangUpOnFirst();
+    if (!QTest::qWaitFor([this] { return m_program->session().state() == OnlineSession::Lost; }))
+        return false;
+    m_program->stop().stop();
+    if (!loginFirst)
+        return QTest::qWaitFor([this] { return m_answered->count() == 1; });
+    m_relay->resumeAccepting();
+    return QTest::qWaitFor([this] { return m_program->session().isLoggedIn(); }) && m_answered->isEmpty();
+}
+
 void StopSequencesTest::aStopBetweenTwoSessionsGoesOutAgain_data()
 {
     QTest::addColumn<bool>("loginFirst");
@@ -291,23 +319,13 @@ void StopSequencesTest::aStopBetweenTwoSessionsGoesOutAgain_data()
 void StopSequencesTest::aStopBetweenTwoSessionsGoesOutAgain()
 {
     QFETCH(bool, loginFirst);
-    QuietRelay relay(m_program->host.server->port());
-    QVERIFY(m_program->connectHere(relay.port()));
-    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
-    m_program->host.fault(loginFirst ? "late-replies 900 StopAll" : "late-replies 3000 Login");
-    relay.hangUpOnFirst();
-    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
-    m_program->stop().stop();
-    if (loginFirst)
-        QTRY_VERIFY(m_program->session().isLoggedIn());
-    else
-        QTRY_COMPARE(answered.count(), 1);
+    QVERIFY(comesToBe([this, loginFirst] { return isRefusedBetweenSessions(loginFirst); }));
     m_program->host.fault("none");
     QVERIFY(!m_program->host.controller.isStopHeld());
-    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 5000);
-    QCOMPARE(answered.at(0).at(1).value<short>(), Diagnosis::refused);
-    QCOMPARE(answered.at(1).at(1).value<short>(), Diagnosis::ok);
+    m_relay->resumeAccepting();
+    QTRY_COMPARE_WITH_TIMEOUT(m_answered->count(), 2, 5000);
+    QCOMPARE(m_answered->at(0).at(1).value<short>(), Diagnosis::refused);
+    QCOMPARE(m_answered->at(1).at(1).value<short>(), Diagnosis::ok);
     QVERIFY(m_program->host.controller.isStopHeld());
     QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP holds"));
     QVERIFY(says(QStringLiteral("STOP goes out once more")));
