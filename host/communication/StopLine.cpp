@@ -175,7 +175,7 @@ void StopLine::Private::end()
 
 CredentialsPtr StopLine::Private::present() const
 {
-    if (const CredentialsPtr open = connection ? connection->credentials() : nullptr)
+    if (CredentialsPtr open = connection ? connection->credentials() : nullptr)
         return open;
     const bool wanted = connection && connection->state() != ControllerConnection::Closed;
     return wanted && connection->address().text() == address ? credentials : nullptr;
