@@ -25,6 +25,12 @@ public:
     mutable int count = 0;
 };
 
+/// Takes its time, as thousands of curves would.
+class SlowItem : public QwtPlotItem {
+public:
+    void draw(QPainter*, const QwtScaleMap&, const QwtScaleMap&, const QRectF&) const override { QTest::qSleep(70); }
+};
+
 } // namespace
 
 /// What the panel of the curves shows and does, with real mouse and key events.
@@ -42,6 +48,7 @@ private slots:
     void theLegendIsWorkedByKeys();
     void hiddenCurvesStayHiddenWhenAxesCome();
     void theLegendShowsTheNewestValues();
+    void slowDrawingDoesNotHoldTheValuesBack();
     void manyAxesInTheLegendCostNoMoreThanTheirShare();
     void pauseHoldsThePicture();
     void aGapIsNotDrawn();
@@ -148,6 +155,20 @@ void CurvePanelTest::theLegendShowsTheNewestValues()
     QCOMPARE(m->curve(0, SetPosition)->text(2), QStringLiteral("Unit"));
     QCOMPARE(m->curve(0, ActualVelocity)->text(2), QStringLiteral("Unit/s"));
     QCOMPARE(m->curve(1, SetPosition)->text(1), QStringLiteral("\u2013"));
+}
+
+// The panel looks after itself more rarely then.
+void CurvePanelTest::slowDrawingDoesNotHoldTheValuesBack()
+{
+    SlowItem slow;
+    slow.attach(&m->plot(0));
+    for (int i = 1; i <= 6; ++i) {
+        m->feed(0.1 * (i - 1), 0.1 * i);
+        m->drawn();
+        if (i > 2)
+            QCOMPARE(m->curve(0, SetPosition)->text(1), QString::number(2 * (0.1 * i - 0.01), 'f', 3));
+    }
+    slow.detach();
 }
 
 void CurvePanelTest::manyAxesInTheLegendCostNoMoreThanTheirShare()

@@ -24,7 +24,7 @@ constexpr int drawPeriodMs = 50;
 /// Drawing takes one part in so many of the time at most, however many curves there are.
 constexpr int leisure = 4;
 /// Numbers that change faster cannot be read.
-constexpr int ticksBetweenValues = 4;
+constexpr qint64 valuesPeriodMs = 200;
 /// Below this height the plots stand side by side.
 constexpr int heightForTwo = 320;
 /// Below this height there is room for short titles only.
@@ -215,7 +215,8 @@ void CurvePanel::refresh()
             drawAtLeisure();
         m_drawnRevision = m_monitor.revision();
     }
-    if (--m_ticksToValues <= 0 && m_valuesRevision != m_drawnRevision)
+    const bool due = !m_sinceValues.isValid() || m_sinceValues.hasExpired(valuesPeriodMs);
+    if (due && m_valuesRevision != m_drawnRevision)
         showValues();
 }
 
@@ -231,7 +232,7 @@ void CurvePanel::drawAtLeisure()
 
 void CurvePanel::showValues()
 {
-    m_ticksToValues = ticksBetweenValues;
+    m_sinceValues.start();
     m_valuesRevision = m_drawnRevision;
     m_legend->showValues(shownCurves(), m_cursor);
 }

@@ -5,6 +5,7 @@
 #include "workbench/monitor/CurveRange.h"
 #include "workbench/monitor/CurveStore.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -92,7 +93,8 @@ private:
     quint64 m_drawnRevision = 0;
     quint64 m_valuesRevision = 0;
     double m_drawnEnd = 0;
-    int m_ticksToValues = 0;
+    /// Since the values beside were shown.
+    QElapsedTimer m_sinceValues;
     QString m_notice;
     CurveExporter m_exporter;
     QToolBar* m_bar;
