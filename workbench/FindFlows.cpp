@@ -100,7 +100,10 @@ FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& edi
     connect(&m_panel, &FindPanel::openUnsearchedRequested, this, &FindFlows::openUnsearched);
     connect(&m_panel, &FindPanel::placeChosen, this, &FindFlows::goTo);
     connect(&m_panel, &FindPanel::languageChanged, this, [this] { askAgain(0); });
-    connect(&m_watch, &ProjectWatch::changed, this, [this] { m_stale = true; });
+    connect(&m_watch, &ProjectWatch::changed, this, [this] {
+        m_stale = true;
+        m_panel.setOvertaken(contentsOf(m_workspace.project()) != m_searched);
+    });
     connect(&referencesAction, &QAction::triggered, this, &FindFlows::findReferencesAtCursor);
     connect(&editors, &IEditorManager::editorCreated, this, [this](IEditor* editor) {
         if (auto* source = qobject_cast<SourceView*>(editor->widget()))
@@ -196,8 +199,15 @@ void FindFlows::askAgain(int direction)
 FindFlows::Answer FindFlows::answer()
 {
     m_stale = false;
+    noteSearched();
     m_unsearched.clear();
     return m_question.kind == FindQuestion::Kind::Text ? answerText() : answerUses();
+}
+
+void FindFlows::noteSearched()
+{
+    m_searched = contentsOf(m_workspace.project());
+    m_panel.setOvertaken(false);
 }
 
 FindFlows::Answer FindFlows::answerText()
@@ -326,7 +336,14 @@ IEditor* FindFlows::openNode(const QString& nodePath)
 {
     const QString file = m_tree.nodeProperty(nodePath, QStringLiteral("FileName"), QString()).toString();
     const QString type = m_tree.nodeProperty(nodePath, QStringLiteral("MimeType"), QString()).toString();
-    return file.isEmpty() ? nullptr : m_editors.openEditor(file, type);
+    if (file.isEmpty())
+        return nullptr;
+    const bool isAsSearched = contentsOf(m_workspace.project()) == m_searched;
+    IEditor* editor = m_editors.openEditor(file, type);
+    // A page that is built corrects what it finds, which no user takes for a change.
+    if (isAsSearched)
+        noteSearched();
+    return editor;
 }
 
 void FindFlows::goTo(const FoundPlace& place)
@@ -336,12 +353,14 @@ void FindFlows::goTo(const FoundPlace& place)
         return tell(tr("%1 is not in the project any more.").arg(place.objectName));
     m_editors.activateEditor(editor);
     // The editor may have been built just now, and only with it did the place get its name.
-    const QString location = m_find.currentLocation(place);
-    m_panel.correctVisited(location);
-    editor->gotoLocation(location);
+    const CurrentPlace current = m_find.currentPlace(place);
+    m_panel.correctVisited(current.location);
+    editor->gotoLocation(current.location);
     leaveHiddenField(*editor->widget());
-    if (isHidden(*editor->widget(), location))
+    if (isHidden(*editor->widget(), current.location))
         tell(tr("The page of this place is not shown for the type of %1.").arg(place.objectName));
+    else if (!current.holds)
+        tell(tr("%1 is not in use at this place any more.").arg(place.text));
 }
 
 void FindFlows::tell(const QString& note)

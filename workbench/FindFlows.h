@@ -63,6 +63,8 @@ private:
     Answer answer();
     Answer answerText();
     Answer answerUses() const;
+    /// The list is one of what the project holds now.
+    void noteSearched();
     QString currentNode() const;
     /// Places of a project that has gone lead nowhere.
     void forgetFormerProject();
@@ -91,6 +93,8 @@ private:
     FindQuestion m_question;
     /// The project has changed since the question was answered.
     bool m_stale = false;
+    /// What the project held then.
+    ProjectContents m_searched;
     /// Nodes that the last search had to leave out.
     QStringList m_unsearched;
 };

@@ -168,7 +168,8 @@ void FindPanel::list(const QVector<FoundPlace>& places, const QString& status)
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(0));
     offerOpening(false);
     m_status = status;
-    showNote(m_status);
+    m_overtaken = false;
+    showNote(QString());
 }
 
 void FindPanel::renameNodes(const std::function<QString(const QString& path)>& renamed)
@@ -194,8 +195,24 @@ void FindPanel::clear()
 
 void FindPanel::showNote(const QString& note)
 {
-    m_ui->status->setText(note);
-    m_ui->status->setToolTip(plainToolTip(note));
+    m_note = note;
+    showStatus();
+}
+
+void FindPanel::setOvertaken(bool overtaken)
+{
+    m_overtaken = overtaken;
+    showStatus();
+}
+
+void FindPanel::showStatus()
+{
+    QStringList status{ m_note.isEmpty() ? m_status : m_note };
+    if (m_overtaken && !m_status.isEmpty())
+        status.append(tr("The project has changed since; F3 searches again."));
+    const QString text = status.join(QLatin1Char(' '));
+    m_ui->status->setText(text);
+    m_ui->status->setToolTip(plainToolTip(text));
 }
 
 void FindPanel::step(int direction)
@@ -219,7 +236,7 @@ void FindPanel::choose(int row)
     m_visited = row;
     m_former.reset();
     m_ui->results->setCurrentItem(m_ui->results->topLevelItem(row));
-    showNote(m_status);
+    showNote(QString());
     const FoundPlace place = m_places.at(row);
     emit placeChosen(place);
 }

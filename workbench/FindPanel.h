@@ -45,6 +45,8 @@ public:
     void clear();
     /// Says something of the place that was gone to last, until the next one is gone to.
     void showNote(const QString& note);
+    /// Says that the project is other than when the places were found; what is listed next takes that back.
+    void setOvertaken(bool overtaken);
     /// Offers to open what the search has left out; what is shown next takes the offer back.
     void offerOpening(bool offered);
     const QVector<FoundPlace>& places() const { return m_places; }
@@ -70,11 +72,15 @@ private:
     /// Goes on from a list that was only renewed for its language, now that the direction is known.
     void resume(int direction);
     void list(const QVector<FoundPlace>& places, const QString& status);
+    void showStatus();
 
     std::unique_ptr<Ui::FindPanel> m_ui;
     QVector<FoundPlace> m_places;
     /// What is said of the places as a whole.
     QString m_status;
+    /// What is said of the place that was gone to last, or empty.
+    QString m_note;
+    bool m_overtaken = false;
     /// The list before it was renewed for its language.
     struct Former {
         QVector<FoundPlace> places;

@@ -39,6 +39,18 @@ void add(FindOutcome* outcome, const FoundPlace& place)
     outcome->places.append(place);
 }
 
+/// The first part of a location; none when it was not known.
+QString page(const QString& location)
+{
+    return location.section(QLatin1Char('.'), 0, 0).trimmed();
+}
+
+/// The label without what stands at the place.
+QString title(const FoundPlace& place)
+{
+    return place.label.endsWith(place.text) ? place.label.chopped(place.text.size()) : place.label;
+}
+
 bool isOnline()
 {
     auto* transfer = Solution::serviceAs<Transfer>(Solution::ServiceKey::transfer());
@@ -194,22 +206,43 @@ void ProjectFind::addReferences(IEditorFinder& finder, const QString& variable, 
             { result.nodePath, result.objectName, result.matchedText, result.label, result.location, variable });
 }
 
-QString ProjectFind::currentLocation(const FoundPlace& place) const
+CurrentPlace ProjectFind::currentPlace(const FoundPlace& place) const
 {
+    CurrentPlace current{ place.location, true };
     const std::unique_ptr<IEditorFinder> finder = finderFor(place.nodePath);
+    if (!finder)
+        return current;
     FindOutcome now;
-    if (finder && !place.variable.isEmpty()) {
-        addReferences(*finder, place.variable, &now);
-    } else if (finder) {
-        finder->setFindFlags(0);
+    finder->setFindFlags(0);
+    if (place.variable.isEmpty())
         search(*finder, place.text, QString(), QString(), &now);
-    }
-    QString location = place.location;
+    else
+        addReferences(*finder, place.variable, &now);
+    // What cannot be read says nothing of its places.
+    current.holds = !now.problems.isEmpty();
     for (const FoundPlace& each : qAsConst(now.places)) {
+        if (each.text != place.text)
+            continue;
         if (each.location == place.location)
-            return place.location;
-        if (each.label == place.label && each.text == place.text)
-            location = each.location;
+            return { place.location, true };
+        if (each.label == place.label)
+            current = { each.location, true };
     }
-    return location;
+    return current.holds ? current : CurrentPlace{ formerLocation(*finder, place), false };
+}
+
+// The place was listed before its control had a name, and now something else stands there. An empty text stands at all
+// places, this one among them unless it is switched off.
+QString ProjectFind::formerLocation(IEditorFinder& finder, const FoundPlace& place) const
+{
+    if (!page(place.location).isEmpty())
+        return place.location;
+    FindOutcome all;
+    search(finder, QString(), QString(), QString(), &all);
+    const auto isThere = [&place](const FoundPlace& each) { return title(each) == title(place); };
+    const auto found = std::find_if(all.places.begin(), all.places.end(), isThere);
+    if (found != all.places.end())
+        return found->location;
+    const auto* axis = qobject_cast<AxisTable*>(objectOfNode(m_tree, place.nodePath));
+    return axis ? axis->getViewInfo(QStringLiteral("OriginReturnSetWidgetObjectName"), QString()) : place.location;
 }

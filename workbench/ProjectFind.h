@@ -34,6 +34,14 @@ struct FoundPlace {
     QString variable;
 };
 
+/// What has become of a place since it was found.
+struct CurrentPlace {
+    /// Where it is now, or where it would be.
+    QString location;
+    /// False when what was found does not stand there any more, or is not in use there.
+    bool holds = true;
+};
+
 /// What a search has come to.
 struct FindOutcome {
     QVector<FoundPlace> places;
@@ -66,8 +74,8 @@ public:
     FindOutcome findIn(const QString& nodePath, const FindRequest& request) const;
     /// The uses of a variable in all objects below a node, under any of its paths.
     FindOutcome findReferences(const QString& path, const QStringList& variablePaths) const;
-    /// Where a place is now that its editor is open: a finder may have named it without knowing the control.
-    QString currentLocation(const FoundPlace& place) const;
+    /// A place now that its editor is open: a finder may have named it without knowing the control.
+    CurrentPlace currentPlace(const FoundPlace& place) const;
 
 private:
     void collect(const QString& path, QStringList* nodes) const;
@@ -78,6 +86,7 @@ private:
     void search(IEditorFinder& finder, const QString& text, const QString& from, const QString& end,
         FindOutcome* outcome) const;
     QString startIn(IEditorFinder& finder) const;
+    QString formerLocation(IEditorFinder& finder, const FoundPlace& place) const;
     FoundPlace placeAt(const QString& nodePath) const;
 
     ProjectTree& m_tree;

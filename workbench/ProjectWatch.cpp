@@ -7,6 +7,32 @@
 
 #include <vector>
 
+bool ProjectContents::Axis::operator==(const Axis& other) const
+{
+    return id == other.id && name == other.name && properties == other.properties;
+}
+
+bool ProjectContents::operator==(const ProjectContents& other) const
+{
+    return axes == other.axes && sources == other.sources;
+}
+
+ProjectContents contentsOf(const ProjectModel* project)
+{
+    ProjectContents contents;
+    if (!project)
+        return contents;
+    std::vector<AxisTable*> tables;
+    project->axisModel()->allAxisTables(tables);
+    for (const AxisTable* table : tables)
+        contents.axes.append({ table->id(), table->name(), table->allProperties() });
+    const SourceModel* sources = project->sourceModel();
+    const QStringList names = sources->sourceNames();
+    for (const QString& name : names)
+        contents.sources.insert(name, sources->source(name));
+    return contents;
+}
+
 ProjectWatch::ProjectWatch(Workspace& workspace, QObject* parent) : QObject(parent), m_workspace(workspace)
 {
     connect(&workspace, &Workspace::opened, this, &ProjectWatch::follow);

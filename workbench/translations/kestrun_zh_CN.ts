@@ -918,9 +918,17 @@
         <source>The page of this place is not shown for the type of %1.</source>
         <translation>%1 的轴类型不显示此位置所在的页面。</translation>
     </message>
+    <message>
+        <source>%1 is not in use at this place any more.</source>
+        <translation>此位置已不再使用 %1。</translation>
+    </message>
 </context>
 <context>
     <name>FindPanel</name>
+    <message>
+        <source>The project has changed since; F3 searches again.</source>
+        <translation>此后工程已更改；按 F3 重新搜索。</translation>
+    </message>
     <message>
         <source>Text:</source>
         <translation>文本：</translation>
