@@ -228,7 +228,9 @@ FindFlows::Answer FindFlows::answerUses() const
     const NamedVariable variable
         = namedVariable(m_question.project, m_question.variable, propertyTexts(m_workspace.project()));
     FindOutcome outcome = m_find.findReferences(m_question.project, variable.paths);
-    if (variable.reach == ac::ACCore::Reach::None)
+    if (variable.isBehindPointer)
+        keepOnly(variable.path, &outcome.places);
+    else if (variable.reach == ac::ACCore::Reach::None)
         keepOnly(m_question.variable, &outcome.places);
     const QStringList status = QStringList(usesStatus(variable, outcome.places.size())) + outcome.problems;
     return { outcome.places, status.join(QLatin1Char(' ')) };
@@ -238,6 +240,9 @@ QString FindFlows::usesStatus(const NamedVariable& variable, int uses) const
 {
     using Reach = ac::ACCore::Reach;
     const QString number = QString::number(uses);
+    if (variable.isBehindPointer)
+        return tr("What %1 leads to is known only while the program runs. Places that use it as it is written: %2.")
+            .arg(variable.path, number);
     switch (variable.reach) {
     case Reach::Variable:
         return tr("Uses of %1: %2.").arg(variable.path, number);

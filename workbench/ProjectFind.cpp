@@ -202,7 +202,7 @@ void ProjectFind::addReferences(IEditorFinder& finder, const QString& variable, 
     if (!finder.findReferences(variable, results))
         outcome->problems.append(tr("%1 could not be read.").arg(placeAt(finder.nodePath()).objectName));
     for (const FindResult& result : qAsConst(results))
-        outcome->places.append(
+        add(outcome,
             { result.nodePath, result.objectName, result.matchedText, result.label, result.location, variable });
 }
 

@@ -31,13 +31,27 @@ int indexBegin(const QString& line, int end)
     return end;
 }
 
-/// A point between two parts of a path, or an index behind one; blanks may stand around the first and before the
-/// second.
-bool joins(QChar left, QChar right)
+/// A point that parts a path: one of the two of a range does not.
+bool isPoint(const QString& line, int at)
 {
     const QChar point = QLatin1Char('.');
-    const bool isPart = isNamePart(left) || left == QLatin1Char(']');
-    return left == point || (isPart && (right == point || right == QLatin1Char('[')));
+    return line.at(at) == point && (at == 0 || line.at(at - 1) != point)
+        && (at + 1 == line.size() || line.at(at + 1) != point);
+}
+
+bool isPathPart(const QString& line, int at)
+{
+    const QChar character = line.at(at);
+    return isNamePart(character) || character == QLatin1Char(']') || character == QLatin1Char('^') || isPoint(line, at);
+}
+
+/// A point between two parts of a path, or an index or "^" behind one; blanks may stand around the first and before the
+/// others.
+bool joins(const QString& line, int left, int right)
+{
+    const QChar behind = line.at(right);
+    const bool goesOn = isPoint(line, right) || behind == QLatin1Char('[') || behind == QLatin1Char('^');
+    return isPoint(line, left) || (isPathPart(line, left) && goesOn);
 }
 
 /// Where the blanks end that stand there within a path, going back; that place itself when it begins there.
@@ -46,16 +60,15 @@ int partEnd(const QString& line, int begin)
     int end = begin;
     while (end > 0 && line.at(end - 1).isSpace())
         --end;
-    return end > 0 && joins(line.at(end - 1), line.at(begin)) ? end : begin;
+    return end > 0 && joins(line, end - 1, begin) ? end : begin;
 }
 
 /// Begin of the path, indices included, that ends there.
 int pathBegin(const QString& line, int end)
 {
-    while (end > 0) {
-        const QChar last = line.at(end - 1);
-        const int begin = last == QLatin1Char(']') ? indexBegin(line, end) : end - 1;
-        if (begin == end || !(isNamePart(last) || last == QLatin1Char('.') || last == QLatin1Char(']')))
+    while (end > 0 && isPathPart(line, end - 1)) {
+        const int begin = line.at(end - 1) == QLatin1Char(']') ? indexBegin(line, end) : end - 1;
+        if (begin == end)
             break;
         end = partEnd(line, begin);
     }

@@ -9,6 +9,9 @@
 
 namespace {
 
+/// The block or program itself, in front of its members.
+const QLatin1String thisObject("THIS^.");
+
 bool isSame(const QString& a, const QString& b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
@@ -155,6 +158,30 @@ QString pathAt(const ac::ACCore& core, const VariablePlace& place, const QString
     return projectPath(core, written);
 }
 
+/// The path of a member of the block or program around the place, and of nothing else that has its name.
+QString memberPath(const ac::ACCore& core, const VariablePlace& place, const QString& unit, const QString& member)
+{
+    const ac::LocalName local = core.localName(place.source.toStdString(), place.line, firstName(member).toStdString());
+    return local.kind == ac::LocalName::Kind::Own ? ownPath(core, local, unit, member) : QString();
+}
+
+/// What a pointer leads to: the path to the pointer as it is declared, and the rest as it is written.
+NamedVariable behindPointer(const ac::ACCore& core, const QString& name)
+{
+    const int pointer = name.indexOf(QLatin1Char('^'));
+    const QString known = withIndexValues(core, name.left(pointer), firstName(name));
+    NamedVariable variable;
+    variable.paths.append(name);
+    const QString path = projectPath(core, known);
+    variable.isBehindPointer = !path.isEmpty();
+    if (!variable.isBehindPointer)
+        return variable;
+    variable.path = QString(path + name.mid(pointer));
+    variable.paths.prepend(variable.path);
+    variable.paths.removeDuplicates();
+    return variable;
+}
+
 /// A path as declared, then the others under which the variable may be used.
 QStringList spellings(const ac::ACCore& core, const QString& path)
 {
@@ -220,8 +247,14 @@ QString variablePathAt(const VariablePlace& place)
     if (!core || written.isEmpty())
         return {};
     const QString unit = QString::fromStdString(core->unitAt(place.source.toStdString(), place.line));
+    const bool isOfThis = written.startsWith(thisObject, Qt::CaseInsensitive);
+    const QString path = isOfThis ? written.mid(thisObject.size()) : written;
+    const int pointer = path.indexOf(QLatin1Char('^'));
     // Constants of the program or block around the place go before global ones, and have no meaning outside of it.
-    return pathAt(*core.core(), place, unit, withIndexValues(*core.core(), written, unit));
+    const QString known = withIndexValues(*core.core(), path.left(pointer), unit);
+    const QString found
+        = isOfThis ? memberPath(*core.core(), place, unit, known) : pathAt(*core.core(), place, unit, known);
+    return found.isEmpty() || pointer < 0 ? found : QString(found + path.mid(pointer));
 }
 
 NamedVariable namedVariable(const QString& project, const QString& written, const QStringList& texts)
@@ -231,6 +264,8 @@ NamedVariable namedVariable(const QString& project, const QString& written, cons
     const SafeAccore core(project.toStdString(), false);
     if (!core)
         return variable;
+    if (name.contains(QLatin1Char('^')))
+        return behindPointer(*core.core(), name);
     const QString known = withIndexValues(*core.core(), name, firstName(name));
     variable.reach = core->reachOf(known.toStdString());
     variable.path = variable.reach == ac::ACCore::Reach::Inner ? known : projectPath(*core.core(), known);

@@ -26,6 +26,8 @@ struct NamedVariable {
     ac::ACCore::Reach reach = ac::ACCore::Reach::None;
     /// The full path as it is declared, with the values of constants in its indices. Empty when the project knows none.
     QString path;
+    /// What it is is known only while the program runs, since a pointer leads there; it has no reach then.
+    bool isBehindPointer = false;
     /// All paths under which it may be used: that one first, then without its list, then by way of the programs that
     /// declare it as external, then the same with the constants by name. Of what the project does not know, the name as
     /// it is written. None is there twice, in whichever letters.

@@ -31,6 +31,9 @@ private slots:
     void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten_data();
     void whatTheProjectDoesNotKnowIsLookedForAsItIsWritten();
     void blanksInAnIndexDoNotMatter();
+    void aPlaceIsListedOnce();
+    void namesByPointers_data();
+    void namesByPointers();
 
 private:
     AxisTable* addAxis(const char* name, const char* pin) const { return program->addAxis(text(name), text(pin)); }
@@ -244,6 +247,55 @@ void FindUsesTest::blanksInAnIndexDoNotMatter()
     QCOMPARE(program->status(), text("Uses of Main.grid[1,2].open: 2."));
     program->findReferences(text("Main.grid[1, 2].open"));
     QCOMPARE(program->status(), text("Uses of Main.grid[1,2].open: 2."));
+}
+
+/// Its structure stands before the element by either way to write that.
+void FindUsesTest::aPlaceIsListedOnce()
+{
+    program->project()->sourceModel()->setSource(text("IO"),
+        text("VAR_GLOBAL CONSTANT TOP : INT := 3; END_VAR\n"
+             "VAR_GLOBAL cells : ARRAY [1..2] OF Cell; END_VAR\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT Cell : STRUCT row : ARRAY [1..3] OF Guard; END_STRUCT "
+             "END_TYPE\n"));
+    addAxis("Cut", "IO.cells[1].row[3].open");
+    addAxis("Saw", "IO.cells[1].row[TOP].open");
+    addAxis("Turn", "IO.cells[1]");
+    program->findReferences(text("IO.cells[1].row[3].open"));
+    QCOMPARE(program->status(), text("Uses of IO.cells[1].row[3].open: 3."));
+    QCOMPARE(program->results().size(), 3);
+}
+
+void FindUsesTest::namesByPointers_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("a member of the block itself")
+        << 7 << 7 << text("Main.drive.halt") << text("Uses of Main.drive.halt: 1.");
+    QTest::newRow("one that only a list has")
+        << 7 << 22 << text("THIS^.ready") << text("The project has no variable THIS^.ready.");
+    QTest::newRow("what a pointer leads to")
+        << 3 << 4 << text("Main.p^.open")
+        << text("What Main.p^.open leads to is known only while the program runs. Places that use it as it is "
+                "written: 0.");
+}
+
+void FindUsesTest::namesByPointers()
+{
+    program->project()->sourceModel()->setSource(text("Main"),
+        text("PROGRAM Main\nVAR drive : Blk; p : POINTER TO Guard; END_VAR\np^.open := TRUE;\nEND_PROGRAM\n"
+             "FUNCTION_BLOCK Blk\nVAR halt : BOOL; END_VAR\nTHIS^.halt := THIS^.ready;\nEND_FUNCTION_BLOCK\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
+    program->project()->sourceModel()->setSource(text("IO"), text("VAR_GLOBAL ready, halt : BOOL; END_VAR\n"));
+    addAxis("Cut", "Main.drive.halt");
+    addAxis("Turn", "IO.ready");
+    QFETCH(int, line);
+    QFETCH(int, column);
+    program->workbench->workspace().showSource(text("Main"), line, column);
+    program->press(Qt::Key_F12, Qt::ShiftModifier);
+    QTEST(program->child<QLineEdit>("variable")->text(), "variable");
+    QTEST(program->status(), "status");
 }
 
 QTEST_MAIN(FindUsesTest)

@@ -41,6 +41,15 @@ void SourceViewTest::namesAtTheCursor_data()
     QTest::newRow("a name behind a blank") << text("NOT st|op") << text("stop");
     QTest::newRow("a name behind a blank and an index") << text("row[1] st|op") << text("stop");
     QTest::newRow("an index behind a sign") << text("x := [1]|") << text("[1]");
+    QTest::newRow("the end of a range") << text("row : ARRAY [0..LA|ST] OF BOOL;") << text("LAST");
+    QTest::newRow("the begin of a range") << text("n : INT (FIR|ST..LAST);") << text("FIRST");
+    QTest::newRow("a path at the end of a range") << text("1..Main.LI|M:") << text("Main.LIM");
+    QTest::newRow("the end of a range behind blanks") << text("1 .. LI|M:") << text("LIM");
+    QTest::newRow("the begin of a range before blanks") << text("Main.LI|M .. 3:") << text("Main.LIM");
+    QTest::newRow("what THIS points to") << text("THIS^.st|op := x;") << text("THIS^.stop");
+    QTest::newRow("what a pointer points to, with blanks") << text("x := p ^ . op|en;") << text("p ^ . open");
+    QTest::newRow("by a pointer in an array") << text("x := p[1]^[2].op|en;") << text("p[1]^[2].open");
+    QTest::newRow("a pointer alone") << text("x := |p^.open;") << text("p");
     QTest::newRow("nothing") << text("x := | 1") << QString();
 }
 
@@ -68,6 +77,7 @@ void SourceViewTest::namesAtASelection_data()
     QTest::newRow("a whole path") << text("x := |Aside.stop|;") << text("Aside.stop");
     QTest::newRow("a member behind an index") << text("grid[1, 2].|open|") << text("grid[1, 2].open");
     QTest::newRow("an index with what is behind it") << text("grid|[1, 2].open|") << text("grid[1, 2].open");
+    QTest::newRow("the end of a range") << text("ARRAY [0..|LAST|] OF BOOL") << text("LAST");
     QTest::newRow("more than a name") << text("x := |front AND back|;") << text("front AND back");
     QTest::newRow("the same name twice") << text("front := |front|;") << text("front");
     QTest::newRow("lines") << text("a|b\nc|d")

@@ -903,6 +903,10 @@
         <translation>%1 的下标在程序运行时才能确定。按此写法引用它的位置：%2。</translation>
     </message>
     <message>
+        <source>What %1 leads to is known only while the program runs. Places that use it as it is written: %2.</source>
+        <translation>%1 指向的对象在程序运行时才能确定。按此写法引用它的位置：%2。</translation>
+    </message>
+    <message>
         <source>The project does not know an index of %1. Places that use it as it is written: %2.</source>
         <translation>%1 的某个下标在工程中未定义。按此写法引用它的位置：%2。</translation>
     </message>
