@@ -391,7 +391,9 @@ void JogReleaseTest::theEndOfTheSessionEndsItWhileTheButtonIsHeld()
 
 bool JogReleaseTest::makeReadyOver(const QuietRelay& relay)
 {
-    return m_program->connectHere(relay.port()) && m_program->openPage(QStringLiteral("Alpha"))
+    // The page comes first: while it is built the relay passes nothing on, and the link might be lost.
+    return m_program->openPage(QStringLiteral("Alpha")) && m_program->connectHere(relay.port())
+        && QTest::qWaitFor([this] { return m_program->find("enterDebugButton")->isEnabled(); })
         && m_program->enterDebugMode() && m_program->enable();
 }
 
