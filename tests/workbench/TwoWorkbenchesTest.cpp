@@ -1,6 +1,7 @@
 #include "host/communication/RpcCmdSend.h"
 #include "protocol/DiagnosisCodes.h"
 #include "tests/communication/BrakingWatch.h"
+#include "tests/communication/Promise.h"
 #include "tests/communication/QuietRelay.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/workbench/OnlineProgram.h"
@@ -153,7 +154,7 @@ void TwoWorkbenchesTest::aWorkbenchThatGoesLeavesNothingMoving()
     QVERIFY(m_program->stands(4000));
     QTRY_VERIFY(watch.braked());
     const double milliseconds = BrakingWatch::milliseconds(gone, *watch.braked());
-    QVERIFY2(milliseconds <= 2000, qPrintable(QString::number(milliseconds)));
+    QVERIFY2(milliseconds <= silenceNoticedMs, qPrintable(QString::number(milliseconds)));
     QTRY_COMPARE(int(m_program->host.peek(0).debugMode), 0);
     // The axis is free for this one.
     QVERIFY(m_program->openPage(QStringLiteral("Alpha")) && m_program->enterDebugMode() && m_program->enable());
