@@ -34,7 +34,7 @@ public:
     void editText();
     void editVariable();
 
-    /// Lists places; the text above them says what they are.
+    /// Lists places; the text below them says what they are.
     void show(const QVector<FoundPlace>& places, const QString& status);
     /// Lists what the same search finds now. A step of that direction goes on from the place that was gone to last or,
     /// where that is gone, from the one that stood nearest on the way to it. Direction 0 leaves that to the step.

@@ -31,6 +31,8 @@ private slots:
     void aRowWhoseTextHasGoneIsToldOf();
     void aRowOfASignalThatIsSwitchedOffLeadsToItsPage_data();
     void aRowOfASignalThatIsSwitchedOffLeadsToItsPage();
+    void theStatusIsSeenWhole_data();
+    void theStatusIsSeenWhole();
 
 private:
     AxisTable* addAxis(const char* name, const char* pin) const { return program->addAxis(text(name), text(pin)); }
@@ -232,6 +234,38 @@ void FindListTest::aRowOfASignalThatIsSwitchedOffLeadsToItsPage()
     QVERIFY(page);
     QVERIFY(page->isVisible());
     QCOMPARE(program->status(), QString(text("Main.stop is not in use at this place any more.") + overtaken));
+}
+
+void FindListTest::theStatusIsSeenWhole_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("in the window as it comes up") << QSize(1280, 800);
+    QTest::newRow("in a small window") << QSize(900, 700);
+    QTest::newRow("in a large window") << QSize(1900, 1000);
+}
+
+/// The number of uses stands at the end of a long sentence.
+void FindListTest::theStatusIsSeenWhole()
+{
+    QFETCH(QSize, size);
+    program->project()->sourceModel()->setSource(text("Main"),
+        text("PROGRAM Main\nVAR n : INT; row : ARRAY [1..3] OF Guard; END_VAR\nEND_PROGRAM\n"
+             "TYPE Guard : STRUCT open : BOOL; END_STRUCT END_TYPE\n"));
+    addAxis("Cut", "Main.row[n].open");
+    program->workbench->window().resize(size);
+    program->press(Qt::Key_F, Qt::ControlModifier);
+    program->findReferences(text("Main.row[n].open"));
+    setPin("Cut", "Main.far");
+    const auto* label = program->child<QLabel>("status");
+    QVERIFY2(label->text().endsWith(overtaken), qPrintable(label->text()));
+    const auto isSeen = [label] {
+        const QRect needed = label->fontMetrics().boundingRect(
+            QRect(0, 0, label->contentsRect().width(), 10000), Qt::TextWordWrap, label->text());
+        return label->isVisible() && needed.width() <= label->contentsRect().width()
+            && needed.height() <= label->contentsRect().height();
+    };
+    QTRY_VERIFY(isSeen());
+    QTRY_VERIFY(program->child<QTreeWidget>("results")->viewport()->height() > 20);
 }
 
 QTEST_MAIN(FindListTest)
