@@ -15,9 +15,13 @@ void Mailbox::post(std::function<void()> work)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_letters.push_back(std::move(work));
-        if (std::exchange(m_eventComes, true))
-            return;
     }
+    wake();
+}
+
+// Each letter has an event of its own, since those that were posted before an event loop began do not wake it.
+void Mailbox::wake()
+{
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
@@ -27,7 +31,6 @@ void Mailbox::customEvent(QEvent*)
     std::size_t count = 0;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_eventComes = false;
         count = m_letters.size();
     }
     // Only what is there now: a letter that leads to another must not keep the thread here for ever.
@@ -38,7 +41,7 @@ void Mailbox::customEvent(QEvent*)
 void Mailbox::openNext()
 {
     std::function<void()> letter;
-    bool wake = false;
+    bool isLast = true;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         // A letter that turns an event loop of its own lets the others be opened there.
@@ -46,10 +49,9 @@ void Mailbox::openNext()
             return;
         letter = std::move(m_letters.front());
         m_letters.pop_front();
-        wake = !m_letters.empty() && !std::exchange(m_eventComes, true);
+        isLast = m_letters.empty();
     }
-    // Such a loop would not be woken by an event that was posted before it began.
-    if (wake)
-        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    if (!isLast)
+        wake();
     letter();
 }

@@ -23,10 +23,9 @@ protected:
     void customEvent(QEvent* event) override;
 
 private:
+    void wake();
     void openNext();
 
     std::mutex m_mutex;
     std::deque<std::function<void()>> m_letters;
-    /// An event that opens them is on its way; always so while letters wait and none is being opened.
-    bool m_eventComes = false;
 };

@@ -17,6 +17,7 @@ private slots:
     void whatIsWrittenIsACopy();
     void anErrorNamesTheFile();
     void anotherOneIsRefusedMeanwhile();
+    void whoHearsOfOneMayStartAnother();
     void itsEndGivesTheExportUp();
     void theOldFileStaysWhenGivenUp();
 
@@ -111,6 +112,23 @@ void CurveExporterTest::anotherOneIsRefusedMeanwhile()
     QVERIFY(finished.wait(60000));
     QCOMPARE(files(), QStringList({ QStringLiteral("curves.csv") }));
     QCOMPARE(finished.size(), 1);
+}
+
+void CurveExporterTest::whoHearsOfOneMayStartAnother()
+{
+    CurveExporter exporter;
+    const QString second = m_folder->filePath(QStringLiteral("second.csv"));
+    bool started = false;
+    connect(&exporter, &CurveExporter::finished, this, [&] {
+        if (!started)
+            started = exporter.start(second, sheetOf(1));
+    });
+    QSignalSpy finished(&exporter, &CurveExporter::finished);
+    QVERIFY(exporter.start(path(), sheetOf(1)));
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 2, 60000);
+    QVERIFY(started);
+    QCOMPARE(finished.at(0).at(0).toString(), path());
+    QCOMPARE(finished.at(1).at(0).toString(), second);
 }
 
 void CurveExporterTest::itsEndGivesTheExportUp()

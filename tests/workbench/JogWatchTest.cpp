@@ -49,6 +49,9 @@ private slots:
     void anEndThatMayHaveOvertakenTheStartDoesNotCount();
     void anEarlyEndThatFailedLeavesTheNextItsAnswer();
     void theEndOfTheJogBeforeDoesNotCount();
+    void anEndThatIsStillUnderWayDoesNotCountForTheNextJog();
+    void aRefusedStartLeavesTheJogBeforeWatched_data();
+    void aRefusedStartLeavesTheJogBeforeWatched();
     void aFailedEndOfThePageIsFollowedByTheWatchs();
     void aStartThatIsRefusedNeedsNoEnd();
     void aDeactivatedProgramEndsTheJog();
@@ -235,6 +238,48 @@ void JogWatchTest::theEndOfTheJogBeforeDoesNotCount()
     QCOMPARE(m_watch->count(), 1);
     m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
     QCOMPARE(m_watch->count(), 0);
+}
+
+void JogWatchTest::anEndThatIsStillUnderWayDoesNotCountForTheNextJog()
+{
+    hold();
+    m_watch->onStarted(request(1));
+    m_watch->onAnswered(request(1), { Diagnosis::ok, {} });
+    m_watch->onStarted(request(0));
+    m_watch->onStarted(request(0));
+    m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
+    QCOMPARE(m_watch->count(), 0);
+    m_watch->onStarted(request(1));
+    m_watch->onAnswered(request(1), { Diagnosis::ok, {} });
+    m_watch->onStarted(request(0));
+    // Of the jog before.
+    m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
+    QCOMPARE(m_watch->count(), 1);
+    m_watch->onAnswered(request(0), { Diagnosis::ok, {} });
+    QCOMPARE(m_watch->count(), 0);
+}
+
+void JogWatchTest::aRefusedStartLeavesTheJogBeforeWatched_data()
+{
+    QTest::addColumn<bool>("wentOut");
+    QTest::newRow("refused by the controller") << true;
+    QTest::newRow("refused here") << false;
+}
+
+void JogWatchTest::aRefusedStartLeavesTheJogBeforeWatched()
+{
+    QFETCH(bool, wentOut);
+    hold();
+    QCOMPARE(jog(1), Diagnosis::ok);
+    QTRY_COMPARE(m_watch->count(), 1);
+    QCoreApplication::processEvents();
+    if (wentOut)
+        m_watch->onStarted(request(1));
+    m_watch->onAnswered(request(1), { Diagnosis::emergencyStop, {} });
+    QCOMPARE(m_watch->count(), 1);
+    letGo();
+    QTRY_COMPARE(sent(), (std::vector<int>{ 1, 0 }));
+    QTRY_COMPARE(m_watch->count(), 0);
 }
 
 void JogWatchTest::aFailedEndOfThePageIsFollowedByTheWatchs()

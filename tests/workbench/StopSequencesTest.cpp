@@ -33,6 +33,10 @@ private slots:
     void aStopBetweenTwoSessionsGoesOutAgain_data();
     void aStopBetweenTwoSessionsGoesOutAgain();
     void anOldStopDoesNotGoOutAgain();
+    void aStopGoesOutAgainOnce();
+    void aStopThatNobodyWantsAnyMoreDoesNotGoOutAgain_data();
+    void aStopThatNobodyWantsAnyMoreDoesNotGoOutAgain();
+    void aStopThatIsRefusedInItsSessionIsNotRepeated();
     void aStopIsNotBlamedOnTheNextController();
     void whileTheControllerStartsThereIsNothingToStop();
     void aRefusedReleaseSaysWhy();
@@ -41,6 +45,11 @@ private slots:
     void anotherPressIsSentWhenTheFirstIsLost();
 
 private:
+    /// As a controller does that does not know the session.
+    void refuseStops() const
+    {
+        m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
+    }
     bool says(const QString& text) const { return m_program->outputText().contains(text); }
     QString said() const { return m_program->workbench->window().messageBar().text(); }
 
@@ -294,7 +303,7 @@ bool StopSequencesTest::isRefusedBetweenSessions(bool loginFirst)
 {
     if (!connectOverARelay())
         return false;
-    m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
+    refuseStops();
     if (loginFirst)
         m_program->host.fault("late-replies 700 StopAll");
     m_relay->pauseAccepting();
@@ -337,7 +346,7 @@ void StopSequencesTest::anOldStopDoesNotGoOutAgain()
     QuietRelay relay(m_program->host.server->port());
     QVERIFY(m_program->connectHere(relay.port()));
     QSignalSpy answered(&m_program->stop(), &StopControl::answered);
-    m_program->host.fault(("refuse " + std::to_string(Diagnosis::refused) + " StopAll").c_str());
+    refuseStops();
     m_program->host.fault("late-replies 3000 Login");
     relay.hangUpOnFirst();
     QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
@@ -348,6 +357,78 @@ void StopSequencesTest::anOldStopDoesNotGoOutAgain()
     QVERIFY(m_program->waitUntilOnline());
     QTRY_COMPARE(m_program->feedback(), QString());
     QVERIFY(!m_program->host.controller.isStopHeld());
+    QCOMPARE(answered.count(), 1);
+}
+
+void StopSequencesTest::aStopGoesOutAgainOnce()
+{
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    refuseStops();
+    m_program->host.fault("late-replies 900 StopAll");
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    m_program->stop().stop();
+    QTRY_VERIFY(m_program->session().isLoggedIn());
+    QTRY_COMPARE(answered.count(), 1);
+    // What goes out again, over a channel of its own, is refused, too, and its session ends before the answer.
+    QTest::qWait(200);
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_COMPARE(answered.count(), 2);
+    m_program->host.fault("none");
+    QVERIFY(!answered.wait(1200));
+    QVERIFY(!m_program->host.controller.isStopHeld());
+    QVERIFY2(said().startsWith(QStringLiteral("STOP was not acknowledged")), qPrintable(said()));
+}
+
+void StopSequencesTest::aStopThatNobodyWantsAnyMoreDoesNotGoOutAgain_data()
+{
+    QTest::addColumn<QString>("what");
+    for (const char* what : { "released since", "disconnected since", "disconnected before its answer", "a release" })
+        QTest::newRow(what) << QString::fromLatin1(what);
+}
+
+void StopSequencesTest::aStopThatNobodyWantsAnyMoreDoesNotGoOutAgain()
+{
+    QFETCH(QString, what);
+    QuietRelay relay(m_program->host.server->port());
+    QVERIFY(m_program->connectHere(relay.port()));
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    refuseStops();
+    const bool isLate = what == QLatin1String("disconnected before its answer");
+    m_program->host.fault(isLate ? "late-replies 900 StopAll" : "late-replies 3000 Login");
+    relay.hangUpOnFirst();
+    QTRY_COMPARE(m_program->session().state(), OnlineSession::Lost);
+    if (what == QLatin1String("a release"))
+        m_program->stop().release();
+    else
+        m_program->stop().stop();
+    QTRY_COMPARE(answered.count(), isLate ? 0 : 1);
+    if (what == QLatin1String("released since"))
+        m_program->stop().release();
+    if (!isLate)
+        m_program->host.fault("none");
+    if (what.startsWith(QLatin1String("disconnected"))) {
+        m_program->session().disconnectNow();
+        QVERIFY(m_program->connectHere(relay.port()));
+    }
+    QVERIFY(m_program->waitUntilOnline());
+    QTRY_VERIFY(!answered.isEmpty());
+    QVERIFY(!QTest::qWaitFor([this] { return m_program->host.controller.isStopHeld(); }, 1200));
+    QVERIFY(!says(QStringLiteral("STOP goes out once more")));
+}
+
+void StopSequencesTest::aStopThatIsRefusedInItsSessionIsNotRepeated()
+{
+    QVERIFY(m_program->connectHere());
+    QSignalSpy answered(&m_program->stop(), &StopControl::answered);
+    refuseStops();
+    m_program->stop().stop();
+    QTRY_COMPARE(m_program->feedback(), QStringLiteral("STOP not acknowledged"));
+    QVERIFY(!answered.wait(300));
     QCOMPARE(answered.count(), 1);
 }
 

@@ -64,57 +64,72 @@ void JogWatch::onStarted(const AxisRequest& request)
 {
     if (!isJog(request) || !m_linked)
         return;
-    if (request.value == 0) {
-        const auto found = m_jogs.find({ request.axisNo, request.code });
-        if (found != m_jogs.end())
-            noteEnd(*found);
-        return;
-    }
+    if (request.value == 0)
+        noteEnd({ request.axisNo, request.code });
+    else
+        noteStart(request);
+}
+
+void JogWatch::noteStart(const AxisRequest& request)
+{
+    const Key key(request.axisNo, request.code);
     Jog jog;
     jog.request = request;
-    // Of the jog before, in the same direction.
-    jog.ends = jog.vainEnds = m_jogs.value({ request.axisNo, request.code }).ends;
-    m_jogs.insert({ request.axisNo, request.code }, jog);
+    jog.vainEnds = m_ends.value(key);
+    jog.isSecond = m_jogs.contains(key);
+    m_jogs.insert(key, jog);
     updateTimer();
     watch();
 }
 
-void JogWatch::onAnswered(const AxisRequest& request, const AxisReply& reply)
+void JogWatch::noteEnd(const Key& key)
 {
-    const auto found = isJog(request) ? m_jogs.find({ request.axisNo, request.code }) : m_jogs.end();
+    const int ends = ++m_ends[key];
+    const auto found = m_jogs.find(key);
     if (found == m_jogs.end())
         return;
-    if (request.value != 0) {
-        found->startAnswered = true;
-        if (isDecided(reply.result) && reply.result != Diagnosis::ok)
-            m_jogs.erase(found);
-    } else {
-        found->ending = false;
-        found->since = Clock::now();
-        // The end of the link, which makes the controller stop what this client has moved, is told by setLinked.
-        if (isEndedBy(*found, reply.result))
-            m_jogs.erase(found);
-    }
+    found->endSent = found->startAnswered;
+    if (!found->endSent)
+        found->vainEnds = ends;
+    found->since = Clock::now();
+}
+
+void JogWatch::onAnswered(const AxisRequest& request, const AxisReply& reply)
+{
+    if (!isJog(request))
+        return;
+    const Key key(request.axisNo, request.code);
+    const bool isEnd = request.value == 0;
+    const int endsLeft = std::max(0, m_ends.value(key) - 1);
+    if (isEnd)
+        m_ends[key] = endsLeft;
+    const auto found = m_jogs.find(key);
+    if (found == m_jogs.end())
+        return;
+    if (isEnd ? isOverWith(*found, reply, endsLeft) : neverBegan(*found, reply))
+        m_jogs.erase(found);
     updateTimer();
 }
 
-void JogWatch::noteEnd(Jog& jog)
+bool JogWatch::neverBegan(Jog& jog, const AxisReply& reply)
 {
-    ++jog.ends;
-    jog.endSent = jog.startAnswered;
-    if (!jog.endSent)
-        jog.vainEnds = jog.ends;
-    jog.since = Clock::now();
+    // The answer to a start that was refused here, behind the one that is watched.
+    if (jog.startAnswered)
+        return false;
+    jog.startAnswered = true;
+    return isDecided(reply.result) && reply.result != Diagnosis::ok && !jog.isSecond;
 }
 
 // Ends look alike and their answers come on two ways, so an answer is taken for that of an end that may have overtaken
-// the start as long as there is one.
-bool JogWatch::isEndedBy(Jog& jog, short result)
+// the start as long as there is one. The end of the link, which makes the controller stop what this client has moved,
+// is told by setLinked.
+bool JogWatch::isOverWith(Jog& jog, const AxisReply& reply, int endsLeft)
 {
-    jog.ends = std::max(0, jog.ends - 1);
-    if (!isDecided(result)) {
-        jog.vainEnds = std::min(jog.vainEnds, jog.ends);
-        jog.endSent = jog.endSent && jog.ends > 0;
+    jog.ending = false;
+    jog.since = Clock::now();
+    if (!isDecided(reply.result)) {
+        jog.vainEnds = std::min(jog.vainEnds, endsLeft);
+        jog.endSent = jog.endSent && endsLeft > 0;
         return false;
     }
     if (jog.vainEnds > 0) {
@@ -171,6 +186,7 @@ void JogWatch::setLinked(bool linked)
 void JogWatch::forget()
 {
     m_jogs.clear();
+    m_ends.clear();
     updateTimer();
 }
 

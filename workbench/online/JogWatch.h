@@ -46,9 +46,10 @@ private:
         bool startAnswered = false;
         /// An end has gone out after that.
         bool endSent = false;
-        /// Ends on their way whoever sent them, and how many answers may be those of ends that count for nothing.
-        int ends = 0;
+        /// So many answers to ends may be those of ends that count for nothing.
         int vainEnds = 0;
+        /// The jog before in this direction was not ended for certain.
+        bool isSecond = false;
         /// Nobody holds the button any more.
         bool letGo = false;
         /// The button came up, or an end has gone out or was answered.
@@ -58,9 +59,11 @@ private:
         bool told = false;
     };
 
-    void noteEnd(Jog& jog);
-    /// True when the controller has ended the jog for certain.
-    bool isEndedBy(Jog& jog, short result);
+    void noteStart(const AxisRequest& request);
+    void noteEnd(const Key& key);
+    /// True when there is nothing left to end.
+    bool isOverWith(Jog& jog, const AxisReply& reply, int endsLeft);
+    bool neverBegan(Jog& jog, const AxisReply& reply);
     void watch();
     void letGoAll();
     void end(Jog& jog);
@@ -69,6 +72,8 @@ private:
     void updateTimer();
 
     QMap<Key, Jog> m_jogs;
+    /// Ends on their way, whoever has sent them.
+    QMap<Key, int> m_ends;
     QTimer m_timer;
     /// The program was in front and is not any more.
     bool m_deactivated = false;

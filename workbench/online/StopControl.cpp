@@ -89,11 +89,10 @@ void StopControl::onAnswered(bool hold, short result, quint64 revision)
     if (!m_calls.isEmpty())
         return;
     if (isBetweenSessions(outcome)) {
-        if (m_loggedIn) {
-            sendAgain(outcome.call);
+        if (m_loggedIn && sendAgain(outcome.call))
             return;
-        }
-        m_between = outcome.call;
+        if (!m_loggedIn)
+            m_between = outcome.call;
     }
     // The session tells of holds too, so the answer may be missing and the call carried out.
     const bool unanswered = result == Diagnosis::notConnected || result == Diagnosis::noAnswer;
@@ -107,16 +106,22 @@ void StopControl::onAnswered(bool hold, short result, quint64 revision)
 // With the login the controller has ended the session in which the stop went out.
 bool StopControl::isBetweenSessions(const Outcome& outcome) const
 {
-    return outcome.call.hold && outcome.result == Diagnosis::refused && m_session.isWanted()
-        && (!m_loggedIn || outcome.call.login != m_login);
+    const Call& call = outcome.call;
+    return call.hold && !call.isRepeated && !m_disconnected && outcome.result == Diagnosis::refused
+        && (!m_loggedIn || call.login != m_login);
 }
 
-void StopControl::sendAgain(const Call& call)
+bool StopControl::sendAgain(const Call& call)
 {
     if (call.target != m_session.target() || call.since.elapsed() > meantForMs)
-        return;
-    m_parts.log.report(LogWarning, tr("STOP goes out once more: it came between two sessions."));
+        return false;
+    const QString text = tr("STOP goes out once more: it came between two sessions.");
+    // In the place of the message that it was not acknowledged.
+    m_parts.messages.showMessage(text);
+    m_parts.log.report(LogWarning, text);
     stop();
+    m_calls.last().isRepeated = true;
+    return true;
 }
 
 void StopControl::count(const Outcome& outcome)

@@ -58,6 +58,8 @@ private:
         QString target;
         /// In which session: m_login at that time, 0 for none; another one tells nothing of it.
         int login = 0;
+        /// Nobody has pressed for it: it goes out for the one before.
+        bool isRepeated = false;
     };
     /// What has become of it.
     struct Outcome {
@@ -78,8 +80,9 @@ private:
     void onAnswered(bool hold, short result, quint64 revision);
     /// A stop that the controller did not take since it did not know the session any more.
     bool isBetweenSessions(const Outcome& outcome) const;
-    /// Has it go out in the present session, unless it is too old for that.
-    void sendAgain(const Call& call);
+    /// Has it go out in the present session. False, and nothing is done, when it is too old or was meant for another
+    /// controller.
+    bool sendAgain(const Call& call);
     void count(const Outcome& outcome);
     void onHeldTold(bool held);
     void onSessionState();
