@@ -266,6 +266,14 @@ void FindListTest::theStatusIsSeenWhole()
     };
     QTRY_VERIFY(isSeen());
     QTRY_VERIFY(program->child<QTreeWidget>("results")->viewport()->height() > 20);
+    for (const char* name : { "find", "references" }) {
+        const auto* button = program->child<QPushButton>(name);
+        QVERIFY2(button->height() >= button->minimumSizeHint().height(),
+            qPrintable(QStringLiteral("%1: %2 of %3")
+                           .arg(button->text())
+                           .arg(button->height())
+                           .arg(button->minimumSizeHint().height())));
+    }
 }
 
 QTEST_MAIN(FindListTest)
