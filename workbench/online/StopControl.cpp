@@ -113,7 +113,7 @@ bool StopControl::isBetweenSessions(const Outcome& outcome) const
 
 bool StopControl::sendAgain(const Call& call)
 {
-    if (call.target != m_session.target() || call.since.elapsed() > meantForMs)
+    if (!m_session.isWanted() || call.target != m_session.target() || call.since.elapsed() > meantForMs)
         return false;
     const QString text = tr("STOP goes out once more: it came between two sessions.");
     // In the place of the message that it was not acknowledged.
