@@ -102,7 +102,9 @@ FindFlows::FindFlows(Workspace& workspace, ProjectTree& tree, EditorManager& edi
     connect(&m_panel, &FindPanel::languageChanged, this, [this] { askAgain(0); });
     connect(&m_watch, &ProjectWatch::changed, this, [this] {
         m_stale = true;
-        m_panel.setOvertaken(contentsOf(m_workspace.project()) != m_searched);
+        // Without a list there is nothing to overtake, and axes change at every field that is filled.
+        if (m_question.kind != FindQuestion::Kind::None)
+            m_panel.setOvertaken(contentsOf(m_workspace.project()) != m_searched);
     });
     connect(&referencesAction, &QAction::triggered, this, &FindFlows::findReferencesAtCursor);
     connect(&editors, &IEditorManager::editorCreated, this, [this](IEditor* editor) {
